@@ -1,0 +1,11 @@
+// Geometry items.
+#pragma once
+
+#include <ProObjects.h>
+
+PRO_BEGIN_C_DECLS
+
+// A surface, an edge, a coordinate system and the like as a model item.
+typedef struct pro_model_item ProGeomitem;
+
+PRO_END_C_DECLS

@@ -1,0 +1,29 @@
+// Selections: what the user picked.
+#pragma once
+
+#include <ProObjects.h>
+
+PRO_BEGIN_C_DECLS
+
+typedef struct select3d* ProSelection;
+
+// Filters, environment and application action of ProSelect; the application passes NULL.
+typedef struct sel_functions ProSelFunctions;
+typedef struct sel_environment* ProSelectionEnv;
+typedef void* ProSelAppAction;
+
+// Lets the user pick up to `max_count` items (-1: any number) of the kinds in the comma list
+// `option`. The array belongs to the host, which overwrites it on the next call: free nothing.
+// A pick ended with nothing is NO_ERROR, count 0 and NULL. USER_ABORT; PICK_ABOVE; E_DEADLOCK.
+ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelFunctions* sel_func,
+                   ProSelectionEnv sel_env, ProSelAppAction appl_act_data, ProSelection** p_sel_array,
+                   int* p_n_sels);
+
+// Gives the picked item. BAD_INPUTS; a further status for an item that is gone.
+ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* p_mdl_item);
+
+// Frees a ProArray of selections with its members; takes the array, not its address.
+// BAD_INPUTS.
+ProError ProSelectionarrayFree(ProSelection* sel_array);
+
+PRO_END_C_DECLS

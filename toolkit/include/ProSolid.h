@@ -1,0 +1,24 @@
+// Parts and assemblies: visiting their contents, regeneration.
+#pragma once
+
+#include <ProObjects.h>
+
+PRO_BEGIN_C_DECLS
+
+// Regeneration flags, to be combined as bits.
+#define PRO_REGEN_NO_FLAGS 0
+
+// Visits the features in regeneration order, internal ones included; components are features.
+// A NULL filter takes all. E_NOT_FOUND when no feature was visited, else the action's answer.
+ProError ProSolidFeatVisit(ProSolid p_handle, ProFeatureVisitAction visit_action,
+                           ProFeatureFilterAction filter_action, ProAppData app_data);
+
+// Visits the surfaces of a part's solid features; an assembly has none. E_NOT_FOUND when no
+// surface was visited, MULTIBODY_UNSUPPORTED for a part of several bodies.
+ProError ProSolidSurfaceVisit(ProSolid p_handle, ProSurfaceVisitAction visit_action,
+                              ProSurfaceFilterAction filter_action, ProAppData app_data);
+
+// Regenerates the model. UNATTACHED_FEATS; REGEN_AGAIN; GENERAL_ERROR; BAD_INPUTS.
+ProError ProSolidRegenerate(ProSolid p_handle, int flags);
+
+PRO_END_C_DECLS
