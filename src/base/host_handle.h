@@ -1,0 +1,111 @@
+// Owners of what the host hands out.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+#include <ProArray.h>
+#include <ProGeomitemdata.h>
+#include <ProSelection.h>
+#include <ProUtil.h>
+#include <ProWstring.h>
+
+#include "base/status.h"
+
+namespace kv {
+
+// Owns one toolkit handle and gives it back with the toolkit's own function.
+template <typename Handle, auto Free>
+class HostHandle {
+public:
+    HostHandle() = default;
+    HostHandle(const HostHandle&) = delete;
+    HostHandle& operator=(const HostHandle&) = delete;
+    ~HostHandle() {
+        if (handle_ != nullptr) Free(&handle_);
+    }
+    Handle Get() const { return handle_; }
+    // For the one toolkit call that hands the handle out.
+    Handle* Receive() { return &handle_; }
+
+private:
+    Handle handle_ = nullptr;
+};
+
+template <typename T>
+void FreeArray(T** items) {
+    ProArray array = *items;
+    ProArrayFree(&array);
+}
+
+inline void FreeSelections(ProSelection** selections) {
+    ProSelectionarrayFree(*selections);
+}
+
+inline void FreeWideText(wchar_t** text) {
+    ProWstringFree(*text);
+}
+
+template <typename T>
+using HostArray = HostHandle<T*, FreeArray<T>>;
+using HostString = HostHandle<wchar_t*, FreeWideText>;
+using SelectionArray = HostHandle<ProSelection*, FreeSelections>;
+using GeometryData = HostHandle<ProGeomitemdata*, ProGeomitemdataFree>;
+
+// An empty array that grows as elements are added. Errors: those of ProArrayAlloc.
+template <typename T>
+[[nodiscard]] ProError ArrayAlloc(HostArray<T>& array) {
+    ProArray memory = nullptr;
+    const ProError status = ProArrayAlloc(0, sizeof(T), 1, &memory);
+    if (!Failed(status)) *array.Receive() = static_cast<T*>(memory);
+    return status;
+}
+
+// Adds copies of `items` at the end, all in one call: growing an array element by element costs the
+// square of its size. Errors: those of ProArrayObjectAdd.
+template <typename T>
+[[nodiscard]] ProError ArrayAppend(HostArray<T>& array, std::span<T> items) {
+    if (items.empty()) return PRO_TK_NO_ERROR;
+    ProArray memory = array.Get();
+    const ProError status = ProArrayObjectAdd(&memory, -1, static_cast<int>(items.size()), items.data());
+    *array.Receive() = static_cast<T*>(memory);
+    return status;
+}
+
+// The elements of a host array; none when it holds nothing or was never handed out.
+template <typename T, auto Free>
+std::span<T> Items(const HostHandle<T*, Free>& array) {
+    int count = 0;
+    if (array.Get() == nullptr || Failed(ProArraySizeGet(array.Get(), &count)) || count < 0) return {};
+    return {array.Get(), static_cast<std::size_t>(count)};
+}
+
+// The text of a host string; empty when none was handed out.
+inline std::wstring TextOf(const HostString& text) {
+    return text.Get() == nullptr ? std::wstring() : std::wstring(text.Get());
+}
+
+// Owns a plain list of 8-bit names, such as the selected names of a dialog component.
+class HostNames {
+public:
+    HostNames() = default;
+    HostNames(const HostNames&) = delete;
+    HostNames& operator=(const HostNames&) = delete;
+    ~HostNames() {
+        if (names_ != nullptr) ProStringarrayFree(names_, count_);
+    }
+    int* ReceiveCount() { return &count_; }
+    char*** ReceiveNames() { return &names_; }
+    // The first name; empty when the list is.
+    std::string First() const {
+        const bool none = count_ < 1 || names_ == nullptr || names_[0] == nullptr;
+        return none ? std::string() : std::string(names_[0]);
+    }
+
+private:
+    int count_ = 0;
+    char** names_ = nullptr;
+};
+
+}  // namespace kv

@@ -1,0 +1,119 @@
+// The command table and how it gets into the host's menu.
+
+#include "host/command_table.h"
+
+#include <ProMenuBar.h>
+
+#include "base/status.h"
+#include "base/text.h"
+#include "host/not_available.h"
+#include "host/version.h"
+#include "model/kv_backup.h"
+#include "model/kv_open_dir.h"
+#include "model/kv_set_directory.h"
+#include "params/kv_params.h"
+#include "settings/kv_config.h"
+
+namespace kv {
+
+// The menu's name is also the key of its label.
+static constexpr char kMenu[] = "Menu";
+static constexpr char kNeighbour[] = "Help";
+
+// clang-format off
+static constexpr CommandRow CommandTable[] = {
+    // name                   action                      help key                      icon                         available      designated
+    {"KvOpenDir",             HostAction<KvOpenDir>,      "KvOpenDir_Help",             "KvOpenDir.png",             AccessAlways,  true},
+    {"KvBackup",              HostAction<KvBackup>,       "KvBackup_Help",              "KvBackup.png",              AccessSolid,   true},
+    {"NewPart",               HostAction<NotAvailable>,   "NewPart_Help",               "NewPart.png",               AccessSolid,   true},
+    {"NewAsm",                HostAction<NotAvailable>,   "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
+    {"NewSmt",                HostAction<NotAvailable>,   "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
+    {"BatchColor",            HostAction<NotAvailable>,   "Color_Help",                 "RandomColor.png",           AccessModel,   true},
+    {"KvClearAllColor",       HostAction<NotAvailable>,   "KvClearAllColor_Help",       "KvClearAllColor.png",       AccessModel,   true},
+    {"KvBoxSelSur",           HostAction<NotAvailable>,   "KvBoxSelSur_Help",           "KvBoxSelSur.png",           AccessModel,   true},
+    {"KvTransparent",         HostAction<NotAvailable>,   "KvTransparent_Help",         "KvTransparent.png",         AccessModel,   true},
+    {"SurfTransparent",       HostAction<NotAvailable>,   "SurfTransparent_Help",       "SurfTransparent.png",       AccessModel,   true},
+    {"BoxSel",                HostAction<NotAvailable>,   "BoxSel_Help",                "BoxSel.png",                AccessSolid,   true},
+    {"SetMat",                HostAction<NotAvailable>,   "SetMat_Help",                "SetMat.png",                AccessPart,    true},
+    {"SetBendTable",          HostAction<NotAvailable>,   "SetBendTable_Help",          "SetBendTable.png",          AccessPart,    true},
+    {"SameScale",             HostAction<NotAvailable>,   "SameScale_Help",             "SameScale.png",             AccessDrawing, true},
+    {"KvIsolate",             HostAction<NotAvailable>,   "KvIsolate_Help",             "KvIsolate.png",             AccessSolid,   true},
+    {"KvHideReverse",         HostAction<NotAvailable>,   "KvHideReverse_Help",         "KvHideReverse.png",         AccessSolid,   true},
+    {"KvShowAllComp",         HostAction<NotAvailable>,   "KvShowAllComp_Help",         "KvShowAllComp.png",         AccessSolid,   true},
+    {"KvNormalView",          HostAction<NotAvailable>,   "KvNormalView_Help",          "KvNormalView.png",          AccessAlways,  true},
+    {"KvParams",              HostAction<KvParams>,       "KvParams_Help",              "KvParams.png",              AccessSolid,   true},
+    {"KvRelations",           HostAction<NotAvailable>,   "KvRelations_Help",           "KvRelations.png",           AccessSolid,   true},
+    {"SetUnit",               HostAction<NotAvailable>,   "SetUnit_Help",               "SetUnit.png",               AccessPart,    true},
+    {"CloneComp",             HostAction<NotAvailable>,   "CloneComp_Help",             "CloneComp.png",             AccessSolid,   true},
+    {"CloneAndReplace",       HostAction<NotAvailable>,   "CloneAndReplace_Help",       "CloneAndReplace.png",       AccessSolid,   true},
+    {"KvMerge",               HostAction<NotAvailable>,   "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
+    {"KvMergeTo",             HostAction<NotAvailable>,   "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
+    {"TweViews",              HostAction<NotAvailable>,   "TweViews_Help",              "TweViews.png",              AccessModel,   true},
+    {"NewDraw",               HostAction<NotAvailable>,   "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
+    {"KvExStp",               HostAction<NotAvailable>,   "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},
+    {"KvExIgs",               HostAction<NotAvailable>,   "KvExIgs_Help",               "KvExIgs.png",               AccessSolid,   true},
+    {"KvExSat",               HostAction<NotAvailable>,   "KvExSat_Help",               "KvExSat.png",               AccessSolid,   true},
+    {"KvBom",                 HostAction<NotAvailable>,   "KvBom_Help",                 "KvBom.png",                 AccessSolid,   true},
+    {"KvRename",              HostAction<NotAvailable>,   "KvRename_Help",              "KvRename.png",              AccessSolid,   true},
+    {"KvRemoveCons",          HostAction<NotAvailable>,   "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
+    {"KvExport",              HostAction<NotAvailable>,   "KvExport_Help",              "KvExport.png",              AccessAlways,  true},
+    {"KvMdlCount",            HostAction<NotAvailable>,   "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
+    {"KvNewDrw",              HostAction<NotAvailable>,   "KvNewDrw_Help",              "KvNewDrw.png",              AccessSolid,   true},
+    {"KvDimModify",           HostAction<NotAvailable>,   "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
+    {"KvFrmReplace",          HostAction<NotAvailable>,   "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
+    {"KvDrwScaleCheck",       HostAction<NotAvailable>,   "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
+    {"KvSimRep",              HostAction<NotAvailable>,   "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
+    {"KvBox",                 HostAction<NotAvailable>,   "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
+    {"KvExportDwg",           HostAction<NotAvailable>,   "KvExportDwg_Help",           "KvExportDwg.png",           AccessDrawing, true},
+    {"KvExportPdf",           HostAction<NotAvailable>,   "KvExportPdf_Help",           "KvExportPdf.png",           AccessDrawing, true},
+    {"KvMdlNameCopy",         HostAction<NotAvailable>,   "KvMdlNameCopy_Help",         "KvMdlNameCopy.png",         AccessSolid,   true},
+    {"KvMdlRename",           HostAction<NotAvailable>,   "KvMdlRename_Help",           "KvMdlRename.png",           AccessSolid,   true},
+    {"KvExportStp",           HostAction<NotAvailable>,   "KvExportStp_Help",           "KvExportStp.png",           AccessModel,   true},
+    {"KvUpdateSheetScale",    HostAction<NotAvailable>,   "KvUpdateSheetScale_Help",    "KvUpdateSheetScale.png",    AccessDrawing, true},
+    {"KvUpdateMainViewScale", HostAction<NotAvailable>,   "KvUpdateMainViewScale_Help", "KvUpdateMainViewScale.png", AccessDrawing, true},
+    {"KvSingleDim",           HostAction<NotAvailable>,   "KvSingleDim_Help",           "KvSingleDim.png",           AccessDrawing, true},
+    {"KvSetDirectory",        HostAction<KvSetDirectory>, "KvSetDirectory_Help",        "KvSetDirectory.png",        AccessAlways,  true},
+    {"KvConfig",              HostAction<KvConfig>,       "KvConfig_Help",              "KvConfig.png",              AccessAlways,  true},
+    {"ForTest",               HostAction<ForTest>,        "ForTest_Help",               "ForTest.png",               AccessAlways,  true},
+    {"KvVersion",             HostAction<KvVersion>,      "KvVersion_Help",             "KvVersion.png",             AccessAlways,  false},
+    {"AboutKv",               HostAction<AboutKv>,        "AboutKv_Help",               "AboutKorvane.png",          AccessAlways,  false},
+};
+// clang-format on
+
+static void RegisterCommand(const CommandRow& row);
+
+std::span<const CommandRow> Commands() {
+    return CommandTable;
+}
+
+void RegisterCommands() {
+    ProMenubarMenuAdd(HostName(kMenu), HostName(kMenu), HostName(kNeighbour), PRO_B_TRUE,
+                      HostText(kMenuFile));
+    for (const CommandRow& row : CommandTable) RegisterCommand(row);
+}
+
+ProError CommandIdGet(const char* name, CommandAction action, uiCmdPriority priority, AccessRule available,
+                      uiCmdCmdId& id) {
+    const ProError status =
+        ProCmdActionAdd(HostName(name), action, priority, available, PRO_B_FALSE, PRO_B_FALSE, &id);
+    // For a name that is registered already the host gives no id.
+    return status == PRO_TK_E_FOUND ? ProCmdCmdIdFind(HostName(name), &id) : status;
+}
+
+void AddMenuButton(const char* menu, const char* button, const char* label, const char* helpKey,
+                   uiCmdCmdId id) {
+    ProMenubarmenuPushbuttonAdd(HostName(menu), HostName(button), HostName(label), HostName(helpKey), nullptr,
+                                PRO_B_TRUE, id, HostText(kMenuFile));
+}
+
+// What the host refuses here only makes the command plainer: without button, icon or place on the ribbon.
+static void RegisterCommand(const CommandRow& row) {
+    uiCmdCmdId id = nullptr;
+    if (Failed(CommandIdGet(row.name, row.action, uiProeImmediate, row.available, id))) return;
+    AddMenuButton(kMenu, row.name, row.name, row.helpKey, id);
+    ProCmdIconSet(id, HostName(row.icon));
+    if (!row.designated) return;
+    ProCmdDesignate(id, HostName(row.name), HostName(row.helpKey), HostName(row.name), HostText(kMenuFile));
+}
+
+}  // namespace kv

@@ -1,0 +1,70 @@
+// The two functions that the host calls: when it loads the plug-in and when it unloads it.
+
+#include <string>
+
+#include <ProToolkit.h>
+
+#include <windows.h>
+
+#include "base/host_callback.h"
+#include "base/host_version.h"
+#include "base/text.h"
+#include "host/command_table.h"
+#include "host/popup_menu.h"
+#include "settings/last_directory.h"
+#include "settings/settings_store.h"
+
+namespace kv {
+
+static constexpr UINT_PTR kStartTimer = 1;
+// The host needs this long to finish its own start-up before its working directory may change.
+static constexpr UINT kStartDelay = 2000;  // ms
+static constexpr wchar_t kCommonSettingsInTextDir[] = L"\\KVconfig\\KvConfig.ini";
+static constexpr wchar_t kPopupsWanted[] = L"0";
+
+static void CALLBACK OnStartTimer(HWND window, UINT message, UINT_PTR timer, DWORD time) noexcept;
+static void Start(const char* hostVersion);
+static bool PopupsWanted();
+
+}  // namespace kv
+
+extern "C" int user_initialize(int, char*[], char* version, char*, wchar_t[80]) {
+    // A start without memory for a text still leaves the host a working menu.
+    (void)kv::Guarded([version] {
+        kv::Start(version);
+        return PRO_TK_NO_ERROR;
+    });
+    return 0;
+}
+
+extern "C" void user_terminate() {
+    (void)kv::Guarded([] {
+        kv::SaveLastDirectory();
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+namespace kv {
+
+static void Start(const char* hostVersion) {
+    KeepHostVersion(hostVersion);
+    RegisterCommands();
+    SetTimer(nullptr, kStartTimer, kStartDelay, OnStartTimer);
+    if (PopupsWanted()) WatchPopupMenus();
+}
+
+static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
+    KillTimer(nullptr, timer);
+    (void)Guarded([] {
+        RestoreLastDirectory();
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+// The right-click entries have to be asked for: the setting says "0", not disabled.
+static bool PopupsWanted() {
+    const std::wstring path = TextDirSettingsPath(kCommonSettingsInTextDir);
+    return WithoutBlanks(ReadSetting(path, L"RmbDisable", L"value")) == kPopupsWanted;
+}
+
+}  // namespace kv

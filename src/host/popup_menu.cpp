@@ -1,0 +1,108 @@
+// Right-click entries, installed in two steps: the first right-click after start-up adds buttons to the
+// host's action menu, every later one fills the selection menu that the host has just made.
+
+#include "host/popup_menu.h"
+
+#include <cstring>
+
+#include <ProMessage.h>
+#include <ProNotify.h>
+#include <ProPopupmenu.h>
+
+#include "base/host_callback.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "host/access_rules.h"
+#include "host/command_table.h"
+#include "host/not_available.h"
+#include "model/kv_open_drw.h"
+
+namespace kv {
+
+static constexpr char kActionMenu[] = "ActionMenu";
+static constexpr char kSelectionMenu[] = "Sel Obj Menu";
+static constexpr char kOpenDrawing[] = "KvOpenDrw";
+static constexpr char kOpenDrawingHelp[] = "KvOpenDrw_Help";
+
+// A command of the command table that has right-click entries too.
+struct PopupRow {
+    const char* name;
+    CommandAction action;
+    const char* helpKey;
+    AccessRule available;
+    const char* actionMenuButton;
+    const wchar_t* label;  // in the selection menu
+    const wchar_t* help;
+    PopupRule shown;
+};
+
+// clang-format off
+static constexpr PopupRow kPopups[] = {
+    // name           action                     help key              available    action menu button   label                  help                    shown
+    {"KvIsolate",     HostAction<NotAvailable>,  "KvIsolate_Help",     AccessSolid, "独立显示",           L"独立显示(kv)",        L"KvIsolate_Help",      AccessSelComponent},
+    {"KvHideReverse", HostAction<NotAvailable>,  "KvHideReverse_Help", AccessSolid, "反向隐藏",           L"反转显示(kv)",        L"KvHideReverse_Help",  AccessSelComponent},
+    {"KvShowAllComp", HostAction<NotAvailable>,  "KvShowAllComp_Help", AccessSolid, "全部显示",           L"全部显示(kv)",        L"KvShowAllComp_Help",  AccessSelComponent},
+    {"KvMdlNameCopy", HostAction<NotAvailable>,  "KvMdlNameCopy_Help", AccessPart,  "复制模型名称(kv)",   L"复制模型名称(kv)",    L"KvMdlNameCopy_Help",  AccessSelItem},
+    {"KvMdlRename",   HostAction<NotAvailable>,  "KvMdlRename_Help",   AccessPart,  "快速重命名(kv)",     L"快速重命名(kv)",      L"KvMdlRename_Help",    AccessSelItem},
+};
+// clang-format on
+
+static ProError InstallPopupCommands(const char* menuName);
+static ProError OnSelObjMenuCreate(const char* menuName);
+static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row);
+static void AddOpenDrawing(ProPopupMenuId menu);
+static void SetPopupHandler(ProPopupmenuCreatePostAction handler);
+
+void WatchPopupMenus() {
+    SetPopupHandler(HostCallback<InstallPopupCommands>);
+}
+
+static ProError InstallPopupCommands(const char*) {
+    for (const PopupRow& row : kPopups) {
+        uiCmdCmdId id = nullptr;
+        if (Failed(CommandIdGet(row.name, row.action, uiProe2ndImmediate, row.available, id))) continue;
+        AddMenuButton(kActionMenu, row.actionMenuButton, row.name, row.helpKey, id);
+    }
+    SetPopupHandler(HostCallback<OnSelObjMenuCreate>);
+    return PRO_TK_NO_ERROR;
+}
+
+static ProError OnSelObjMenuCreate(const char* menuName) {
+    if (menuName == nullptr || std::strcmp(menuName, kSelectionMenu) != 0) return PRO_TK_NO_ERROR;
+    ProPopupMenuId menu = 0;
+    const ProError status = ProPopupmenuIdGet(menuName, &menu);
+    if (Failed(status)) return status;
+    for (const PopupRow& row : kPopups) AddPopupButton(menu, row);
+    AddOpenDrawing(menu);
+    return PRO_TK_NO_ERROR;
+}
+
+static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row) {
+    uiCmdCmdId id = nullptr;
+    if (Failed(ProCmdCmdIdFind(HostName(row.name), &id))) return;
+    ProPopupmenuButtonAdd(menu, PRO_VALUE_UNUSED, HostName(row.name), HostText(row.label), HostText(row.help),
+                          id, row.shown, nullptr);
+}
+
+// This command has no row in the command table. The first right-click registers it, later ones find it.
+static void AddOpenDrawing(ProPopupMenuId menu) {
+    uiCmdCmdId id = nullptr;
+    if (Failed(CommandIdGet(kOpenDrawing, HostAction<KvOpenDrw>, uiProeImmediate, AccessPart, id))) return;
+    ProLine label = {};
+    ProLine help = {};
+    ProMessageToBuffer(label, HostText(kMenuFile), HostName(kOpenDrawing));
+    ProMessageToBuffer(help, HostText(kMenuFile), HostName(kOpenDrawingHelp));
+    // An entry without a label could not be told from a gap.
+    if (label[0] == L'\0' && Failed(CopyText(WideName(kOpenDrawing), label))) return;
+    ProPopupmenuButtonAdd(menu, PRO_VALUE_UNUSED, HostName(kOpenDrawing), label, help, id, AccessSelItem,
+                          nullptr);
+    AddMenuButton(kActionMenu, kOpenDrawing, kOpenDrawing, kOpenDrawingHelp, id);
+}
+
+// The host takes every kind of handler as one type; it is called as what the notification says it is.
+static void SetPopupHandler(ProPopupmenuCreatePostAction handler) {
+    const auto untyped = reinterpret_cast<void (*)()>(handler);
+    ProNotificationSet(PRO_POPUPMENU_CREATE_POST, reinterpret_cast<ProFunction>(untyped));
+}
+
+}  // namespace kv

@@ -1,0 +1,11 @@
+// The command KvOpenDir.
+#pragma once
+
+#include <ProToolkit.h>
+
+namespace kv {
+
+// Shows the working directory in the Windows explorer. Errors: those of ProDirectoryCurrentGet.
+ProError KvOpenDir();
+
+}  // namespace kv

@@ -1,0 +1,55 @@
+// The walk through the components below a model.
+//
+// Components that are active and visible count, one entry per placement, in depth-first pre-order: a
+// component stands before what is below it. The top model itself is never among them.
+#pragma once
+
+#include <vector>
+
+#include <ProAsmcomp.h>
+#include <ProMdl.h>
+
+#include "base/host_handle.h"
+
+namespace kv {
+
+// Which components a walk keeps. Every variant goes down into all assemblies.
+enum class WalkVariant {
+    CollectAllComponents,
+    CollectSubassemblies,
+    CollectPartComponents,
+    CollectSheetmetalComponents,
+};
+using enum WalkVariant;
+
+// What a walk learnt about one placement.
+struct PlacedModel {
+    ProMdl model;
+    ProMdlType type;
+    int level;  // 1 for a component of the top model
+};
+
+// Both lists have one entry per placement, in the same order.
+struct WalkResult {
+    HostArray<ProAsmcomp> components;
+    std::vector<PlacedModel> models;
+};
+
+// Collects the components below `top`. A model without components is no failure.
+//
+// A component whose model cannot be had ends the visit of its level, an assembly that cannot be visited is
+// passed over. An assembly that contains itself is entered once, and no component lies deeper than the host's
+// PRO_MAX_ASSEM_LEVEL.
+//
+// Cost       at most 5 host calls for each component feature, one or two for each model, none for what is
+//            below a repeated sub-assembly
+// Errors     of allocating the list, which are also shown; of visiting `top`; PRO_TK_OUT_OF_MEMORY
+[[nodiscard]] ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result);
+
+// The different models that a walk meets, sorted by handle. Errors: those of ModelWalk.
+[[nodiscard]] ProError DistinctModels(ProMdl top, WalkVariant variant, std::vector<ProMdl>& models);
+
+// Adds a model to such a list unless it is there.
+void AddDistinct(std::vector<ProMdl>& models, ProMdl model);
+
+}  // namespace kv

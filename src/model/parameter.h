@@ -1,0 +1,27 @@
+// Parameters of models, without units.
+//
+// A name that the host's buffer cannot hold is refused with PRO_TK_LINE_TOO_LONG; the other errors are those
+// of the toolkit call named.
+#pragma once
+
+#include <string>
+
+#include <ProMdl.h>
+#include <ProParameter.h>
+
+namespace kv {
+
+// Errors: those of ProParameterWithUnitsCreate, PRO_TK_E_FOUND for a name in use.
+[[nodiscard]] ProError ParameterCreate(ProMdl model, const std::wstring& name, const ProParamvalue& value);
+
+// Sets the value of an existing parameter. Errors: those of ProParameterInit, PRO_TK_E_NOT_FOUND for none of
+// this name, and of ProParameterValueWithUnitsSet.
+[[nodiscard]] ProError ParameterUpdate(ProMdl model, const std::wstring& name, const ProParamvalue& value);
+
+// Creates the parameter or, when it exists, sets its value. Errors: those of both.
+[[nodiscard]] ProError ParameterWrite(ProMdl model, const std::wstring& name, const ProParamvalue& value);
+
+// Errors: those of ProParameterInit, PRO_TK_E_NOT_FOUND for none of this name, and of ProParameterDelete.
+[[nodiscard]] ProError ParameterDelete(ProMdl model, const std::wstring& name);
+
+}  // namespace kv

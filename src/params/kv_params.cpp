@@ -1,0 +1,253 @@
+// KvParams: one parameter in many models at once.
+//
+// Add, Update and Delete work on a parameter that the user names, the two other buttons write parameters with
+// outline dimensions and sheet sizes. Each press first stores the dialog's settings, so that the dialog opens
+// the next time as it was left.
+
+#include "params/kv_params.h"
+
+#include <string>
+
+#include <ProMdl.h>
+#include <ProSolid.h>
+
+#include "base/status.h"
+#include "base/text.h"
+#include "model/current_model.h"
+#include "model/parameter.h"
+#include "params/model_batch.h"
+#include "params/outline.h"
+#include "params/parameter_value.h"
+#include "params/sheet_size.h"
+#include "settings/settings_store.h"
+#include "ui/dialog.h"
+#include "ui/message_box.h"
+
+namespace kv {
+
+static constexpr char kDialog[] = "KvParams";
+static constexpr char kTypeChoice[] = "TypeRadio";
+static constexpr char kParameterName[] = "ParaName";
+static constexpr char kParameterValue[] = "ParaValue";
+static constexpr char kParameterType[] = "PtypeOption";
+static constexpr char kExcluded[] = "InputKeyWords";
+static constexpr char kDerivedTypeChoice[] = "TypeRadio2";
+static constexpr char kDerivedExcluded[] = "InputKeyWords2";
+static constexpr char kOutlineOrder[] = "KvOutlineOrder";
+static constexpr char kOutlineDecimals[] = "KvOutlineNum";
+static constexpr char kOutlineName[] = "outlinePname";
+static constexpr char kSheetSizeName[] = "shSizePname";
+
+// Sections of this file are named after the components that they keep.
+static constexpr wchar_t kSettingsFile[] = L"\\KVconfig\\KvParams.ini";
+static constexpr wchar_t kSettingsKey[] = L"content";
+static constexpr wchar_t kTicked[] = L"1";
+static constexpr wchar_t kCleared[] = L"0";
+
+static constexpr wchar_t kNoModels[] = L"当前模型中没有合适的子零件/组件";
+static constexpr wchar_t kBadBoolean[] = L"布尔类型参数值只可为'YES'或'NO',请重新输入!";
+static constexpr wchar_t kNoAssembly[] = L"当前环境不是组件/制造，无法执行此操作";
+static constexpr wchar_t kOutlineDone[] = L"外形尺寸参数批量创建/更新完成";
+static constexpr wchar_t kSheetSizeDone[] = L"图幅大小参数批量创建/更新完成";
+
+// What the upper half of the dialog asks for.
+struct ParameterRequest {
+    std::wstring name;
+    ProParamvalueType type = PRO_PARAM_NOT_SET;
+    std::wstring value;
+};
+
+using ValueWork = ProError (*)(ProMdl model, const std::wstring& name, const ProParamvalue& value);
+
+static void RestoreSettings(ProAppData data);
+static void OnAdd(char* dialog, char* component, ProAppData data);
+static void OnUpdate(char* dialog, char* component, ProAppData data);
+static void OnDelete(char* dialog, char* component, ProAppData data);
+static void OnOutline(char* dialog, char* component, ProAppData data);
+static void OnSheetSize(char* dialog, char* component, ProAppData data);
+static void SaveSettings();
+static void SaveText(const std::wstring& path, const char* component);
+static void ApplyValue(const char* step, ValueWork work);
+static ProError RequestGet(ParameterRequest& request);
+static ProError NamedModelsCollect(ModelBatch& batch);
+static ProError DerivedModelsCollect(ProMdl assembly, ModelBatch& batch);
+static ProError OutlineTaskGet(OutlineTask& task);
+static void ShowChange(ProMdl model);
+
+ProError KvParams() {
+    return RunDialog(kDialog,
+                     {{"Add", DialogCallback<OnAdd>},
+                      {"Update", DialogCallback<OnUpdate>},
+                      {"Delete", DialogCallback<OnDelete>},
+                      {"KvOutline", DialogCallback<OnOutline>},
+                      {"KvSheetSize", DialogCallback<OnSheetSize>},
+                      {"Close", CloseDialog}},
+                     nullptr, RestoreSettings);
+}
+
+static void RestoreSettings(ProAppData) {
+    const std::wstring path = TextDirSettingsPath(kSettingsFile);
+    const auto stored = [&path](const char* section) {
+        return ReadSetting(path, WideName(section).c_str(), kSettingsKey);
+    };
+
+    // Both halves start with the first half's prefixes.
+    SetInputText(kDialog, kExcluded, stored(kExcluded));
+    SetInputText(kDialog, kDerivedExcluded, stored(kExcluded));
+    const std::wstring order = WithoutBlanks(stored(kOutlineOrder));
+    if (order == kTicked || order == kCleared) SetCheckTicked(kDialog, kOutlineOrder, order == kTicked);
+    // A menu has no empty label: without a stored one it keeps its layout's.
+    const std::wstring decimals = WithoutBlanks(stored(kOutlineDecimals));
+    if (!decimals.empty()) SetOptionLabel(kDialog, kOutlineDecimals, decimals);
+    SetInputText(kDialog, kOutlineName, WithoutBlanks(stored(kOutlineName)));
+    SetInputText(kDialog, kSheetSizeName, WithoutBlanks(stored(kSheetSizeName)));
+}
+
+static void OnAdd(char*, char*, ProAppData) {
+    ApplyValue("create the parameter", ParameterCreate);
+}
+
+static void OnUpdate(char*, char*, ProAppData) {
+    ApplyValue("set the value", ParameterUpdate);
+}
+
+static void OnDelete(char*, char*, ProAppData) {
+    SaveSettings();
+    ModelBatch batch;
+    std::wstring name;
+    if (Failed(NamedModelsCollect(batch)) || Failed(InputTextGet(kDialog, kParameterName, name))) return;
+    if (name.empty()) return;
+
+    ForEachModel(batch, "delete the parameter",
+                 [&name](ProMdl model, const std::wstring&) { return ParameterDelete(model, name); });
+    ShowChange(batch.current);
+}
+
+static void OnOutline(char*, char*, ProAppData) {
+    SaveSettings();
+    ProMdl assembly = nullptr;
+    if (Failed(CurrentAssemblyGet(kNoAssembly, assembly, ShowInformation))) return;
+    ModelBatch batch;
+    OutlineTask task;
+    if (Failed(DerivedModelsCollect(assembly, batch)) || Failed(OutlineTaskGet(task))) return;
+    if (task.parameter.empty()) return;
+
+    ForEachModel(batch, "write the outline",
+                 [&task](ProMdl model, const std::wstring&) { return OutlineWrite(model, task); });
+    ShowInformation(kOutlineDone);
+    ProTreetoolRefresh(batch.current);
+}
+
+static void OnSheetSize(char*, char*, ProAppData) {
+    SaveSettings();
+    ProMdl assembly = nullptr;
+    ProMdlType type = PRO_MDL_UNUSED;
+    if (Failed(CurrentModelGet(assembly, type)) || type != PRO_MDL_ASSEMBLY) return;
+    ModelBatch batch;
+    std::wstring parameter;
+    if (Failed(DerivedModelsCollect(assembly, batch))) return;
+    if (Failed(InputTextGet(kDialog, kSheetSizeName, parameter)) || parameter.empty()) return;
+
+    ForEachModel(batch, "write the sheet sizes", [&parameter](ProMdl model, const std::wstring& name) {
+        return SheetSizeWrite(model, name, parameter);
+    });
+    ShowInformation(kSheetSizeDone);
+    ProTreetoolRefresh(batch.current);
+}
+
+// What cannot be read is not stored: an earlier setting is worth more than an empty one.
+static void SaveSettings() {
+    const std::wstring path = TextDirSettingsPath(kSettingsFile);
+    SaveText(path, kExcluded);
+    bool ticked = false;
+    if (!Failed(CheckTickedGet(kDialog, kOutlineOrder, ticked)))
+        WriteSetting(path, WideName(kOutlineOrder).c_str(), kSettingsKey, ticked ? kTicked : kCleared);
+    std::wstring decimals;
+    if (!Failed(OptionLabelGet(kDialog, kOutlineDecimals, decimals)))
+        WriteSetting(path, WideName(kOutlineDecimals).c_str(), kSettingsKey, decimals);
+    SaveText(path, kOutlineName);
+    SaveText(path, kSheetSizeName);
+}
+
+static void SaveText(const std::wstring& path, const char* component) {
+    std::wstring text;
+    if (Failed(InputTextGet(kDialog, component, text))) return;
+    WriteSetting(path, WideName(component).c_str(), kSettingsKey, text);
+}
+
+// Add and Update differ in nothing but what they do to one model.
+static void ApplyValue(const char* step, ValueWork work) {
+    SaveSettings();
+    ModelBatch batch;
+    ParameterRequest request;
+    if (Failed(NamedModelsCollect(batch)) || Failed(RequestGet(request))) return;
+    if (request.type == PRO_PARAM_BOOLEAN && !IsBooleanText(request.value)) {
+        ShowMessage(kBadBoolean);
+        return;
+    }
+    if (request.name.empty()) return;
+
+    ProParamvalue value = {};
+    // A text that is no value of its type is refused model by model, so that the record tells.
+    const ProError valid = ParameterValueFromText(request.type, request.value, value);
+    ForEachModel(batch, step, [&](ProMdl model, const std::wstring&) {
+        return Failed(valid) ? valid : work(model, request.name, value);
+    });
+    ShowChange(batch.current);
+}
+
+static ProError RequestGet(ParameterRequest& request) {
+    std::wstring label;
+    ProError status = InputTextGet(kDialog, kParameterName, request.name);
+    if (!Failed(status)) status = InputTextGet(kDialog, kParameterValue, request.value);
+    if (!Failed(status)) status = OptionLabelGet(kDialog, kParameterType, label);
+    request.type = ParameterTypeFromLabel(label);
+    return status;
+}
+
+// The models of Add, Update and Delete. An unreadable prefix field stops the button: models that are to be
+// kept out must not get in.
+static ProError NamedModelsCollect(ModelBatch& batch) {
+    ProMdl current = nullptr;
+    ProMdlType type = PRO_MDL_UNUSED;
+    std::wstring excluded;
+    ProError status = CurrentSolidGet(current, type);
+    if (!Failed(status)) status = InputTextGet(kDialog, kExcluded, excluded);
+    if (!Failed(status)) status = BatchModelsCollect(current, type, RadioChoice(kDialog, kTypeChoice), batch);
+    if (Failed(status)) return status;
+    if (batch.models.empty()) return ShowFailure(kNoModels, PRO_TK_E_NOT_FOUND);
+    // In this half a prefix may contain a blank.
+    batch.excluded = PrefixListFromText(excluded);
+    return PRO_TK_NO_ERROR;
+}
+
+// The models of the two derived parameters.
+static ProError DerivedModelsCollect(ProMdl assembly, ModelBatch& batch) {
+    std::wstring excluded;
+    ProError status = InputTextGet(kDialog, kDerivedExcluded, excluded);
+    if (Failed(status)) return status;
+    status = BatchModelsCollect(assembly, PRO_MDL_ASSEMBLY, RadioChoice(kDialog, kDerivedTypeChoice), batch);
+    if (Failed(status)) return status;
+    if (batch.models.empty()) {
+        ShowInformation(kNoModels);
+        return PRO_TK_E_NOT_FOUND;
+    }
+    batch.excluded = PrefixListFromText(WithoutBlanks(excluded));
+    return PRO_TK_NO_ERROR;
+}
+
+static ProError OutlineTaskGet(OutlineTask& task) {
+    std::wstring decimals;
+    ProError status = InputTextGet(kDialog, kOutlineName, task.parameter);
+    if (!Failed(status)) status = CheckTickedGet(kDialog, kOutlineOrder, task.largestFirst);
+    if (!Failed(status)) status = OptionLabelGet(kDialog, kOutlineDecimals, decimals);
+    task.decimals = IntegerFromText(decimals);
+    return status;
+}
+
+static void ShowChange(ProMdl model) {
+    ProTreetoolRefresh(model);
+    ProSolidRegenerate(static_cast<ProSolid>(model), PRO_REGEN_NO_FLAGS);
+}
+
+}  // namespace kv

@@ -1,0 +1,12 @@
+// The command KvParams.
+#pragma once
+
+#include <ProToolkit.h>
+
+namespace kv {
+
+// Adds, updates or deletes one parameter in many models and writes two derived ones. Errors: those of its
+// dialog.
+ProError KvParams();
+
+}  // namespace kv

@@ -1,0 +1,52 @@
+// The models that one press of a batch dialog works on.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <ProMdl.h>
+
+#include "base/status.h"
+#include "model/model_data.h"
+#include "model/prefix_list.h"
+#include "model/run_record.h"
+
+namespace kv {
+
+struct ModelBatch {
+    ProMdl current = nullptr;
+    std::vector<ProMdl> models;  // distinct, sorted by handle; empty when there is nothing to work on
+    PrefixList excluded;
+    RunRecord record;
+};
+
+// Collects the models below `current` that a type radio group asks for.
+//
+// choice     "AsmAndPart", "Part", "Asm" or "Smt"; any other name collects nothing. The first and the third
+//            take the current assembly in as well, but not when it has no component for them.
+// Errors     those of ModelWalk
+[[nodiscard]] ProError BatchModelsCollect(ProMdl current, ProMdlType type, std::string_view choice,
+                                          ModelBatch& batch);
+
+// Works through the models in handle order and records each. `work(model, name)` answers a status.
+//
+// A model that fails does not stop the others. One whose name cannot be read is left alone, for it might be
+// an excluded one.
+template <typename Work>
+void ForEachModel(ModelBatch& batch, const char* step, Work work) {
+    batch.record.reserve(batch.record.size() + batch.models.size());
+    for (ProMdl model : batch.models) {
+        RunEntry entry = {{}, "read the name", PRO_TK_NO_ERROR};
+        entry.status = ModelNameGet(model, entry.model);
+        if (!Failed(entry.status)) {
+            const bool excluded = HasPrefix(batch.excluded, entry.model);
+            entry.step = excluded ? "excluded" : step;
+            if (!excluded) entry.status = work(model, entry.model);
+        }
+        batch.record.push_back(std::move(entry));
+    }
+}
+
+}  // namespace kv

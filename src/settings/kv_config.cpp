@@ -1,0 +1,121 @@
+// KvConfig: the common settings in one dialog.
+//
+// Radio groups choose, input panels hold the drawing templates by sheet size. Every group and panel is named
+// like the section it edits. Saving leaves the dialog open.
+
+#include "settings/kv_config.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <ProUtil.h>
+
+#include "base/host_handle.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "settings/settings_store.h"
+#include "ui/dialog.h"
+
+namespace kv {
+
+static constexpr char kDialog[] = "KvConfig";
+static constexpr wchar_t kChoiceKey[] = L"value";
+static constexpr wchar_t kTemplateKey[] = L"path";
+static constexpr wchar_t kTemplateFilter[] = L"*.drw";
+static constexpr wchar_t kFormatFolderOption[] = L"pro_format_dir";
+
+static constexpr const char* kChoicesInReadingOrder[] = {
+    "SetLastDir",      "AsmAssembly",      "PrtAssembly",
+    "SmtAssembly",     "RmbDisable",       "TweViewsUseAutoMainView",
+    "CompCopyAutoNum", "KvRandomColorOpt", "KvExportDwgDIr",
+    "KvExportPdfDIr",  "KvExportStpDir",   "KvCountForInstance",
+};
+static constexpr const char* kChoicesInSavingOrder[] = {
+    "SetLastDir",       "AsmAssembly",        "PrtAssembly",    "SmtAssembly",
+    "CompCopyAutoNum",  "KvExportDwgDIr",     "KvExportPdfDIr", "KvExportStpDir",
+    "KvRandomColorOpt", "KvCountForInstance", "RmbDisable",     "TweViewsUseAutoMainView",
+};
+
+// One drawing template: its panel, the button that picks a file for it, and the title of that choice.
+struct TemplateRow {
+    const char* panel;
+    const char* picker;
+    const wchar_t* title;
+};
+
+// clang-format off
+static constexpr TemplateRow kTemplates[] = {
+    // panel         picker       title
+    {"A0Asmpath",    "SelA0Asm",  L"请选择A0组件模板"},
+    {"A0Prtpath",    "SelA0Prt",  L"请选择A0零件模板"},
+    {"A1Asmpath",    "SelA1Asm",  L"请选择A1组件模板"},
+    {"A1Prtpath",    "SelA1Prt",  L"请选择A1零件模板"},
+    {"A2Asmpath",    "SelA2Asm",  L"请选择A2组件模板"},
+    {"A2Prtpath",    "SelA2Prt",  L"请选择A2零件模板"},
+    {"A3Asmpath",    "SelA3Asm",  L"请选择A3组件模板"},
+    {"A3Prtpath",    "SelA3Prt",  L"请选择A3零件模板"},
+    {"A4Asmpath",    "SelA4Asm",  L"请选择A4组件模板"},
+    {"A4Prtpath",    "SelA4Prt",  L"请选择A4零件模板"},
+    {"A4HAsmpath",   "SelA4HAsm", L"请选择A4横向组件模板"},
+    {"A4HPrtpath",   "SelA4HPrt", L"请选择A4横向零件模板"},
+};
+// clang-format on
+
+static void FillDialog(ProAppData data);
+static void OnSave(char* dialog, char* component, ProAppData data);
+static void OnPickTemplate(char* dialog, char* component, ProAppData data);
+
+ProError KvConfig() {
+    std::vector<DialogAction> actions = {{"save", DialogCallback<OnSave>}};
+    for (const TemplateRow& row : kTemplates) actions.push_back({row.picker, DialogCallback<OnPickTemplate>});
+    return RunDialog(kDialog, actions, nullptr, FillDialog);
+}
+
+static void FillDialog(ProAppData) {
+    const std::wstring path = SettingsPath(kCommonSettings);
+    for (const char* group : kChoicesInReadingOrder) {
+        std::string button;
+        const std::wstring stored = ReadSetting(path, WideName(group).c_str(), kChoiceKey);
+        // A stored text that no button can be named after chooses nothing, and neither does an empty one.
+        if (Failed(EncodeText(stored, CodePage::ThreadAnsi, button)) || button.empty()) continue;
+        SetRadioChoice(kDialog, group, button);
+    }
+    for (const TemplateRow& row : kTemplates)
+        SetInputText(kDialog, row.panel, ReadSetting(path, WideName(row.panel).c_str(), kTemplateKey));
+}
+
+static void OnSave(char*, char*, ProAppData) {
+    const std::wstring path = SettingsPath(kCommonSettings);
+    for (const char* group : kChoicesInSavingOrder) {
+        const std::string button = RadioChoice(kDialog, group);
+        // A group without a choice keeps what is stored: it may be a value of a later version.
+        if (button.empty()) continue;
+        WriteSetting(path, WideName(group).c_str(), kChoiceKey, WideName(button));
+    }
+    for (const TemplateRow& row : kTemplates) {
+        std::wstring file;
+        if (Failed(InputTextGet(kDialog, row.panel, file))) continue;
+        WriteSetting(path, WideName(row.panel).c_str(), kTemplateKey, file);
+    }
+}
+
+static void OnPickTemplate(char*, char* component, ProAppData) {
+    const auto pressed = [picker = std::string_view(component)](const TemplateRow& row) {
+        return picker == row.picker;
+    };
+    const TemplateRow* row = std::ranges::find_if(kTemplates, pressed);
+    if (row == std::end(kTemplates)) return;
+
+    // Without the option the choice starts in the working directory.
+    HostArray<ProPath> folders;
+    const ProError status = ProConfigoptArrayGet(HostText(kFormatFolderOption), folders.Receive());
+    const bool known = !Failed(status) && !Items(folders).empty();
+    ProPath file = {};
+    const ProError chosen = ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr,
+                                               nullptr, known ? *folders.Get() : nullptr, nullptr, file);
+    if (!Failed(chosen)) SetInputText(kDialog, row->panel, file);
+}
+
+}  // namespace kv

@@ -1,0 +1,11 @@
+// The command KvConfig.
+#pragma once
+
+#include <ProToolkit.h>
+
+namespace kv {
+
+// Lets the user edit the common settings. Errors: those of its dialog.
+ProError KvConfig();
+
+}  // namespace kv

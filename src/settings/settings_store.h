@@ -1,0 +1,32 @@
+// Settings that outlive a command: INI files in the folder KVconfig beside the plug-in.
+//
+// Each setting is a section of its own with one key: "value" for a choice, "path" for a template, "content"
+// in the files of single commands.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kv {
+
+// The file of the common settings, for SettingsPath.
+inline constexpr wchar_t kCommonSettings[] = L"KVconfig\\KvConfig.ini";
+
+// Full path of a file of the plug-in's home, found through the loaded module, such as
+// "KVconfig\KvConfig.ini". Empty, which reads as a missing file, when the module goes by another name or
+// the path gets too long.
+std::wstring SettingsPath(std::wstring_view relativeName);
+
+// The same found through the text directory that the host knows; `relativeName` begins with a backslash.
+std::wstring TextDirSettingsPath(std::wstring_view relativeName);
+
+// A setting as it is stored, cut at 254 characters; empty when file, section or key is missing. The caller
+// strips blanks where they do not count.
+std::wstring ReadSetting(const std::wstring& path, const wchar_t* section, const wchar_t* key);
+
+// Stores a setting. A file that cannot be written loses the change without a word. A new file is made
+// Unicode, so that it keeps every language's text; the folder is never made.
+void WriteSetting(const std::wstring& path, const wchar_t* section, const wchar_t* key,
+                  const std::wstring& value);
+
+}  // namespace kv

@@ -1,0 +1,130 @@
+// Host dialogs on the toolkit's dialog calls.
+//
+// The setters say nothing about a component that refuses its value: it then shows what its layout gives.
+
+#include "ui/dialog.h"
+
+#include <ProUICheckbutton.h>
+#include <ProUIDialog.h>
+#include <ProUIInputpanel.h>
+#include <ProUIOptionmenu.h>
+#include <ProUIPushbutton.h>
+#include <ProUIRadiogroup.h>
+
+#include "base/host_handle.h"
+#include "base/scope_exit.h"
+#include "base/text.h"
+#include "ui/message_box.h"
+
+namespace kv {
+
+static constexpr wchar_t kCreateError[] = L"UIDialog Create error!";
+static constexpr wchar_t kActivateError[] = L"UIDialog Activate error!";
+static constexpr wchar_t kDestroyError[] = L"UIDialog Destroy error!";
+static constexpr wchar_t kOutOfMemory[] = L"\t内存不足，操作未完成！\t";
+static constexpr wchar_t kBrokenOff[] = L"\t操作意外中断！\t";
+
+static ProError AttachActions(const char* name, std::span<const DialogAction> actions, ProAppData data);
+
+void ReportBrokenAction(ProError status) noexcept {
+    if (!Failed(status)) return;
+    ShowMessage(status == PRO_TK_OUT_OF_MEMORY ? kOutOfMemory : kBrokenOff);
+}
+
+ProError RunDialog(const char* name, std::span<const DialogAction> actions, ProAppData data,
+                   DialogFill fill) {
+    ProError status = ProUIDialogCreate(HostName(name), HostName(name));
+    if (Failed(status)) return ShowFailure(kCreateError, status);
+
+    ProError destroyed = PRO_TK_NO_ERROR;
+    {
+        const ScopeExit destroy([name, &destroyed] {
+            destroyed = ProUIDialogDestroy(HostName(name));
+            if (Failed(destroyed)) ShowMessage(kDestroyError);
+        });
+        status = AttachActions(name, actions, data);
+        if (Failed(status)) return status;
+        if (fill != nullptr) fill(data);
+
+        int exitCode = 0;
+        status = ProUIDialogActivate(HostName(name), &exitCode);
+        if (Failed(status)) return ShowFailure(kActivateError, status);
+    }
+    return destroyed;
+}
+
+ProError RunDialog(const char* name, std::initializer_list<DialogAction> actions, ProAppData data,
+                   DialogFill fill) {
+    return RunDialog(name, std::span(actions.begin(), actions.size()), data, fill);
+}
+
+void CloseDialog(char* dialog, char*, ProAppData) noexcept {
+    ProUIDialogExit(dialog, 0);
+}
+
+ProError InputTextGet(const char* dialog, const char* component, std::wstring& text) {
+    HostString value;
+    const ProError status = ProUIInputpanelValueGet(HostName(dialog), HostName(component), value.Receive());
+    text = Failed(status) ? std::wstring() : TextOf(value);
+    return status;
+}
+
+std::wstring InputText(const char* dialog, const char* component) {
+    std::wstring text;
+    return Failed(InputTextGet(dialog, component, text)) ? std::wstring() : text;
+}
+
+void SetInputText(const char* dialog, const char* component, const std::wstring& text) {
+    ProUIInputpanelValueSet(HostName(dialog), HostName(component), HostText(text.c_str()));
+}
+
+ProError OptionLabelGet(const char* dialog, const char* component, std::wstring& label) {
+    HostString value;
+    const ProError status = ProUIOptionmenuValueGet(HostName(dialog), HostName(component), value.Receive());
+    label = Failed(status) ? std::wstring() : TextOf(value);
+    return status;
+}
+
+void SetOptionLabel(const char* dialog, const char* component, const std::wstring& label) {
+    ProUIOptionmenuValueSet(HostName(dialog), HostName(component), HostText(label.c_str()));
+}
+
+ProError CheckTickedGet(const char* dialog, const char* component, bool& ticked) {
+    ProBoolean state = PRO_B_FALSE;
+    const ProError status = ProUICheckbuttonGetState(HostName(dialog), HostName(component), &state);
+    if (Failed(status)) return status;
+    ticked = state == PRO_B_TRUE;
+    return ticked || state == PRO_B_FALSE ? PRO_TK_NO_ERROR : PRO_TK_NOT_VALID;
+}
+
+void SetCheckTicked(const char* dialog, const char* component, bool ticked) {
+    if (ticked) {
+        ProUICheckbuttonSet(HostName(dialog), HostName(component));
+    } else {
+        ProUICheckbuttonUnset(HostName(dialog), HostName(component));
+    }
+}
+
+std::string RadioChoice(const char* dialog, const char* group) {
+    HostNames names;
+    const ProError status = ProUIRadiogroupSelectednamesGet(HostName(dialog), HostName(group),
+                                                            names.ReceiveCount(), names.ReceiveNames());
+    return Failed(status) ? std::string() : names.First();
+}
+
+void SetRadioChoice(const char* dialog, const char* group, const std::string& button) {
+    char* name = HostName(button.c_str());
+    ProUIRadiogroupSelectednamesSet(HostName(dialog), HostName(group), 1, &name);
+}
+
+// The close box does nothing of its own: without an action the dialog could not be left by it.
+static ProError AttachActions(const char* name, std::span<const DialogAction> actions, ProAppData data) {
+    for (const DialogAction& action : actions) {
+        const ProError status =
+            ProUIPushbuttonActivateActionSet(HostName(name), HostName(action.component), action.run, data);
+        if (Failed(status)) return status;
+    }
+    return ProUIDialogCloseActionSet(HostName(name), CloseDialog, nullptr);
+}
+
+}  // namespace kv

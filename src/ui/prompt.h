@@ -1,0 +1,20 @@
+// The host's message area: short messages and prompts.
+#pragma once
+
+#include <string>
+
+#include <ProToolkit.h>
+
+namespace kv {
+
+// Shows the message of a key of the plug-in's message file; `argument` replaces its "%0w". Errors: those of
+// ProMessageDisplay.
+ProError DisplayMessage(const char* key, const wchar_t* argument = nullptr);
+
+// Reads a text of at most `length` characters (127 or less) after a prompt was shown.
+//
+// fallback  the default that the prompt offered: the host answers plain Enter with a failure
+// Errors    PRO_TK_MSG_USER_QUIT alone, which ends the command quietly
+[[nodiscard]] ProError ReadMessageString(int length, const std::wstring& fallback, std::wstring& text);
+
+}  // namespace kv
