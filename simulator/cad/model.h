@@ -1,0 +1,225 @@
+// A model in the host's memory: part, assembly, drawing, format or manufacturing model.
+
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <variant>
+#include <vector>
+
+namespace sim {
+
+// Values are the host's model type codes.
+enum class ModelKind { kAssembly = 1, kPart = 2, kDrawing = 4, kFormat = 33, kManufacturing = 37 };
+
+// kMould: a manufacturing model of a mould, which the host opens in its mould mode (8); other manufacturing
+// models open in mode 7. In model files: "none", "solid", "sheetmetal", "skeleton", "assembly", "mould".
+enum class ModelSubtype { kNone, kSolidPart, kSheetmetal, kSkeleton, kDesignAssembly, kMould };
+
+using ParameterValue = std::variant<double, int, bool, std::wstring>;
+
+struct ModelParameter {
+    std::wstring name;  // as created; compared without regard to letter case
+    ParameterValue value;
+    bool relationDriven = false;
+    bool locked = false;
+};
+
+struct Vec3 {
+    double x = 0, y = 0, z = 0;
+};
+
+// Axis-aligned box of a surface in its part's coordinates and length unit.
+struct Box {
+    Vec3 minimum, maximum;
+};
+
+struct SurfaceItem {
+    int id = 0;
+    Box box;
+};
+
+// Rows 0-2 are the component's axes, row 3 its origin in the assembly: point' = point * M.
+using Matrix = std::array<std::array<double, 4>, 4>;
+Matrix IdentityMatrix();
+Matrix TranslationMatrix(double x, double y, double z);
+Matrix Product(const Matrix& first, const Matrix& second);  // apply `first`, then `second`
+Vec3 Transformed(const Vec3& point, const Matrix& matrix);
+// The way back; nothing for a matrix that flattens space.
+std::optional<Matrix> Inverse(const Matrix& matrix);
+
+struct CoordinateSystem {
+    int id = 0;
+    std::wstring name;
+    Matrix placement = IdentityMatrix();
+};
+
+class SimModel;
+
+// Feature statuses of the host that the simulator itself goes by.
+inline constexpr int kFeatureActive = 0;
+inline constexpr int kFeatureSuppressed = 5;
+// Feature type of a component.
+inline constexpr int kComponentType = 1000;
+
+// A feature of an assembly or part. A component is a feature with a model.
+struct Feature {
+    int id = 0;
+    int type = kComponentType;                 // the host's feature type
+    SimModel* component = nullptr;             // null: not a component, or its model could not be found
+    std::wstring missingName;                  // the component's model name when it could not be found,
+    ModelKind missingKind = ModelKind::kPart;  // its kind,
+    int missingStatus = kFeatureActive;        // and the status that the component has in the file
+    int status = 0;                            // the host's feature status: 0 active, 5 suppressed, ...
+    unsigned statusFlags = 0;
+    bool isVisible = true;  // ProFeatureVisibilityGet: false for internal features
+    bool isHidden = false;  // hidden by the user; says nothing to ProFeatureVisibilityGet
+    Matrix placement = IdentityMatrix();
+};
+
+// How a component is placed when not plainly.
+struct Placing {
+    int status = 0;
+    unsigned statusFlags = 0;
+    bool isVisible = true;
+    bool isHidden = false;
+    Matrix placement = IdentityMatrix();
+};
+
+struct DrawingSheet {
+    std::wstring size;  // "A3"
+    std::wstring name;
+    double scale = 1.0;
+    std::wstring format;  // format model name, empty: none
+};
+
+struct DrawingView {
+    int id = 0;
+    int sheet = 1;  // 1-based
+    SimModel* model = nullptr;
+    std::optional<double> scale;  // its own scale, else the sheet's
+    std::wstring name;
+    std::wstring missingModel;  // "pump.asm": named by the file, but not to be found
+};
+
+// What a test arranges and looks at, and what the host functions work on. Owned by the ModelStore; the
+// address is the host's model handle.
+class SimModel {
+public:
+    SimModel(std::wstring name, ModelKind kind, ModelSubtype subtype);
+
+    const std::wstring& Name() const { return name_; }
+    ModelKind Kind() const { return kind_; }
+    ModelSubtype Subtype() const { return subtype_; }
+
+    // ---- Components. Feature ids grow from 1 in the order of creation.
+    SimModel& Place(SimModel& component, int times = 1);
+    SimModel& Place(SimModel& component, const Placing& how);
+    // A component whose model is not to be found (its file is missing).
+    SimModel& PlaceMissing(std::wstring_view name);
+    // A feature that is no component.
+    SimModel& AddFeature(int type);
+    const std::vector<Feature>& Features() const { return features_; }
+    Feature* FindFeature(int id);
+
+    // ---- Parameters
+    SimModel& SetParameter(std::wstring_view name, ParameterValue value);
+    SimModel& DriveByRelation(std::wstring_view name);
+    SimModel& LockParameter(std::wstring_view name);
+    bool RemoveParameter(std::wstring_view name);
+    ModelParameter* FindParameter(std::wstring_view name);
+    const ModelParameter* FindParameter(std::wstring_view name) const;
+    bool HasParameter(std::wstring_view name) const { return FindParameter(name) != nullptr; }
+    // The value as text: strings as they are, integers in decimal, reals "%g", Booleans "YES"/"NO"; empty: no
+    // such one.
+    std::wstring Parameter(std::wstring_view name) const;
+    const std::vector<ModelParameter>& Parameters() const { return parameters_; }
+
+    // ---- Geometry (parts)
+    SimModel& AddSurface(const Box& box);
+    // Six faces of a block from the origin, in x, y, z.
+    SimModel& AddBlock(double x, double y, double z);
+    SimModel& AddCoordinateSystem(std::wstring_view name, const Matrix& placement = IdentityMatrix());
+    const std::vector<CoordinateSystem>& CoordinateSystems() const { return coordinateSystems_; }
+    const std::vector<std::unique_ptr<SurfaceItem>>& Surfaces() const { return surfaces_; }
+
+    // ---- Drawings and manufacturing models
+    SimModel& AddSheet(std::wstring_view size);
+    SimModel& AddView(SimModel& model, int sheet);
+    const std::vector<DrawingSheet>& Sheets() const { return sheets_; }
+    std::vector<DrawingSheet>& Sheets() { return sheets_; }
+    std::vector<DrawingView>& Views() { return views_; }
+    const std::vector<DrawingView>& Views() const { return views_; }
+    // A model that the drawing can show; AddView adds its own.
+    SimModel& AddShownModel(SimModel& model);
+    const std::vector<SimModel*>& ShownModels() const { return shownModels_; }
+    SimModel& SetMfgAssembly(SimModel& assembly);
+    SimModel* MfgAssembly() const { return mfgAssembly_; }
+
+    // ---- State of the session
+    SimModel& SetReadOnly(bool on = true);
+    bool IsReadOnly() const { return readOnly_; }
+    void CountRegeneration() { ++regenerations_; }
+    int Regenerations() const { return regenerations_; }
+    void CountTreeRefresh() { ++treeRefreshes_; }
+    int TreeRefreshes() const { return treeRefreshes_; }
+    bool IsModified() const { return modified_; }
+    void SetModified(bool on) { modified_ = on; }
+    int BodyCount() const { return bodies_; }
+    SimModel& SetBodyCount(int bodies);
+
+    // The models right below: of components, of drawing views, of a manufacturing model; each once, itself
+    // never.
+    const std::vector<SimModel*>& ModelsBelow() const { return below_; }
+    // How many other models have this one right below them.
+    int UserCount() const { return users_; }
+    // Cuts the ties to the models below, so that they may be erased.
+    void ReleaseModelsBelow();
+
+    // ---- Files. `directory` is where the next save goes; `origin` the file it came from, empty: new.
+    std::filesystem::path directory;
+    std::filesystem::path origin;
+
+private:
+    int TakeId() { return nextId_++; }
+    void Use(SimModel* below);
+    SimModel& InsertFeature(Feature feature);
+    void InsertFeatureWithId(Feature feature);
+    void IndexParameters();
+
+    std::wstring name_;
+    ModelKind kind_;
+    ModelSubtype subtype_;
+    std::vector<Feature> features_;
+    std::unordered_map<int, std::size_t> featureIndex_;  // only what does not stand at [id - 1]
+    int nextId_ = 1;
+    std::vector<ModelParameter> parameters_;
+    std::unordered_map<std::wstring, std::size_t> parameterIndex_;  // by upper-cased name
+    std::vector<std::unique_ptr<SurfaceItem>> surfaces_;
+    std::vector<CoordinateSystem> coordinateSystems_;
+    std::vector<DrawingSheet> sheets_;
+    std::vector<DrawingView> views_;
+    std::vector<SimModel*> shownModels_;
+    SimModel* mfgAssembly_ = nullptr;
+    std::vector<std::wstring> missingShownModels_;  // "pump.asm": named by the file, but not to be found
+    std::wstring missingMfgAssembly_;
+    std::vector<SimModel*> below_;
+    std::unordered_set<SimModel*> belowSet_;
+    int users_ = 0;
+    bool readOnly_ = false;
+    bool modified_ = true;
+    int regenerations_ = 0;
+    int treeRefreshes_ = 0;
+    int bodies_ = 1;
+
+    friend class ModelReader;  // fill a model from its file
+    friend class ModelWriter;  // and back
+};
+
+}  // namespace sim

@@ -1,0 +1,286 @@
+#include "cad/model_store.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include <windows.h>
+
+#include "cad/model_file.h"
+#include "report/utf8.h"
+
+namespace sim {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The host creates no model with a longer name, although it can hold one.
+constexpr std::size_t kLongestNewName = 31;
+
+// Windows' own form, without a separator at the end.
+fs::path Normal(const fs::path& path) {
+    fs::path normal = path.lexically_normal();
+    normal.make_preferred();
+    if (!normal.has_filename() && normal != normal.root_path()) normal = normal.parent_path();
+    return normal;
+}
+
+// False when the text is not on disk in full; no half-written file is left.
+bool WriteWhole(const fs::path& file, const std::string& text) {
+    {
+        std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+        stream.close();
+        if (stream) return true;
+    }
+    std::error_code error;
+    fs::remove(file, error);
+    return false;
+}
+
+}  // namespace
+
+// A model that is read but not yet tied to the models it names.
+struct ModelStore::Pending {
+    SimModel* model;
+    std::vector<ModelTie> ties;
+};
+
+ModelStore::ModelStore(fs::path workingDirectory)
+    : workingDirectory_(Normal(fs::absolute(workingDirectory))) {}
+
+ModelStore::~ModelStore() = default;
+
+// ---- Memory
+
+SimModel& ModelStore::Add(std::unique_ptr<SimModel> model) {
+    SimModel& added = *model;
+    handles_.insert(&added);
+    models_[{added.Kind(), UpperName(added.Name())}] = std::move(model);
+    return added;
+}
+
+SimModel* ModelStore::Create(std::wstring_view name, ModelKind kind, ModelSubtype subtype) {
+    if (name.empty() || name.size() > kLongestNewName || Find(name, kind) != nullptr) return nullptr;
+    SimModel& model = Add(std::make_unique<SimModel>(std::wstring(name), kind, subtype));
+    model.directory = workingDirectory_;
+    return &model;
+}
+
+SimModel* ModelStore::Find(std::wstring_view name, ModelKind kind) {
+    const auto found = models_.find({kind, UpperName(name)});
+    return found == models_.end() ? nullptr : found->second.get();
+}
+
+SimModel* ModelStore::FromHandle(const void* handle) {
+    if (!handles_.contains(handle)) return nullptr;
+    return static_cast<SimModel*>(const_cast<void*>(handle));
+}
+
+std::vector<SimModel*> ModelStore::All() {
+    std::vector<SimModel*> all;
+    for (const auto& [key, model] : models_) all.push_back(model.get());
+    return all;
+}
+
+bool ModelStore::Erase(SimModel& model) {
+    const auto found = models_.find({model.Kind(), UpperName(model.Name())});
+    if (found == models_.end() || found->second.get() != &model || model.UserCount() > 0) return false;
+    if (onErase) onErase(model);
+    if (current == &model) {
+        current = nullptr;
+        currentMode = -1;
+    }
+    model.ReleaseModelsBelow();
+    handles_.erase(&model);
+    erased_.push_back(std::move(found->second));
+    models_.erase(found);
+    return true;
+}
+
+// ---- Retrieval
+
+ModelFile ModelStore::NewestFile(std::wstring_view name, ModelKind kind, const fs::path& folder) const {
+    const ModelFile* file = folders_.try_emplace(folder, folder).first->second.Newest(name, kind, false);
+    if (file != nullptr) return *file;
+    return {{}, std::wstring(name), std::wstring(ExtensionOf(kind)), kind, 0};
+}
+
+std::vector<ModelFile> ModelStore::NewestFiles(const fs::path& folder) const {
+    return folders_.try_emplace(folder, folder).first->second.All();
+}
+
+ProError ModelStore::Retrieve(std::wstring_view name, ModelKind kind, SimModel*& model) {
+    model = Find(name, kind);
+    if (model != nullptr) return PRO_TK_NO_ERROR;
+    const ModelFile file = NewestFile(name, kind, workingDirectory_);
+    return file.version == 0 ? PRO_TK_E_NOT_FOUND : LoadTree(file, model);
+}
+
+ProError ModelStore::Load(const fs::path& path, ModelKind kind, SimModel*& model) {
+    model = nullptr;
+    const fs::path whole = Normal(workingDirectory_ / path);
+    const std::wstring fileName = whole.filename().wstring();
+    const std::optional<ModelFile> parts = ParseModelFileName(fileName);
+    if (parts && parts->kind != kind) return PRO_TK_INVALID_FILE;
+    const std::wstring name = parts ? parts->name : fileName;
+    model = Find(name, kind);
+    if (model != nullptr) return PRO_TK_NO_ERROR;
+
+    ModelFile file = NewestFile(name, kind, whole.parent_path());
+    if (parts && parts->version != 0) {
+        file.path = whole;
+        file.version = parts->version;
+    }
+    std::error_code error;
+    if (file.version == 0 || !fs::exists(file.path, error)) return PRO_TK_E_NOT_FOUND;
+    return LoadTree(file, model);
+}
+
+// Reads the model and then, one after the other, what the models read so far name: no recursion, and a model
+// that contains itself finds itself in memory.
+ProError ModelStore::LoadTree(const ModelFile& file, SimModel*& model) {
+    damaged_.clear();
+    std::vector<Pending> pending;
+    const ProError status = LoadOne(file, pending, model);
+    while (!pending.empty()) {
+        const Pending next = std::move(pending.back());
+        pending.pop_back();
+        for (const ModelTie& tie : next.ties)
+            TieModels(*next.model, tie, FindOrLoad(tie.name, tie.kind, next.model->directory, pending));
+    }
+    return status;
+}
+
+ProError ModelStore::LoadOne(const ModelFile& file, std::vector<Pending>& pending, SimModel*& model) {
+    model = nullptr;
+    if (damaged_.contains(file.path)) return PRO_TK_GENERAL_ERROR;
+    try {
+        ModelFileContent content = ReadModelFile(file.path, file.name, file.kind);
+        model = &Add(std::move(content.model));
+        model->directory = file.path.parent_path();
+        model->origin = file.path;
+        pending.push_back({model, std::move(content.ties)});
+        return PRO_TK_NO_ERROR;
+    } catch (const ModelFileError& error) {
+        damaged_.insert(file.path);
+        problems_.emplace_back(error.what());
+        return PRO_TK_GENERAL_ERROR;
+    } catch (const std::system_error&) {
+        damaged_.insert(file.path);
+        problems_.push_back(Utf8(file.path.filename().wstring()) + ": cannot be read");
+        return PRO_TK_CANT_OPEN;
+    }
+}
+
+SimModel* ModelStore::FindOrLoad(std::wstring_view name, ModelKind kind, const fs::path& folder,
+                                 std::vector<Pending>& pending) {
+    if (SimModel* model = Find(name, kind)) return model;
+    ModelFile file = NewestFile(name, kind, workingDirectory_);
+    if (file.version == 0 && folder != workingDirectory_) file = NewestFile(name, kind, folder);
+    SimModel* model = nullptr;
+    if (file.version != 0) (void)LoadOne(file, pending, model);
+    return model;
+}
+
+// ---- Saving
+
+ModelFile ModelStore::NextFile(const SimModel& model, const fs::path& folder) const {
+    const ModelFile* newest =
+        folders_.try_emplace(folder, folder).first->second.Newest(model.Name(), model.Kind(), true);
+    ModelFile file{{}, model.Name(), std::wstring(ExtensionOf(model.Kind())), model.Kind(), 1};
+    if (newest != nullptr) file.version = newest->version + 1;
+    file.path =
+        folder / (LowerName(model.Name()) + L"." + file.extension + L"." + std::to_wstring(file.version));
+    return file;
+}
+
+// The whole text goes to a file beside the new version, which gets its name when it is complete: a version is
+// there in full or not at all, and no version is ever written over.
+ProError ModelStore::Write(SimModel& model, const fs::path& folder) {
+    std::string text;
+    try {
+        text = ModelFileText(model);
+    } catch (const ModelFileError& error) {
+        problems_.emplace_back(error.what());
+        return PRO_TK_GENERAL_ERROR;
+    }
+    const fs::path temporary = folder / (L"~" + LowerName(model.Name()) + L".tmp");
+    if (!WriteWhole(temporary, text)) return PRO_TK_CANT_WRITE;
+    FolderIndex& index = folders_.try_emplace(folder, folder).first->second;
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const ModelFile file = NextFile(model, folder);
+        if (MoveFileW(temporary.c_str(), file.path.c_str()) != 0) {
+            index.Wrote(file);
+            model.directory = folder;
+            model.origin = file.path;
+            model.SetModified(false);
+            return PRO_TK_NO_ERROR;
+        }
+        index.Forget();
+    }
+    std::error_code error;
+    fs::remove(temporary, error);
+    return PRO_TK_CANT_WRITE;
+}
+
+namespace {
+
+// Everything below the model, each model once, without the model itself.
+std::vector<SimModel*> AllBelow(SimModel& top) {
+    std::vector<SimModel*> found;
+    std::unordered_set<SimModel*> seen = {&top};
+    std::vector<SimModel*> open = {&top};
+    while (!open.empty()) {
+        SimModel* model = open.back();
+        open.pop_back();
+        for (SimModel* below : model->ModelsBelow()) {
+            if (!seen.insert(below).second) continue;
+            found.push_back(below);
+            open.push_back(below);
+        }
+    }
+    return found;
+}
+
+}  // namespace
+
+ProError ModelStore::Save(SimModel& model) {
+    bool isWhole = true;
+    for (SimModel* below : AllBelow(model))
+        if (below->IsModified() && Write(*below, below->directory) != PRO_TK_NO_ERROR) isWhole = false;
+    if (Write(model, model.directory) != PRO_TK_NO_ERROR) return PRO_TK_GENERAL_ERROR;
+    return isWhole ? PRO_TK_NO_ERROR : PRO_TK_CHECKOUT_CONFLICT;
+}
+
+ProError ModelStore::Backup(SimModel& model, const fs::path& folder) {
+    const fs::path target = Normal(workingDirectory_ / folder);
+    std::error_code error;
+    if (!fs::is_directory(target, error)) return PRO_TK_INVALID_DIR;
+    ProError status = PRO_TK_NO_ERROR;
+    for (SimModel* below : AllBelow(model)) {
+        const bool isThere =
+            !below->IsModified() && below->origin.parent_path() == target && fs::exists(below->origin, error);
+        if (!isThere && Write(*below, target) != PRO_TK_NO_ERROR) status = PRO_TK_CANT_WRITE;
+    }
+    if (Write(model, target) != PRO_TK_NO_ERROR) status = PRO_TK_CANT_WRITE;
+    return status;
+}
+
+// ---- Working directory
+
+ProError ModelStore::ChangeDirectory(std::wstring_view path) {
+    if (path.empty()) return PRO_TK_INVALID_NAME;
+    const fs::path target = Normal(workingDirectory_ / fs::path(path));
+    std::error_code error;
+    if (!fs::is_directory(target, error)) return PRO_TK_INVALID_DIR;
+    fs::directory_iterator look(target, error);
+    if (error) return PRO_TK_CANT_ACCESS;
+    workingDirectory_ = target;
+    return PRO_TK_NO_ERROR;
+}
+
+}  // namespace sim

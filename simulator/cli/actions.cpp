@@ -1,0 +1,180 @@
+#include "cli/actions.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <string_view>
+
+#include "cad/generate.h"
+#include "cli/print.h"
+#include "host/sim_host.h"
+#include "report/utf8.h"
+#include "ui/picture.h"
+#include "ui/text_tree_check.h"
+#include "ui/user_script.h"
+
+namespace sim::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+HostSetup SetupFor(const Places& places) {
+    HostSetup setup;
+    setup.pluginHome = places.plugin.empty() ? SimHost::DefaultPluginHome() : places.plugin;
+    if (!fs::exists(setup.pluginHome / kPluginFile))
+        throw BadInput("no " + Utf8(kPluginFile) + " in " + Utf8(setup.pluginHome.wstring()) + "; name its folder with --plugin");
+    if (!places.workspace.empty()) {
+        std::error_code error;
+        if (!fs::is_directory(places.workspace, error))
+            throw BadInput("the workspace " + Utf8(places.workspace.wstring()) + " is no folder");
+        setup.workspace = fs::absolute(places.workspace);
+    }
+    return setup;
+}
+
+HostMode ModeFromText(const std::string& text) {
+    constexpr std::array<std::pair<std::string_view, HostMode>, 7> kModes = {{
+        {"none", HostMode::kNone},
+        {"part", HostMode::kPart},
+        {"sheetmetal", HostMode::kSheetmetal},
+        {"assembly", HostMode::kAssembly},
+        {"drawing", HostMode::kDrawing},
+        {"manufacture", HostMode::kManufacture},
+        {"mould", HostMode::kMould},
+    }};
+    for (const auto& [name, mode] : kModes)
+        if (text == name) return mode;
+    throw BadInput("unknown mode \"" + text + "\": use none, part, sheetmetal, assembly, drawing, manufacture or mould");
+}
+
+// The newest file of the model that a person means by "pump" or "pump.asm": of several kinds the first of asm, prt,
+// mfg, drw, frm.
+ModelFile FindModel(const ModelStore& models, const std::string& text) {
+    const std::wstring wanted = UpperName(Wide(text));
+    const std::vector<ModelFile> files = models.NewestFiles(models.WorkingDirectory());
+    if (files.empty()) throw BadInput("no models in " + Utf8(models.WorkingDirectory().wstring()));
+    for (const ModelFile& file : files)
+        if (UpperName(file.name) == wanted || UpperName(file.name + L"." + file.extension) == wanted) return file;
+    throw BadInput("no model \"" + text + "\" in " + Utf8(models.WorkingDirectory().wstring()) +
+                   "; `hostsim models` lists what is there");
+}
+
+// Files that were met damaged on the way are named; the rest was used.
+void PrintDamagedFiles(const ModelStore& models) {
+    for (const std::string& problem : models.Problems()) std::fprintf(stderr, "hostsim: %s\n", problem.c_str());
+}
+
+SimModel& RetrieveModel(ModelStore& models, const std::string& text) {
+    const ModelFile file = FindModel(models, text);
+    SimModel* model = nullptr;
+    const ProError status = models.Retrieve(file.name, file.kind, model);
+    if (status == PRO_TK_NO_ERROR) return *model;
+    PrintDamagedFiles(models);
+    throw BadInput("cannot read " + Utf8(file.path.wstring()));
+}
+
+int ReportProblems(const std::vector<std::string>& problems) {
+    for (const std::string& problem : problems) std::fprintf(stderr, "problem: %s\n", problem.c_str());
+    return problems.empty() ? 0 : 1;
+}
+
+void SaveChanged(ModelStore& models) {
+    for (SimModel* model : models.All()) {
+        if (!model->IsModified()) continue;
+        const ProError status = models.Save(*model);
+        if (status == PRO_TK_NO_ERROR)
+            std::printf("saved          %s\n", FileLabel(*model).c_str());
+        else
+            std::fprintf(stderr, "hostsim: %s was not saved (%d)\n", FileLabel(*model).c_str(), static_cast<int>(status));
+    }
+}
+
+}  // namespace
+
+int ListCommands(const Places& places, const std::string& mode) {
+    SimHost host(SetupFor(places));
+    host.session().models.currentMode = static_cast<int>(ModeFromText(mode.empty() ? "assembly" : mode));
+    PrintMenu(host.session());
+    return ReportProblems(host.TakeProblems());
+}
+
+int RunCommand(const Places& places, const RunOptions& options) {
+    SimHost host(SetupFor(places));
+    Session& session = host.session();
+    if (session.interface_.FindCommand(options.command) == nullptr)
+        throw BadInput("unknown command \"" + options.command + "\"; `hostsim commands` lists them");
+    if (!options.script.empty()) {
+        const std::vector<std::string> errors = LoadUserScript(fs::path(Wide(options.script)), session);
+        for (const std::string& error : errors) std::fprintf(stderr, "%s\n", error.c_str());
+        if (!errors.empty()) throw BadInput("the user script cannot be played");
+    }
+    if (!options.model.empty()) {
+        SimModel& model = RetrieveModel(session.models, options.model);
+        host.Open(model);
+        if (!options.mode.empty()) host.Open(model, ModeFromText(options.mode));
+    } else if (!options.mode.empty()) {
+        session.models.currentMode = static_cast<int>(ModeFromText(options.mode));
+    }
+
+    session.report.SetTracing(options.trace);
+    // A person at the command line sees where the command leaves the directory; it is no fault by itself.
+    host.AllowDirectoryChange();
+    const ProError status = host.Run(options.command);
+    if (options.trace) PrintTrace(session.report);
+    PrintSeen(session.user);
+    std::printf("%s answered %d\n", options.command.c_str(), static_cast<int>(status));
+    if (options.profile) PrintProfile(session.report);
+    PrintDamagedFiles(session.models);
+    if (options.save) SaveChanged(session.models);
+    return ReportProblems(host.TakeProblems());
+}
+
+int ListModels(const Places& places) {
+    const ModelStore models(fs::absolute(places.workspace));
+    const std::vector<ModelFile> files = models.NewestFiles(models.WorkingDirectory());
+    for (const ModelFile& file : files) std::printf("%s\n", Utf8(file.path.filename().wstring()).c_str());
+    if (files.empty()) throw BadInput("no models in " + Utf8(models.WorkingDirectory().wstring()));
+    return 0;
+}
+
+int ShowModel(const Places& places, const std::string& model, int levels) {
+    ModelStore models(fs::absolute(places.workspace));
+    PrintModel(RetrieveModel(models, model), levels);
+    PrintDamagedFiles(models);
+    return models.Problems().empty() ? 0 : 1;
+}
+
+int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile) {
+    SimHost host(SetupFor(places));
+    Session& session = host.session();
+    std::string fault;
+    Dialog* shown = session.interface_.LoadDialog(dialog, dialog, fault);
+    if (shown == nullptr) throw BadInput("cannot show the dialog " + dialog + ": " + fault);
+    std::printf("%s", SimDialog(session, *shown).Picture().c_str());
+    if (!svgFile.empty()) std::ofstream(fs::path(Wide(svgFile)), std::ios::binary) << DialogSvg(*shown);
+    session.interface_.DestroyDialog(dialog);
+    return ReportProblems(host.TakeProblems());
+}
+
+int Check(const Places& places) {
+    SimHost host(SetupFor(places));
+    std::vector<std::string> problems = CheckTextTree(host.session());
+    const std::size_t commands = host.session().interface_.Commands().size();
+    for (std::string& problem : host.TakeProblems()) problems.push_back(std::move(problem));
+    std::printf("%zu commands, %zu problems\n", commands, problems.size());
+    return ReportProblems(problems);
+}
+
+int Generate(const Places& places, const GenerateOptions& options) {
+    fs::create_directories(places.workspace);
+    ModelStore models(fs::absolute(places.workspace));
+    SimModel& top = GenerateAssembly(models, options.placements, options.depth, options.seed);
+    (void)options.name;
+    for (SimModel* model : models.All())
+        if (models.Save(*model) != PRO_TK_NO_ERROR) throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
+    std::printf("%s: %zu models written\n", FileLabel(top).c_str(), models.All().size());
+    return 0;
+}
+
+}  // namespace sim::cli

@@ -1,0 +1,48 @@
+// What the sub-commands of hostsim do. Each prints to stdout and answers the exit code: 0 done, 1 the plug-in or the
+// files have a problem (named on stderr), 2 the call was wrong (BadInput, thrown).
+
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace sim::cli {
+
+// A mistake in the call itself: one line for the user, exit code 2.
+class BadInput : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Places {
+    std::filesystem::path plugin;     // empty: beside the program
+    std::filesystem::path workspace;  // empty: none given
+};
+
+struct RunOptions {
+    std::string command;
+    std::string model;   // "name" or "name.ext"; empty: no model is open
+    std::string script;  // user script file, empty: nobody sits before the screen
+    std::string mode;    // overrides the model's own mode
+    bool trace = false;
+    bool profile = false;
+    bool save = false;   // saves what was changed, as the user would afterwards
+};
+
+struct GenerateOptions {
+    std::string name = "generated";
+    int placements = 1000;
+    int depth = 6;
+    unsigned seed = 1;
+};
+
+int ListCommands(const Places& places, const std::string& mode);
+int RunCommand(const Places& places, const RunOptions& options);
+int ListModels(const Places& places);
+int ShowModel(const Places& places, const std::string& model, int levels);
+int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile);
+int Check(const Places& places);
+int Generate(const Places& places, const GenerateOptions& options);
+
+}  // namespace sim::cli

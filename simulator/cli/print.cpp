@@ -1,0 +1,117 @@
+#include "cli/print.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "report/utf8.h"
+#include "windows/plugin_heap.h"
+
+namespace sim::cli {
+
+namespace {
+
+const char* AccessText(uiCmdAccessState state) {
+    switch (state) {
+        case ACCESS_AVAILABLE: return "available";
+        case ACCESS_INVISIBLE: return "hidden";
+        case ACCESS_REMOVE: return "removed";
+        default: return "greyed";
+    }
+}
+
+std::string Visible(const std::wstring& text) {
+    std::string line = Utf8(text);
+    for (std::size_t at = 0; (at = line.find_first_of("\t\n\r", at)) != std::string::npos; at += 2)
+        line.replace(at, 1, line[at] == '\t' ? "\\t" : line[at] == '\n' ? "\\n" : "\\r");
+    return line;
+}
+
+std::string StateText(const Feature& feature) {
+    std::string text;
+    if (feature.component == nullptr) text += "  missing";
+    if (feature.status != 0) text += "  suppressed";
+    if (feature.isHidden) text += "  hidden";
+    if (!feature.isVisible) text += "  internal";
+    return text;
+}
+
+const char* SubtypeText(ModelSubtype subtype) {
+    switch (subtype) {
+        case ModelSubtype::kSheetmetal: return "sheet metal";
+        case ModelSubtype::kSkeleton: return "skeleton";
+        case ModelSubtype::kMould: return "mould";
+        default: return "";
+    }
+}
+
+void PrintComponents(const SimModel& model, int level, int levels, std::vector<const SimModel*>& above) {
+    if (level > levels) return;
+    above.push_back(&model);
+    for (const Feature& feature : model.Features()) {
+        if (feature.type != 1000) continue;
+        const std::string name =
+            feature.component == nullptr ? Utf8(feature.missingName) : FileLabel(*feature.component);
+        std::printf("%*s%s%s\n", 2 * level, "", name.c_str(), StateText(feature).c_str());
+        const bool contained = std::find(above.begin(), above.end(), feature.component) != above.end();
+        if (feature.component != nullptr && !contained) PrintComponents(*feature.component, level + 1, levels, above);
+    }
+    above.pop_back();
+}
+
+}  // namespace
+
+std::string FileLabel(const SimModel& model) {
+    std::wstring extension(ExtensionOf(model.Kind()));
+    return Utf8(UpperName(model.Name() + L"." + extension));
+}
+
+void PrintMenu(Session& session) {
+    std::size_t widest = 0;
+    for (const MenuRow& row : session.interface_.MenuRows()) widest = std::max(widest, row.command.size());
+    int number = 0;
+    for (const MenuRow& row : session.interface_.MenuRows())
+        std::printf("%2d  %-*s  %-9s  %s  |  %s\n", ++number, static_cast<int>(widest), row.command.c_str(),
+                    AccessText(row.access), Utf8(row.label).c_str(), Utf8(row.help).c_str());
+}
+
+void PrintModel(const SimModel& model, int levels) {
+    std::printf("%s  %s\n", FileLabel(model).c_str(), SubtypeText(model.Subtype()));
+    if (!model.Parameters().empty()) std::printf("parameters\n");
+    for (const ModelParameter& parameter : model.Parameters())
+        std::printf("  %s = %s%s%s\n", Utf8(parameter.name).c_str(), Utf8(model.Parameter(parameter.name)).c_str(),
+                    parameter.relationDriven ? "  (relation)" : "", parameter.locked ? "  (locked)" : "");
+    if (!model.Sheets().empty()) std::printf("sheets\n");
+    for (const DrawingSheet& sheet : model.Sheets())
+        std::printf("  %s  scale %g\n", Utf8(sheet.size).c_str(), sheet.scale);
+    if (model.MfgAssembly() != nullptr) std::printf("assembly %s\n", FileLabel(*model.MfgAssembly()).c_str());
+    if (model.Features().empty()) return;
+    std::printf("components\n");
+    std::vector<const SimModel*> above;
+    PrintComponents(model, 1, levels, above);
+}
+
+void PrintTrace(const Report& report) {
+    for (const CallRecord& call : report.Trace())
+        std::printf("%s(%s) -> %d\n", call.site->name, call.arguments.c_str(), static_cast<int>(call.status));
+}
+
+void PrintProfile(const Report& report) {
+    std::printf("host calls %lld\n", report.CallCount());
+    for (const auto& [function, count] : report.CallCounts()) std::printf("%10lld  %s\n", count, function.c_str());
+    const PluginHeapFigures heap = PluginHeap();
+    std::printf("time       %.3f ms in the plug-in, %.3f ms in the host\n", 1e3 * report.PluginSeconds(),
+                1e3 * report.HostSeconds());
+    std::printf("heap       %lld allocations, peak %lld bytes\n", heap.allocations, heap.peakBytes);
+}
+
+void PrintSeen(const User& user) {
+    for (const std::wstring& line : user.messageArea) std::printf("message area   %s\n", Utf8(line).c_str());
+    for (const ShownBox& box : user.boxes)
+        std::printf("message box    [%s] %s\n", Utf8(box.caption).c_str(), Visible(box.text).c_str());
+    for (const StartedProgram& program : user.started)
+        std::printf("started        %s %s %s\n", Utf8(program.verb).c_str(), Utf8(program.file).c_str(),
+                    Utf8(program.parameters).c_str());
+    for (const std::wstring& macro : user.macros) std::printf("macro          %s\n", Visible(macro).c_str());
+}
+
+}  // namespace sim::cli

@@ -1,0 +1,220 @@
+#include "host/sim_host.h"
+
+#include <cstdio>
+#include <system_error>
+#include <utility>
+
+#include <windows.h>
+
+#include "report/utf8.h"
+#include "windows/desktop.h"
+#include "windows/plugin_heap.h"
+
+namespace sim {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kHostVersion[] = "hostsim 9";
+
+std::function<void(const std::string&)>& ProblemHandler() {
+    static std::function<void(const std::string&)> handler;
+    return handler;
+}
+
+fs::path& PluginHomeSetting() {
+    static fs::path home;
+    return home;
+}
+
+void ReportProblem(const std::string& problem) {
+    if (ProblemHandler())
+        ProblemHandler()(problem);
+    else
+        std::fprintf(stderr, "hostsim: %s\n", problem.c_str());
+}
+
+fs::path NewTemporaryFolder() {
+    static int counter = 0;
+    const std::wstring name =
+        L"hostsim-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++counter);
+    const fs::path folder = fs::temp_directory_path() / name;
+    std::error_code error;
+    fs::remove_all(folder, error);
+    fs::create_directories(folder);
+    return folder;
+}
+
+}  // namespace
+
+SimHost::SimHost(const HostSetup& setup) {
+    pluginHome_ = setup.pluginHome.empty() ? DefaultPluginHome() : setup.pluginHome;
+    if (setup.workspace.empty()) ownWorkspace_ = NewTemporaryFolder();
+    session_ = std::make_unique<Session>(setup.workspace.empty() ? ownWorkspace_ : setup.workspace,
+                                         setup.textDirectory.empty() ? pluginHome_ : setup.textDirectory);
+    ResetPluginHeap();
+    plugin_ = std::make_unique<Plugin>();
+    if (const std::string error = plugin_->Load(pluginHome_); !error.empty()) {
+        problems_.push_back(error);
+        plugin_.reset();
+        return;
+    }
+    if (setup.initialize) Initialize();
+}
+
+SimHost::~SimHost() {
+    Terminate();
+    for (const std::string& problem : TakeProblems()) ReportProblem(problem);
+    plugin_.reset();
+    session_.reset();
+    std::error_code error;
+    if (!ownWorkspace_.empty()) fs::remove_all(ownWorkspace_, error);
+}
+
+int SimHost::Initialize() {
+    if (!plugin_) return -1;
+    std::wstring message;
+    const int status = plugin_->Initialize(kHostVersion, message);
+    running_ = status == 0;
+    if (!running_) problems_.push_back("user_initialize answered " + std::to_string(status) + ": " + Utf8(message));
+    return status;
+}
+
+void SimHost::Terminate() {
+    if (plugin_ && running_) plugin_->Terminate();
+    running_ = false;
+}
+
+void SimHost::FireTimers() { FireDesktopTimers(); }
+
+// ---- Models
+
+SimModel& SimHost::Add(std::wstring_view name, ModelKind kind, ModelSubtype subtype) {
+    SimModel* model = session_->models.Create(name, kind, subtype);
+    if (model != nullptr) return *model;
+    std::fprintf(stderr, "hostsim: the model name \"%s\" is taken or too long\n", Utf8(name).c_str());
+    std::abort();
+}
+
+SimModel& SimHost::AddPart(std::wstring_view name) { return Add(name, ModelKind::kPart, ModelSubtype::kSolidPart); }
+
+SimModel& SimHost::AddSheetmetal(std::wstring_view name) {
+    return Add(name, ModelKind::kPart, ModelSubtype::kSheetmetal);
+}
+
+SimModel& SimHost::AddSkeleton(std::wstring_view name) {
+    return Add(name, ModelKind::kPart, ModelSubtype::kSkeleton);
+}
+
+SimModel& SimHost::AddAssembly(std::wstring_view name) {
+    return Add(name, ModelKind::kAssembly, ModelSubtype::kDesignAssembly);
+}
+
+void SimHost::AddDrawingFile(std::wstring_view name, const std::vector<std::wstring>& sheets) {
+    SimModel& drawing = Add(name, ModelKind::kDrawing, ModelSubtype::kNone);
+    for (const std::wstring& size : sheets) drawing.AddSheet(size);
+    if (session_->models.Save(drawing) != PRO_TK_NO_ERROR)
+        problems_.push_back("cannot write the drawing " + Utf8(name));
+    session_->models.Erase(drawing);
+}
+
+SimModel& SimHost::AddManufacturing(std::wstring_view name, SimModel& assembly, bool mould) {
+    return Add(name, ModelKind::kManufacturing, mould ? ModelSubtype::kMould : ModelSubtype::kNone)
+        .SetMfgAssembly(assembly);
+}
+
+SimModel* SimHost::Retrieve(std::wstring_view name, ModelKind kind) {
+    SimModel* model = nullptr;
+    return session_->models.Retrieve(name, kind, model) == PRO_TK_NO_ERROR ? model : nullptr;
+}
+
+void SimHost::Open(SimModel& model) { session_->desk.Open(model); }
+
+void SimHost::Open(SimModel& model, HostMode mode) {
+    Open(model);
+    session_->models.currentMode = static_cast<int>(mode);
+}
+
+// ---- Answers
+
+void SimHost::OnDialog(std::string name, std::function<void(SimDialog&)> actions) {
+    session_->user.dialogs[std::move(name)].push_back(std::move(actions));
+}
+
+void SimHost::AnswerFolder(std::optional<std::wstring> folder) { session_->user.folders.push_back(std::move(folder)); }
+void SimHost::AnswerFile(std::optional<std::wstring> file) { session_->user.files.push_back(std::move(file)); }
+void SimHost::AnswerPrompt(PromptAnswer answer) { session_->user.prompts.push_back(std::move(answer)); }
+void SimHost::AnswerPick(PickAnswer answer) { session_->user.picks.push_back(std::move(answer)); }
+void SimHost::AnswerBox(int answer) { session_->user.boxAnswers.push_back(answer); }
+
+void SimHost::Select(const std::vector<Pick>& picks) { session_->desk.selected = picks; }
+
+// ---- Acting
+
+int SimHost::Availability(std::string_view command) {
+    const Command* found = session_->interface_.FindCommand(command);
+    return found == nullptr ? kNotRegistered : static_cast<int>(session_->interface_.Availability(*found));
+}
+
+ProError SimHost::Run(std::string_view command) {
+    const fs::path directory = WorkingDirectory();
+    const auto options = session_->configOptions;
+    session_->report.ResetCalls();
+    ResetPluginHeap();
+    const ProError status = session_->interface_.RunCommand(command);
+    session_->desk.ApplyPending();
+    LookForLeftovers(directory, options);
+    return status;
+}
+
+// What a command takes from the host it gives back before it ends.
+void SimHost::LookForLeftovers(const fs::path& directory,
+                               const std::map<std::wstring, std::vector<std::wstring>>& options) {
+    for (const std::string& item : session_->report.OpenItems()) problems_.push_back("left open: " + item);
+    session_->report.DropOpenItems();
+    if (!directoryMayChange_ && directory != WorkingDirectory())
+        problems_.push_back("the working directory was left at " + Utf8(WorkingDirectory().wstring()));
+    directoryMayChange_ = false;
+    if (options != session_->configOptions) problems_.push_back("a configuration option was left changed");
+}
+
+std::wstring SimHost::LastMessage() const { return Boxes().empty() ? std::wstring() : Boxes().back().text; }
+
+std::vector<std::string> SimHost::TakeProblems() {
+    std::vector<std::string> problems = std::move(problems_);
+    problems_.clear();
+    for (const std::string& violation : session_->report.Violations()) problems.push_back("violation: " + violation);
+    session_->report.ClearViolations();
+    for (const std::string& problem : session_->user.problems) problems.push_back(problem);
+    session_->user.problems.clear();
+    for (const std::string& unused : session_->user.UnusedAnswers()) problems.push_back(unused);
+    ForgetAnswers();
+    return problems;
+}
+
+void SimHost::ForgetAnswers() {
+    session_->user.dialogs.clear();
+    session_->user.folders.clear();
+    session_->user.files.clear();
+    session_->user.prompts.clear();
+    session_->user.picks.clear();
+    session_->user.boxAnswers.clear();
+}
+
+// ---- All hosts
+
+void SimHost::SetProblemHandler(std::function<void(const std::string&)> handler) {
+    ProblemHandler() = std::move(handler);
+}
+
+fs::path SimHost::DefaultPluginHome() {
+    if (!PluginHomeSetting().empty()) return PluginHomeSetting();
+    std::wstring program(32768, L'\0');
+    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    return fs::path(program).parent_path().parent_path() / "korvane";
+}
+
+void SimHost::SetDefaultPluginHome(fs::path home) { PluginHomeSetting() = std::move(home); }
+
+}  // namespace sim

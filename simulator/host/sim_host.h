@@ -1,0 +1,121 @@
+// The simulator's control interface: arrange a workspace, answer the plug-in, run its commands, look at what happened.
+// Tests and the command line drive the host through it.
+
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/session.h"
+#include "ui/sim_dialog.h"
+#include "windows/plugin.h"
+
+namespace sim {
+
+struct HostSetup {
+    // The folder that holds the plug-in's module, KVconfig and text. Empty: DefaultPluginHome().
+    std::filesystem::path pluginHome;
+    // The working directory. Empty: a new temporary folder that goes with the host.
+    std::filesystem::path workspace;
+    // The registered text directory. Empty: the plug-in's home.
+    std::filesystem::path textDirectory;
+    // False: the plug-in is loaded but user_initialize waits for Initialize().
+    bool initialize = true;
+};
+
+// Host modes by their numbers in the host.
+enum class HostMode { kNone = -1, kPart = 1, kSheetmetal = 2, kAssembly = 5, kDrawing = 6, kManufacture = 7, kMould = 8 };
+
+inline constexpr int kNotRegistered = -2;
+
+class SimHost {
+public:
+    explicit SimHost(const HostSetup& setup = {});
+    // Stops the plug-in (user_terminate), and reports every problem that was not taken with TakeProblems.
+    ~SimHost();
+    SimHost(const SimHost&) = delete;
+    SimHost& operator=(const SimHost&) = delete;
+
+    // ---- Arranging models
+    SimModel& AddPart(std::wstring_view name);
+    SimModel& AddSheetmetal(std::wstring_view name);
+    SimModel& AddSkeleton(std::wstring_view name);
+    SimModel& AddAssembly(std::wstring_view name);
+    // A drawing with these sheets, e.g. {L"A3", L"A4"}; it lies in the working directory, not in memory.
+    void AddDrawingFile(std::wstring_view name, const std::vector<std::wstring>& sheets);
+    SimModel& AddManufacturing(std::wstring_view name, SimModel& assembly, bool mould = true);
+    // Retrieves a model of the working directory; null: there is none, or it is damaged.
+    SimModel* Retrieve(std::wstring_view name, ModelKind kind);
+    // Shows the model and makes it current, in the mode that fits it, or in `mode`.
+    void Open(SimModel& model);
+    void Open(SimModel& model, HostMode mode);
+
+    // ---- The user's answers, each used once, in order
+    void OnDialog(std::string name, std::function<void(SimDialog&)> actions);
+    void AnswerFolder(std::optional<std::wstring> folder);  // nullopt: Cancel
+    void AnswerFile(std::optional<std::wstring> file);
+    void AnswerPrompt(PromptAnswer answer);
+    void AnswerPick(PickAnswer answer);
+    void AnswerBox(int answer);
+    // What is selected in the graphics window now.
+    void Select(const std::vector<Pick>& picks);
+
+    // ---- Acting
+    // Picks the command from the menu. GENERAL_ERROR and a problem when it is unknown or not available now. After it
+    // the host looks for what was left behind: open items, a changed working directory, changed options.
+    ProError Run(std::string_view command);
+    // Availability of a command as the host would show it: 0 hidden, 1 greyed, 3 available; else kNotRegistered.
+    int Availability(std::string_view command);
+    // Starts the plug-in when the setup said not to; its answer.
+    int Initialize();
+    // Stops the plug-in early (the destructor then does not).
+    void Terminate();
+    // Lets the plug-in's timers tick.
+    void FireTimers();
+    // The next Run may end in another working directory.
+    void AllowDirectoryChange() { directoryMayChange_ = true; }
+
+    // ---- Seeing
+    const std::vector<ShownBox>& Boxes() const { return session_->user.boxes; }
+    // Text of the last message box; empty: none was shown.
+    std::wstring LastMessage() const;
+    const std::filesystem::path& WorkingDirectory() const { return session_->models.WorkingDirectory(); }
+    const std::filesystem::path& PluginHome() const { return pluginHome_; }
+    // Host calls of the last Run, all or of one function.
+    long long Calls() const { return session_->report.CallCount(); }
+    long long Calls(std::string_view function) const { return session_->report.CallCount(function); }
+    // Everything wrong so far: violations, open items, unexpected questions, arranged answers that were never asked for.
+    // Taken problems are not reported again.
+    std::vector<std::string> TakeProblems();
+    // Arranged answers that were not asked for are no problem from here on.
+    void ForgetAnswers();
+
+    Session& session() { return *session_; }
+
+    // ---- For all hosts of the process
+    // Where problems go when a host ends; without a handler they go to stderr.
+    static void SetProblemHandler(std::function<void(const std::string&)> handler);
+    // `../korvane` beside the folder of the running program, unless set.
+    static std::filesystem::path DefaultPluginHome();
+    static void SetDefaultPluginHome(std::filesystem::path home);
+
+private:
+    SimModel& Add(std::wstring_view name, ModelKind kind, ModelSubtype subtype);
+    void LookForLeftovers(const std::filesystem::path& directory,
+                          const std::map<std::wstring, std::vector<std::wstring>>& options);
+
+    std::filesystem::path pluginHome_;
+    std::filesystem::path ownWorkspace_;  // empty: the workspace is somebody's
+    std::unique_ptr<Session> session_;
+    std::unique_ptr<Plugin> plugin_;
+    std::vector<std::string> problems_;
+    bool running_ = false;
+    bool directoryMayChange_ = false;
+};
+
+}  // namespace sim

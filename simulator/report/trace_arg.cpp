@@ -1,0 +1,29 @@
+#include "report/trace_arg.h"
+
+#include <cstdio>
+
+#include "report/utf8.h"
+
+namespace sim {
+
+std::string TraceArg::Text() const {
+    char number[40];
+    switch (kind_) {
+        case Kind::kNarrow:
+            return narrow_ == nullptr ? "null" : "\"" + std::string(narrow_) + "\"";
+        case Kind::kWide:
+            return wide_ == nullptr ? "null" : "\"" + Utf8(wide_) + "\"";
+        case Kind::kInteger:
+            return std::to_string(integer_);
+        case Kind::kReal:
+            std::snprintf(number, sizeof number, "%g", real_);
+            return number;
+        case Kind::kPointer:
+            break;
+    }
+    if (pointer_ == nullptr) return "null";
+    std::snprintf(number, sizeof number, "%p", pointer_);
+    return number;
+}
+
+}  // namespace sim

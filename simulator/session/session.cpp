@@ -1,0 +1,34 @@
+#include "session/session.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace sim {
+
+namespace {
+Session* current = nullptr;
+}
+
+Session::Session(std::filesystem::path workingDirectory, std::filesystem::path textFolder)
+    : models(std::move(workingDirectory)), textDirectory(std::move(textFolder)) {
+    if (current != nullptr) {
+        std::fputs("hostsim: a second session in one process\n", stderr);
+        std::abort();
+    }
+    current = this;
+}
+
+Session::~Session() { current = nullptr; }
+
+Session& Host() {
+    if (current == nullptr) {
+        std::fputs("hostsim: a host function was called while no host runs\n", stderr);
+        std::abort();
+    }
+    return *current;
+}
+
+bool HostIsRunning() { return current != nullptr; }
+
+}  // namespace sim

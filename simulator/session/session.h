@@ -1,0 +1,57 @@
+// The one running host: models, user interface, the user who sits before it, and the report.
+
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cad/desk.h"
+#include "cad/model_store.h"
+#include "report/report.h"
+#include "toolkit/host_memory.h"
+#include "ui/interface.h"
+#include "ui/user.h"
+
+namespace sim {
+
+// Where the host stands in for documents that are silent or that the plug-in has to go against.
+struct Strictness {
+    // ProParameterValueWithUnitsSet may change a parameter's type (not documented either way).
+    bool typeChangeRefused = true;
+    // ProMdlExtensionGet knows the extension of a model that was never on disk (the documents speak of the file that the
+    // model was retrieved from).
+    bool newModelHasExtension = true;
+};
+
+class Session {
+public:
+    explicit Session(std::filesystem::path workingDirectory, std::filesystem::path textDirectory);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    Report report;
+    ModelStore models;
+    Desk desk{models};
+    HostMemory memory{report};
+    Interface interface_;
+    User user;
+    Strictness strict;
+
+    // The registered text directory: the folder that holds `text`.
+    std::filesystem::path textDirectory;
+    // Values by upper-cased option name; several for a multi-valued option.
+    std::map<std::wstring, std::vector<std::wstring>> configOptions;
+};
+
+// The session of this process. Calling the host without one is a programming error and ends the process with a
+// message: there is no status for it.
+Session& Host();
+
+// True while a session is alive.
+bool HostIsRunning();
+
+}  // namespace sim

@@ -1,0 +1,45 @@
+// Checks of what the plug-in hands to a host function. What is NULL is the plug-in's right to try; what is
+// wrong in a way that a real host would not survive is a violation too.
+
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include <ProObjects.h>
+
+#include "session/session.h"
+
+namespace sim {
+
+// An output buffer in a trace: its place, for there is no text in it yet.
+inline const void* Output(const void* buffer) {
+    return buffer;
+}
+
+// The model behind a handle; null for NULL. A handle of no model in memory, or of one that this command has
+// erased, is a violation.
+SimModel* FindModel(Session& host, const void* handle);
+// The same for a handle that is passed as this kind; another kind is a violation.
+SimModel* FindModelOf(Session& host, const void* handle, ModelKind kind);
+// A part or an assembly.
+SimModel* FindSolid(Session& host, const void* handle);
+
+// The feature behind an item; null when there is none. An item that was never filled, or whose feature or
+// owner is gone, is a violation.
+const Feature* FindFeature(Session& host, const ProModelitem* item);
+
+// A text input of a buffer type of `size` characters. Nothing for NULL, and, with a violation, for a text
+// that does not end within that size.
+std::optional<std::wstring_view> TextInput(Session& host, const wchar_t* text, std::size_t size);
+
+// The kind with this model or file type number.
+std::optional<ModelKind> KindFromType(int type);
+
+void CopyMatrix(const Matrix& from, ProMatrix to);
+
+// A folder as the host writes it into a ProPath. False when it does not fit.
+[[nodiscard]] bool FillPath(const std::filesystem::path& path, bool withSeparator, wchar_t* buffer);
+
+}  // namespace sim

@@ -1,0 +1,222 @@
+#include "toolkit/host_memory.h"
+
+#include <cstring>
+#include <utility>
+
+#include "session/session.h"
+
+namespace sim {
+
+namespace {
+
+constexpr std::size_t kGuard = 32;
+constexpr std::byte kGuardByte{0xFD};
+constexpr std::byte kUnused{0xCD};
+constexpr std::byte kFreed{0xDD};
+// So much freed memory is kept to recognise stale pointers.
+constexpr std::size_t kRetiredLimit = std::size_t{8} << 20;
+// Up to this many elements every growth moves the array; beyond it only a growth past the capacity does, or
+// arrays of a hundred thousand elements that grow one by one would be copied a hundred thousand times.
+constexpr std::size_t kAlwaysMoves = 64;
+
+Account AccountOf(BlockKind kind) {
+    switch (kind) {
+        case BlockKind::kArray:
+            return Account::kArray;
+        case BlockKind::kSelectionArray:
+            return Account::kSelection;
+        case BlockKind::kString:
+        case BlockKind::kText:
+            return Account::kString;
+        case BlockKind::kStringArray:
+        case BlockKind::kTextArray:
+            return Account::kStringArray;
+        case BlockKind::kGeometryData:
+            break;
+    }
+    return Account::kGeometryData;
+}
+
+const char* KindName(BlockKind kind) {
+    switch (kind) {
+        case BlockKind::kArray:
+            return "array";
+        case BlockKind::kSelectionArray:
+            return "selection array";
+        case BlockKind::kString:
+            return "wide string";
+        case BlockKind::kText:
+            return "8-bit string";
+        case BlockKind::kStringArray:
+            return "list of wide strings";
+        case BlockKind::kTextArray:
+            return "list of 8-bit strings";
+        case BlockKind::kGeometryData:
+            break;
+    }
+    return "geometry data";
+}
+
+std::size_t TotalBytes(const HostBlock& block) {
+    return kGuard + block.capacity * block.elementSize + kGuard;
+}
+
+void Prepare(HostBlock& block, std::size_t capacity) {
+    block.capacity = capacity;
+    const std::size_t bytes = TotalBytes(block);
+    block.memory = std::make_unique_for_overwrite<std::byte[]>(bytes);
+    std::fill_n(block.memory.get(), kGuard, kGuardByte);
+    std::fill_n(block.memory.get() + kGuard, bytes - 2 * kGuard, kUnused);
+    std::fill_n(block.memory.get() + bytes - kGuard, kGuard, kGuardByte);
+}
+
+bool IsFilled(const std::byte* from, std::size_t size, std::byte with) {
+    return std::all_of(from, from + size, [with](std::byte byte) { return byte == with; });
+}
+
+}  // namespace
+
+std::byte* HostBlock::Data() const {
+    return memory.get() + kGuard;
+}
+
+HostBlock& HostMemory::Allocate(BlockKind kind, std::size_t count, std::size_t elementSize, std::size_t step,
+                                std::string_view note) {
+    auto block = std::make_unique<HostBlock>(HostBlock{kind, elementSize, count, 0, step, nullptr});
+    Prepare(*block, count);
+    std::fill_n(block->Data(), count * elementSize, std::byte{0});
+    HostBlock& result = *block;
+    // The account knows the block, not its data: an array keeps its entry when it moves.
+    report_.Opened(AccountOf(kind), &result, note);
+    blocks_.emplace(result.Data(), std::move(block));
+    return result;
+}
+
+HostBlock* HostMemory::Find(std::initializer_list<BlockKind> kinds, const void* data) {
+    if (data == nullptr) return nullptr;
+    const auto found = blocks_.find(data);
+    if (found != blocks_.end() && std::ranges::find(kinds, found->second->kind) != kinds.end())
+        return found->second.get();
+    const std::string wanted = KindName(*kinds.begin());
+    const auto retired = retiredHow_.find(data);
+    if (found != blocks_.end())
+        report_.Violation("is given a " + std::string(KindName(found->second->kind)) + " for a " + wanted);
+    else if (retired != retiredHow_.end())
+        report_.Violation("is given a " + wanted + " that " + retired->second);
+    else
+        report_.Violation("is given a pointer that is no " + wanted + " of the host's");
+    return nullptr;
+}
+
+void HostMemory::CheckGuards(const HostBlock& block, std::size_t unusedBytes) {
+    const std::size_t used = block.count * block.elementSize;
+    const std::size_t room = block.capacity * block.elementSize;
+    const bool isIntact = IsFilled(block.memory.get(), kGuard, kGuardByte) &&
+                          IsFilled(block.Data() + used, std::min(unusedBytes, room - used), kUnused) &&
+                          IsFilled(block.Data() + room, kGuard, kGuardByte);
+    if (!isIntact)
+        report_.Violation(std::string("finds a ") + KindName(block.kind) + " written outside its elements");
+}
+
+void HostMemory::Retire(HostBlock& block, const char* how) {
+    const std::size_t bytes = TotalBytes(block);
+    const void* data = block.Data();
+    std::fill_n(block.memory.get(), bytes, kFreed);
+    retired_.push_back({std::move(block.memory), data, bytes});
+    retiredHow_[data] = how;
+    retiredBytes_ += bytes;
+    while (retiredBytes_ > kRetiredLimit) {
+        retiredBytes_ -= retired_.front().bytes;
+        retiredHow_.erase(retired_.front().data);
+        retired_.pop_front();
+    }
+}
+
+void HostMemory::Resize(HostBlock& block, std::size_t count) {
+    const bool moves = count > block.count && (count > block.capacity || count <= kAlwaysMoves);
+    // All of the unused room only when the data move: it may be large, and one element may be added at a
+    // time.
+    CheckGuards(block,
+                moves ? block.capacity * block.elementSize
+                      : std::max(count, block.count) * block.elementSize - block.count * block.elementSize);
+    const std::size_t kept = std::min(count, block.count) * block.elementSize;
+    if (moves) {
+        HostBlock next{block.kind, block.elementSize, count, 0, block.step, nullptr};
+        const bool fits = count <= block.capacity;
+        Prepare(next,
+                fits ? block.capacity : std::max({count, block.count + block.step, block.capacity * 3 / 2}));
+        std::memcpy(next.Data(), block.Data(), kept);
+        auto node = blocks_.extract(block.Data());
+        Retire(block, "has moved since");
+        block.memory = std::move(next.memory);
+        block.capacity = next.capacity;
+        node.key() = block.Data();
+        blocks_.insert(std::move(node));
+    }
+    if (count > block.count)
+        std::fill_n(block.Data() + kept, count * block.elementSize - kept, std::byte{0});
+    else
+        std::fill_n(block.Data() + kept, block.count * block.elementSize - kept, kUnused);
+    block.count = count;
+}
+
+bool HostMemory::Release(BlockKind kind, const void* data) {
+    HostBlock* block = Find({kind}, data);
+    if (block == nullptr) return false;
+    CheckGuards(*block, block->capacity * block->elementSize);
+    report_.Closed(AccountOf(kind), block);
+    Retire(*block, "was freed");
+    blocks_.erase(data);
+    return true;
+}
+
+wchar_t* NewHostString(Session& host, std::wstring_view text) {
+    const HostBlock& block = host.memory.Allocate(BlockKind::kString, text.size() + 1, sizeof(wchar_t));
+    auto* data = reinterpret_cast<wchar_t*>(block.Data());
+    std::copy(text.begin(), text.end(), data);
+    return data;
+}
+
+char* NewHostText(Session& host, std::string_view text) {
+    const HostBlock& block = host.memory.Allocate(BlockKind::kText, text.size() + 1, sizeof(char));
+    auto* data = reinterpret_cast<char*>(block.Data());
+    std::copy(text.begin(), text.end(), data);
+    return data;
+}
+
+namespace {
+
+// The pointers first, the characters behind them: one block, so that no string can be freed alone.
+template <typename Char>
+Char** NewList(Session& host, BlockKind kind, const std::vector<std::basic_string<Char>>& texts) {
+    if (texts.empty()) return nullptr;
+    std::size_t bytes = texts.size() * sizeof(Char*);
+    for (const auto& text : texts) bytes += (text.size() + 1) * sizeof(Char);
+    HostBlock& block = host.memory.Allocate(kind, bytes, 1);
+    block.step = texts.size();
+    auto** list = reinterpret_cast<Char**>(block.Data());
+    auto* next = reinterpret_cast<Char*>(list + texts.size());
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        list[i] = next;
+        next = std::copy(texts[i].begin(), texts[i].end(), next) + 1;
+    }
+    return list;
+}
+
+}  // namespace
+
+wchar_t** NewHostStringArray(Session& host, const std::vector<std::wstring>& texts) {
+    return NewList(host, BlockKind::kStringArray, texts);
+}
+
+char** NewHostTextArray(Session& host, const std::vector<std::string>& texts) {
+    return NewList(host, BlockKind::kTextArray, texts);
+}
+
+void* NewHostArrayBytes(Session& host, const void* items, std::size_t count, std::size_t elementSize) {
+    const HostBlock& block = host.memory.Allocate(BlockKind::kArray, count, elementSize);
+    if (count > 0) std::memcpy(block.Data(), items, count * elementSize);
+    return block.Data();
+}
+
+}  // namespace sim

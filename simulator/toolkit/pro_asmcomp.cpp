@@ -1,0 +1,18 @@
+#include <ProAsmcomp.h>
+
+#include "session/traced.h"
+#include "toolkit/arguments.h"
+
+using namespace sim;
+
+ProError ProAsmcompMdlGet(ProAsmcomp* p_feat_handle, ProMdl* p_mdl_handle) {
+    static const CallSite kSite("ProAsmcompMdlGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {p_feat_handle, p_mdl_handle}, [&](Session& host) -> ProError {
+        const Feature* feature = FindFeature(host, p_feat_handle);
+        if (feature == nullptr || p_mdl_handle == nullptr || feature->type != kComponentType)
+            return PRO_TK_BAD_INPUTS;
+        if (feature->component == nullptr) return PRO_TK_E_NOT_FOUND;
+        *p_mdl_handle = feature->component;
+        return PRO_TK_NO_ERROR;
+    });
+}

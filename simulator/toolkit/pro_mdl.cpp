@@ -1,0 +1,205 @@
+#include <ProMdl.h>
+
+#include <algorithm>
+
+#include "report/utf8.h"
+#include "session/traced.h"
+#include "toolkit/arguments.h"
+#include "toolkit/host_memory.h"
+
+using namespace sim;
+
+namespace {
+
+// The longest name that the name functions take and give, although their buffers are longer.
+constexpr std::size_t kLongestName = 80;
+
+ProMdlsubtype SubtypeOf(const SimModel& model) {
+    switch (model.Subtype()) {
+        case ModelSubtype::kSheetmetal:
+            return PROMDLSTYPE_PART_SHEETMETAL;
+        // Being a skeleton is no subtype.
+        case ModelSubtype::kSkeleton:
+        case ModelSubtype::kSolidPart:
+            return PROMDLSTYPE_PART_SOLID;
+        case ModelSubtype::kDesignAssembly:
+            return PROMDLSTYPE_ASM_DESIGN;
+        case ModelSubtype::kMould:
+        case ModelSubtype::kNone:
+            break;
+    }
+    return PROMDLSTYPE_NONE;
+}
+
+}  // namespace
+
+ProError ProMdlCurrentGet(ProMdl* p_handle) {
+    static const CallSite kSite("ProMdlCurrentGet", {PRO_TK_BAD_CONTEXT});
+    return Traced(kSite, {p_handle}, [&](Session& host) -> ProError {
+        if (p_handle == nullptr) return PRO_TK_BAD_INPUTS;
+        if (host.models.current == nullptr) return PRO_TK_BAD_CONTEXT;
+        *p_handle = host.models.current;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlTypeGet(ProMdl model, ProMdlType* p_type) {
+    static const CallSite kSite("ProMdlTypeGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {model, p_type}, [&](Session& host) -> ProError {
+        if (p_type == nullptr) return PRO_TK_BAD_INPUTS;
+        const SimModel* found = FindModel(host, model);
+        *p_type = found == nullptr ? PRO_MDL_UNUSED : static_cast<ProMdlType>(found->Kind());
+        return found == nullptr ? PRO_TK_BAD_INPUTS : PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlSubtypeGet(ProMdl model, ProMdlsubtype* subtype) {
+    static const CallSite kSite("ProMdlSubtypeGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {model, subtype}, [&](Session& host) -> ProError {
+        if (subtype == nullptr) return PRO_TK_BAD_INPUTS;
+        *subtype = PROMDLSTYPE_NONE;
+        const SimModel* found = FindModel(host, model);
+        if (found == nullptr) return PRO_TK_BAD_INPUTS;
+        *subtype = SubtypeOf(*found);
+        return *subtype == PROMDLSTYPE_NONE ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlNameGet(ProMdl handle, ProName name) {
+    static const CallSite kSite("ProMdlNameGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {handle, Output(name)}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModel(host, handle);
+        if (model == nullptr) return PRO_TK_BAD_INPUTS;
+        return FillBuffer<wchar_t>(model->Name(), name, PRO_NAME_SIZE) ? PRO_TK_NO_ERROR : PRO_TK_BAD_INPUTS;
+    });
+}
+
+ProError ProMdlMdlnameGet(ProMdl handle, ProMdlName name) {
+    static const CallSite kSite("ProMdlMdlnameGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {handle, Output(name)}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModel(host, handle);
+        if (model == nullptr || model->Name().size() > kLongestName) return PRO_TK_BAD_INPUTS;
+        return FillBuffer<wchar_t>(model->Name(), name, PRO_MDLNAME_SIZE) ? PRO_TK_NO_ERROR
+                                                                          : PRO_TK_BAD_INPUTS;
+    });
+}
+
+ProError ProMdlExtensionGet(ProMdl handle, ProMdlExtension ext) {
+    static const CallSite kSite("ProMdlExtensionGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {handle, Output(ext)}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModel(host, handle);
+        if (model == nullptr || ext == nullptr) return PRO_TK_BAD_INPUTS;
+        if (model->origin.empty() && !host.strict.newModelHasExtension) return PRO_TK_E_NOT_FOUND;
+        const bool isFilled = FillBuffer<wchar_t>(ExtensionOf(model->Kind()), ext, PRO_MDLEXTENSION_SIZE);
+        return isFilled ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
+    });
+}
+
+ProError ProMdlDirectoryPathGet(ProMdl handle, ProPath dir_path) {
+    static const CallSite kSite("ProMdlDirectoryPathGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {handle, Output(dir_path)}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModel(host, handle);
+        if (model == nullptr || dir_path == nullptr) return PRO_TK_BAD_INPUTS;
+        return FillPath(model->directory, true, dir_path) ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
+    });
+}
+
+ProError ProMdlToModelitem(ProMdl mdl, ProModelitem* p_model_item) {
+    static const CallSite kSite("ProMdlToModelitem", {PRO_TK_BAD_INPUTS, PRO_TK_INVALID_PTR});
+    return Traced(kSite, {mdl, p_model_item}, [&](Session& host) -> ProError {
+        if (mdl == nullptr || p_model_item == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel* model = FindModel(host, mdl);
+        if (model == nullptr) return PRO_TK_INVALID_PTR;
+        *p_model_item = {static_cast<ProType>(model->Kind()), PRO_VALUE_UNUSED, model};
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlnameRetrieve(ProFamilyMdlName name, ProMdlfileType type, ProMdl* p_handle) {
+    static const CallSite kSite("ProMdlnameRetrieve",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND, PRO_TK_NO_PERMISSION});
+    return Traced(kSite, {name, type, p_handle}, [&](Session& host) -> ProError {
+        const auto text = TextInput(host, name, PRO_FAMILY_MDLNAME_SIZE);
+        const auto kind = KindFromType(type);
+        if (!text || text->empty() || text->size() > kLongestName || !kind || p_handle == nullptr)
+            return PRO_TK_BAD_INPUTS;
+        SimModel* model = nullptr;
+        const ProError status = host.models.Retrieve(*text, *kind, model);
+        if (status == PRO_TK_NO_ERROR) *p_handle = model;
+        return status;
+    });
+}
+
+ProError ProMdlFiletypeLoad(ProPath full_path, ProMdlfileType type, ProBoolean ask_user_about_reps,
+                            ProMdl* p_handle) {
+    static const CallSite kSite(
+        "ProMdlFiletypeLoad",
+        {PRO_TK_BAD_INPUTS, PRO_TK_CANT_OPEN, PRO_TK_E_NOT_FOUND, PRO_TK_INVALID_FILE, PRO_TK_NO_PERMISSION});
+    return Traced(kSite, {full_path, type, ask_user_about_reps, p_handle}, [&](Session& host) -> ProError {
+        const auto text = TextInput(host, full_path, PRO_PATH_SIZE);
+        if (!text || text->empty() || p_handle == nullptr) return PRO_TK_BAD_INPUTS;
+        auto kind = KindFromType(type);
+        if (type == PRO_MDLFILE_UNUSED) {
+            const auto parts = ParseModelFileName(std::filesystem::path(*text).filename().wstring());
+            if (parts) kind = parts->kind;
+        }
+        if (!kind) return PRO_TK_BAD_INPUTS;
+        SimModel* model = nullptr;
+        const ProError status = host.models.Load(*text, *kind, model);
+        if (status == PRO_TK_NO_ERROR) *p_handle = model;
+        return status;
+    });
+}
+
+ProError ProMdlnameBackup(ProMdl handle, ProPath backup_dir) {
+    static const CallSite kSite("ProMdlnameBackup",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_CANT_WRITE, PRO_TK_INVALID_DIR});
+    return Traced(kSite, {handle, backup_dir}, [&](Session& host) -> ProError {
+        SimModel* model = FindModel(host, handle);
+        const auto folder = TextInput(host, backup_dir, PRO_PATH_SIZE);
+        if (model == nullptr || !folder) return PRO_TK_BAD_INPUTS;
+        return host.models.Backup(*model, folder->empty() ? host.models.WorkingDirectory() : *folder);
+    });
+}
+
+ProError ProMdlDisplay(ProMdl model) {
+    static const CallSite kSite("ProMdlDisplay",
+                                {PRO_TK_BAD_CONTEXT, PRO_TK_E_NOT_FOUND, PRO_TK_INVALID_TYPE});
+    return Traced(kSite, {model}, [&](Session& host) -> ProError {
+        if (model == nullptr && host.models.current == nullptr) return PRO_TK_BAD_CONTEXT;
+        SimModel* shown = model == nullptr ? host.models.current : FindModel(host, model);
+        if (shown == nullptr) return PRO_TK_E_NOT_FOUND;
+        host.desk.Display(*shown);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProTreetoolRefresh(ProMdl mdl) {
+    static const CallSite kSite("ProTreetoolRefresh", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {mdl}, [&](Session& host) -> ProError {
+        SimModel* model = FindModel(host, mdl);
+        if (model == nullptr) return PRO_TK_BAD_INPUTS;
+        if (!host.desk.IsShown(*model)) return PRO_TK_E_NOT_FOUND;
+        model->CountTreeRefresh();
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlSave(ProMdl handle) {
+    static const CallSite kSite("ProMdlSave",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_CHECKOUT_CONFLICT, PRO_TK_NO_PERMISSION});
+    return Traced(kSite, {handle}, [&](Session& host) -> ProError {
+        SimModel* model = FindModel(host, handle);
+        return model == nullptr ? PRO_TK_BAD_INPUTS : host.models.Save(*model);
+    });
+}
+
+ProError ProMdlErase(ProMdl handle) {
+    static const CallSite kSite("ProMdlErase", {PRO_TK_BAD_INPUTS, PRO_TK_E_DEADLOCK});
+    return Traced(kSite, {handle}, [&](Session& host) -> ProError {
+        SimModel* model = FindModel(host, handle);
+        if (model == nullptr) return PRO_TK_BAD_INPUTS;
+        host.desk.EraseLater(*model);
+        return PRO_TK_NO_ERROR;
+    });
+}

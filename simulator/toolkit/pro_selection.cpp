@@ -1,0 +1,150 @@
+#include <ProSelection.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "report/utf8.h"
+#include "session/traced.h"
+#include "toolkit/arguments.h"
+#include "toolkit/host_memory.h"
+#include "toolkit/picks.h"
+
+using namespace sim;
+
+namespace {
+
+// A word of the filter and the item types that it lets the user pick, one or two.
+struct FilterWord {
+    std::string_view word;
+    int type;
+    int otherType = PRO_TYPE_UNUSED;
+};
+
+constexpr std::array kFilterWords = {
+    FilterWord{"point", PRO_POINT},       FilterWord{"axis", PRO_AXIS},
+    FilterWord{"datum", PRO_DATUM_PLANE}, FilterWord{"csys", PRO_CSYS},
+    FilterWord{"feature", PRO_FEATURE},   FilterWord{"membfeat", PRO_FEATURE},
+    FilterWord{"component", PRO_FEATURE}, FilterWord{"edge", PRO_EDGE},
+    FilterWord{"sldedge", PRO_EDGE},      FilterWord{"qltedge", PRO_EDGE},
+    FilterWord{"curve", PRO_CURVE},       FilterWord{"comp_crv", PRO_CURVE},
+    FilterWord{"surface", PRO_SURFACE},   FilterWord{"sldface", PRO_SURFACE},
+    FilterWord{"qltface", PRO_SURFACE},   FilterWord{"dtmqlt", PRO_QUILT},
+    FilterWord{"part", PRO_PART},         FilterWord{"prt_or_asm", PRO_PART, PRO_ASSEMBLY},
+    FilterWord{"any_note", PRO_NOTE},     FilterWord{"dimension", PRO_DIMENSION},
+};
+
+// The item types that a comma list of filter words allows; empty, and a violation, for a word that the host
+// does not have.
+std::vector<int> AllowedTypes(Session& host, std::string_view option) {
+    std::vector<int> types;
+    while (true) {
+        const std::size_t comma = option.find(',');
+        const std::string_view word = option.substr(0, comma);
+        const auto found = std::ranges::find(kFilterWords, word, &FilterWord::word);
+        if (found == kFilterWords.end()) {
+            host.report.Violation("is given the unknown filter \"" + std::string(word) + "\"");
+            return {};
+        }
+        types.insert(types.end(), {found->type, found->otherType});
+        if (comma == std::string_view::npos) return types;
+        option.remove_prefix(comma + 1);
+    }
+}
+
+// The picks that a person could have made here; the others are problems.
+std::vector<Pick> PossiblePicks(Session& host, const std::vector<Pick>& picks, const std::vector<int>& types,
+                                int maximum) {
+    std::vector<Pick> possible;
+    for (const Pick& pick : picks) {
+        if (pick.model == nullptr || host.models.FromHandle(pick.model) == nullptr)
+            host.user.Problem("picks an item of a model that is not in memory");
+        else if (std::ranges::find(types, ItemType(pick)) == types.end())
+            host.user.Problem("picks an item of " + Utf8(pick.model->Name()) +
+                              " that the filter does not allow");
+        else if (maximum >= 0 && possible.size() >= static_cast<std::size_t>(maximum))
+            host.user.Problem("picks more than " + std::to_string(maximum) + " items");
+        else
+            possible.push_back(pick);
+    }
+    return possible;
+}
+
+// The result of the last interactive selection is the host's memory: whoever still reads it finds nothing in
+// it.
+void ForgetLastResult(Desk& desk) {
+    for (void*& handle : desk.lastPicked) {
+        desk.DropSelection(handle);
+        handle = nullptr;
+    }
+    desk.lastPicked.clear();
+}
+
+}  // namespace
+
+ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelFunctions* sel_func,
+                   ProSelectionEnv sel_env, ProSelAppAction appl_act_data, ProSelection** p_sel_array,
+                   int* p_n_sels) {
+    static const CallSite kSite("ProSelect",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_USER_ABORT, PRO_TK_PICK_ABOVE, PRO_TK_E_DEADLOCK});
+    return Traced(
+        kSite, {option, max_count, p_in_sel, p_sel_array, p_n_sels}, [&](Session& host) -> ProError {
+            if (option == nullptr || max_count == 0 || max_count < -1 || p_sel_array == nullptr ||
+                p_n_sels == nullptr)
+                return PRO_TK_BAD_INPUTS;
+            if (p_in_sel != nullptr || sel_func != nullptr || sel_env != nullptr ||
+                appl_act_data != nullptr) {
+                host.report.Violation(
+                    "is given preselected items or filter functions, which the simulator does not have");
+                return PRO_TK_BAD_INPUTS;
+            }
+            const std::vector<int> types = AllowedTypes(host, option);
+            if (types.empty()) return PRO_TK_BAD_INPUTS;
+            ForgetLastResult(host.desk);
+            *p_sel_array = nullptr;
+            *p_n_sels = 0;
+            if (host.user.picks.empty()) {
+                host.user.Problem(std::string("is asked to pick \"") + option + "\", and nobody said what");
+                return PRO_TK_USER_ABORT;
+            }
+            const PickAnswer answer = std::move(host.user.picks.front());
+            host.user.picks.pop_front();
+            if (answer.quit) return PRO_TK_USER_ABORT;
+            std::vector<void*>& result = host.desk.lastPicked;
+            for (const Pick& pick : PossiblePicks(host, answer.picks, types, max_count))
+                result.push_back(host.desk.NewSelection(pick));
+            if (!result.empty()) *p_sel_array = reinterpret_cast<ProSelection*>(result.data());
+            *p_n_sels = static_cast<int>(result.size());
+            return PRO_TK_NO_ERROR;
+        });
+}
+
+ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* p_mdl_item) {
+    static const CallSite kSite("ProSelectionModelitemGet", {PRO_TK_BAD_INPUTS, PRO_TK_NOT_EXIST});
+    return Traced(kSite, {selection, p_mdl_item}, [&](Session& host) -> ProError {
+        if (selection == nullptr || p_mdl_item == nullptr) return PRO_TK_BAD_INPUTS;
+        const Pick* pick = host.desk.FindSelection(selection);
+        if (pick == nullptr) {
+            host.report.Violation("is given a selection that does not exist, or no longer");
+            return PRO_TK_BAD_INPUTS;
+        }
+        SimModel* model = host.models.FromHandle(pick->model);
+        if (model == nullptr) return PRO_TK_NOT_EXIST;
+        const int id = pick->type == 0 ? PRO_VALUE_UNUSED : pick->id;
+        *p_mdl_item = {static_cast<ProType>(ItemType(*pick)), id, model};
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSelectionarrayFree(ProSelection* sel_array) {
+    static const CallSite kSite("ProSelectionarrayFree", {PRO_TK_BAD_INPUTS}, true);
+    return Traced(kSite, {sel_array}, [&](Session& host) -> ProError {
+        const HostBlock* block = host.memory.Find({BlockKind::kSelectionArray}, sel_array);
+        if (block == nullptr) return PRO_TK_BAD_INPUTS;
+        for (std::size_t i = 0; i < block->count; ++i) host.desk.DropSelection(sel_array[i]);
+        host.memory.Release(BlockKind::kSelectionArray, sel_array);
+        return PRO_TK_NO_ERROR;
+    });
+}

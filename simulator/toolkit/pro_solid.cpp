@@ -1,0 +1,88 @@
+#include <ProSolid.h>
+
+#include "session/traced.h"
+#include "toolkit/arguments.h"
+
+using namespace sim;
+
+namespace {
+
+// The visit that features and surfaces share. `filter` and `action` call the plug-in.
+template <typename Items, typename Filter, typename Action>
+ProError Visit(const Items& items, Filter filter, Action action) {
+    bool anyVisited = false;
+    // By position and with the size asked for each time: a callback may visit the same items again, or add
+    // some.
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const ProError chosen = filter(i);
+        if (chosen == PRO_TK_CONTINUE) continue;
+        anyVisited = true;
+        const ProError answer = action(i, chosen);
+        if (answer != PRO_TK_NO_ERROR) return answer;
+    }
+    return anyVisited ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
+}
+
+}  // namespace
+
+ProError ProSolidFeatVisit(ProSolid p_handle, ProFeatureVisitAction visit_action,
+                           ProFeatureFilterAction filter_action, ProAppData app_data) {
+    static const CallSite kSite("ProSolidFeatVisit", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {p_handle, visit_action, filter_action, app_data}, [&](Session& host) -> ProError {
+        SimModel* model = FindSolid(host, p_handle);
+        if (model == nullptr || visit_action == nullptr) return PRO_TK_BAD_INPUTS;
+        // Each callback gets a structure of its own: what it writes there reaches nobody.
+        const auto feature = [&](std::size_t i) {
+            return ProFeature{PRO_FEATURE, model->Features()[i].id, model};
+        };
+        return Visit(
+            model->Features(),
+            [&](std::size_t i) {
+                if (filter_action == nullptr) return PRO_TK_NO_ERROR;
+                ProFeature item = feature(i);
+                return CallPlugin(host.report, filter_action, &item, app_data);
+            },
+            [&](std::size_t i, ProError chosen) {
+                ProFeature item = feature(i);
+                return CallPlugin(host.report, visit_action, &item, chosen, app_data);
+            });
+    });
+}
+
+ProError ProSolidSurfaceVisit(ProSolid p_handle, ProSurfaceVisitAction visit_action,
+                              ProSurfaceFilterAction filter_action, ProAppData app_data) {
+    static const CallSite kSite("ProSolidSurfaceVisit",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND, PRO_TK_MULTIBODY_UNSUPPORTED});
+    return Traced(kSite, {p_handle, visit_action, filter_action, app_data}, [&](Session& host) -> ProError {
+        SimModel* model = FindSolid(host, p_handle);
+        if (model == nullptr || visit_action == nullptr) return PRO_TK_BAD_INPUTS;
+        if (model->Kind() == ModelKind::kAssembly) return PRO_TK_E_NOT_FOUND;
+        if (model->BodyCount() > 1) return PRO_TK_MULTIBODY_UNSUPPORTED;
+        const auto surface = [&](std::size_t i) {
+            SurfaceItem* item = model->Surfaces()[i].get();
+            host.desk.HandOut(*item);
+            return reinterpret_cast<ProSurface>(item);
+        };
+        return Visit(
+            model->Surfaces(),
+            [&](std::size_t i) {
+                if (filter_action == nullptr) return PRO_TK_NO_ERROR;
+                return CallPlugin(host.report, filter_action, surface(i), app_data);
+            },
+            [&](std::size_t i, ProError chosen) {
+                return CallPlugin(host.report, visit_action, surface(i), chosen, app_data);
+            });
+    });
+}
+
+ProError ProSolidRegenerate(ProSolid p_handle, int flags) {
+    static const CallSite kSite("ProSolidRegenerate", {PRO_TK_BAD_INPUTS, PRO_TK_CANT_MODIFY,
+                                                       PRO_TK_UNATTACHED_FEATS, PRO_TK_REGEN_AGAIN});
+    return Traced(kSite, {p_handle, flags}, [&](Session& host) -> ProError {
+        SimModel* model = FindSolid(host, p_handle);
+        if (model == nullptr || flags != PRO_REGEN_NO_FLAGS) return PRO_TK_BAD_INPUTS;
+        if (model->IsReadOnly()) return PRO_TK_CANT_MODIFY;
+        model->CountRegeneration();
+        return PRO_TK_NO_ERROR;
+    });
+}

@@ -1,0 +1,40 @@
+#include <ProUIOptionmenu.h>
+
+#include <algorithm>
+
+#include "toolkit/host_memory.h"
+#include "toolkit/ui_call.h"
+
+using namespace sim;
+
+extern "C" {
+
+ProError ProUIOptionmenuValueGet(char* dialog, char* component, wchar_t** value) {
+    static const CallSite kSite("ProUIOptionmenuValueGet");
+    return Traced(kSite, {dialog, component, value}, [&](Session& host) -> ProError {
+        const Component* menu = NamedComponent(host, dialog, component, ComponentKind::kOptionMenu);
+        if (menu == nullptr) return PRO_TK_GENERAL_ERROR;
+        if (value == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the value's address is null");
+        *value = NewHostString(host, menu->value);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProUIOptionmenuValueSet(char* dialog, char* component, wchar_t* value) {
+    static const CallSite kSite("ProUIOptionmenuValueSet");
+    return Traced(kSite, {dialog, component, value}, [&](Session& host) -> ProError {
+        Component* menu = NamedComponent(host, dialog, component, ComponentKind::kOptionMenu);
+        if (menu == nullptr) return PRO_TK_GENERAL_ERROR;
+        if (value == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the value is null");
+        const auto label = std::find(menu->labels.begin(), menu->labels.end(), value);
+        // A menu that takes no free text keeps what it shows.
+        if (label == menu->labels.end() && !menu->editable) return PRO_TK_GENERAL_ERROR;
+        menu->value = value;
+        menu->selected.clear();
+        if (label != menu->labels.end())
+            menu->selected = {menu->names[static_cast<std::size_t>(label - menu->labels.begin())]};
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+}  // extern "C"

@@ -1,0 +1,40 @@
+#include <ProUIRadiogroup.h>
+
+#include <algorithm>
+
+#include "toolkit/host_memory.h"
+#include "toolkit/ui_call.h"
+
+using namespace sim;
+
+extern "C" {
+
+ProError ProUIRadiogroupSelectednamesGet(char* dialog, char* radiogroup, int* n_name, char*** names) {
+    static const CallSite kSite("ProUIRadiogroupSelectednamesGet");
+    return Traced(kSite, {dialog, radiogroup, n_name, names}, [&](Session& host) -> ProError {
+        const Component* group = NamedComponent(host, dialog, radiogroup, ComponentKind::kRadioGroup);
+        if (group == nullptr) return PRO_TK_GENERAL_ERROR;
+        if (n_name == nullptr || names == nullptr)
+            return Refuse(host, PRO_TK_GENERAL_ERROR, "an output's address is null");
+        *n_name = static_cast<int>(group->selected.size());
+        *names = NewHostTextArray(host, group->selected);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProUIRadiogroupSelectednamesSet(char* dialog, char* radiogroup, int n_names, char** names) {
+    static const CallSite kSite("ProUIRadiogroupSelectednamesSet");
+    return Traced(kSite, {dialog, radiogroup, n_names, names}, [&](Session& host) -> ProError {
+        Component* group = NamedComponent(host, dialog, radiogroup, ComponentKind::kRadioGroup);
+        if (group == nullptr) return PRO_TK_GENERAL_ERROR;
+        if (n_names != 1 || names == nullptr || names[0] == nullptr)
+            return Refuse(host, PRO_TK_GENERAL_ERROR, "a radio group takes exactly one name");
+        const bool known =
+            std::find(group->names.begin(), group->names.end(), names[0]) != group->names.end();
+        if (!known) return PRO_TK_GENERAL_ERROR;  // and the selection stays
+        group->selected = {names[0]};
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+}  // extern "C"

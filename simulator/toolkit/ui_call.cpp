@@ -1,0 +1,68 @@
+#include "toolkit/ui_call.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "report/utf8.h"
+
+namespace sim {
+
+std::string Named(const char* text) {
+    return text == nullptr ? "null" : "\"" + std::string(text) + "\"";
+}
+
+ProError Refuse(Session& host, ProError status, const std::string& violation) {
+    host.report.Violation(violation);
+    return status;
+}
+
+Dialog* NamedDialog(Session& host, const char* dialog) {
+    Dialog* found = dialog == nullptr ? nullptr : host.interface_.FindDialog(dialog);
+    if (found == nullptr) host.report.Violation("there is no dialog " + Named(dialog));
+    return found;
+}
+
+Component* NamedComponent(Session& host, const char* dialog, const char* component, ComponentKind kind) {
+    Dialog* owner = NamedDialog(host, dialog);
+    if (owner == nullptr) return nullptr;
+    Component* found = component == nullptr ? nullptr : owner->Find(component);
+    if (found == nullptr) {
+        host.report.Violation("the dialog " + Named(dialog) + " has no component " + Named(component));
+        return nullptr;
+    }
+    if (found->kind == kind) return found;
+    host.report.Violation("the component " + Named(component) + " of " + Named(dialog) + " is a " +
+                          std::string(KindName(found->kind)));
+    return nullptr;
+}
+
+ProError SetAction(Session& host, const char* dialog, const char* component, ComponentKind kind,
+                   DialogEvent event, DialogAction action) {
+    Component* found = NamedComponent(host, dialog, component, kind);
+    if (found == nullptr) return PRO_TK_GENERAL_ERROR;
+    if (action.run == nullptr)
+        return Refuse(host, PRO_TK_GENERAL_ERROR, "the action of " + Named(component) + " is null");
+    found->actions[event] = action;
+    return PRO_TK_NO_ERROR;
+}
+
+std::string NameFault(const char* name, std::size_t size) {
+    if (name == nullptr) return "is null";
+    const std::size_t length = std::strlen(name);
+    if (length == 0) return "is empty";
+    if (!IsUtf8(name)) return "is no UTF-8";
+    if (length >= size) return "is longer than " + std::to_string(size - 1) + " characters";
+    return {};
+}
+
+ProError CheckKey(Session& host, const wchar_t* file, const char* key, ProError fileMissing) {
+    if (file == nullptr) return Refuse(host, fileMissing, "the message file is null");
+    if (const std::string fault = NameFault(key, PRO_LINE_SIZE); !fault.empty())
+        return Refuse(host, PRO_TK_MSG_NOT_FOUND, "the message key " + Named(key) + " " + fault);
+    if (host.interface_.Messages(file) == nullptr) return fileMissing;
+    if (host.interface_.FindMessage(file, key) != nullptr) return PRO_TK_NO_ERROR;
+    return Refuse(host, PRO_TK_MSG_NOT_FOUND,
+                  "the message file \"" + Utf8(file) + "\" has no key " + Named(key));
+}
+
+}  // namespace sim

@@ -1,0 +1,588 @@
+// Draws a dialog from its layout: sizes from the texts and the given columns and rows, places from the grids.
+
+#include <algorithm>
+#include <cstdio>
+#include <numeric>
+#include <vector>
+
+#include "report/utf8.h"
+#include "ui/picture.h"
+
+namespace sim {
+
+namespace {
+
+// All measures in pixels of a screen with 96 dots an inch.
+constexpr double kTitleBar = 30;
+constexpr double kMargin = 11;
+constexpr double kGap = 7;
+constexpr double kLineHeight = 16;
+constexpr double kColumnWidth = 7;  // one character of a field
+constexpr double kFieldHeight = 23;
+constexpr double kButtonHeight = 25;
+constexpr double kButtonWidth = 80;
+constexpr double kMark = 13;  // check box, radio button
+constexpr double kArrow = 17;
+constexpr double kFrameTop = 20;
+constexpr double kFrameSide = 10;
+constexpr double kTabHeight = 24;
+constexpr double kTableRow = 20;
+
+constexpr const char* kStyle =
+    "text{font:12px 'Microsoft YaHei UI','Segoe UI','Microsoft YaHei','WenQuanYi Micro Hei','Noto Sans CJK "
+    "SC',sans-serif;"
+    "fill:#000}.grey{fill:#838383}.window{fill:#f0f0f0;stroke:#707070}.bar{fill:#fff}.frame{fill:none;stroke:"
+    "#dcdcdc}"
+    ".field{fill:#fff;stroke:#7a7a7a}.off{fill:#f0f0f0;stroke:#cccccc}.button{fill:#e1e1e1;stroke:#adadad}"
+    ".default{fill:#e1e1e1;stroke:#0078d7;stroke-width:2}.mark{fill:#fff;stroke:#333}.dot{fill:#333}"
+    ".line{stroke:#333;fill:none;stroke-width:1.4}.head{fill:#fafafa;stroke:#e5e5e5}.cell{fill:none;stroke:#"
+    "e5e5e5}"
+    ".chosen{fill:#cce8ff}.rule{stroke:#d0d0d0}.bar2{fill:#06b025}";
+
+struct Size {
+    double width = 0;
+    double height = 0;
+};
+
+struct Area {
+    double x = 0, y = 0, width = 0, height = 0;
+};
+
+std::vector<std::wstring> SplitLines(std::wstring_view text) {
+    std::vector<std::wstring> lines;
+    for (;;) {
+        const std::size_t end = text.find(L'\n');
+        lines.emplace_back(text.substr(0, end));
+        if (end == std::wstring_view::npos) return lines;
+        text.remove_prefix(end + 1);
+    }
+}
+
+double TextWidth(std::wstring_view text) {
+    double widest = 0;
+    for (const std::wstring& line : SplitLines(text)) {
+        double width = 0;
+        for (const wchar_t c : line)
+            width += c >= 0x1100 ? 12.2 : (c >= L'A' && c <= L'Z') || c == L'W' ? 8 : 6.4;
+        widest = std::max(widest, width);
+    }
+    return widest;
+}
+
+std::string Number(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", value);
+    return text;
+}
+
+std::string Escaped(std::wstring_view text) {
+    std::string escaped;
+    for (const char c : Utf8(text)) {
+        switch (c) {
+            case '&':
+                escaped += "&amp;";
+                break;
+            case '<':
+                escaped += "&lt;";
+                break;
+            case '>':
+                escaped += "&gt;";
+                break;
+            case '"':
+                escaped += "&quot;";
+                break;
+            default:
+                escaped += c;
+        }
+    }
+    return escaped;
+}
+
+bool IsField(ComponentKind kind) {
+    switch (kind) {
+        case ComponentKind::kInputPanel:
+        case ComponentKind::kTextArea:
+        case ComponentKind::kOptionMenu:
+        case ComponentKind::kLayout:
+        case ComponentKind::kTable:
+        case ComponentKind::kList:
+        case ComponentKind::kTree:
+        case ComponentKind::kTab:
+        case ComponentKind::kSeparator:
+        case ComponentKind::kDrawingArea:
+        case ComponentKind::kProgressBar:
+        case ComponentKind::kSlider:
+            return true;
+        default:
+            return false;
+    }
+}
+
+class Drawing {
+public:
+    explicit Drawing(const Dialog& dialog) : dialog_(dialog) {}
+
+    std::string Draw() {
+        const ResContainer* top =
+            dialog_.Layout().containers.empty() ? nullptr : &dialog_.Layout().containers.front();
+        const ResAttributes none;
+        const ResAttributes& own = top == nullptr ? none : top->attributes;
+        Size content = top == nullptr || !top->grid ? Size{200, 40} : Measure(*top->grid);
+        content.width =
+            std::max({content.width, TextWidth(dialog_.title) + 60, Given(own, "Width") - 2 * kMargin});
+        content.height = std::max(content.height, Given(own, "Height") - 2 * kMargin - kTitleBar);
+        const double menu = HasMenuBar(top) ? kTabHeight : 0;
+        const Area window{0.5, 0.5, content.width + 2 * kMargin,
+                          content.height + 2 * kMargin + kTitleBar + menu};
+
+        svg_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + Number(window.width + 1) +
+               "\" height=\"" + Number(window.height + 1) + "\">\n<title>" + Escaped(dialog_.title) +
+               "</title>\n<style>" + kStyle + "</style>\n";
+        Box(window, "window");
+        Box({1, 1, window.width - 1, kTitleBar}, "bar");
+        Text(kMargin, 1 + kTitleBar / 2, dialog_.title);
+        const double cross = window.width - 22;
+        Path("M" + Number(cross) + " 11l10 10m0 -10l-10 10");
+        if (menu > 0) DrawMenuBar(*top, {1, 1 + kTitleBar, window.width - 1, kTabHeight});
+        if (top != nullptr && top->grid)
+            Place(*top->grid, {kMargin, kTitleBar + menu + kMargin, content.width, content.height});
+        return svg_ + "</svg>\n";
+    }
+
+private:
+    static double Given(const ResAttributes& attributes, std::string_view name) {
+        const auto attribute = attributes.find(name);
+        const bool given = attribute != attributes.end() && !attribute->second.values.empty();
+        return given ? attribute->second.values.front().number : 0;
+    }
+
+    static bool HasMenuBar(const ResContainer* container) {
+        return container != nullptr &&
+               std::any_of(container->components.begin(), container->components.end(),
+                           [](const ResComponent& c) { return c.kind == ComponentKind::kMenuBar; });
+    }
+
+    // ---- Sizes
+
+    Size MeasureContainer(const std::string& name) const {
+        const ResContainer* container = dialog_.Layout().Find(name);
+        return container == nullptr || !container->grid ? Size{} : Measure(*container->grid);
+    }
+
+    Size MeasureTable(const Component& table) const {
+        double width = 0;
+        for (const Table::Line& column : table.table.Columns()) width += ColumnPixels(column);
+        width = std::max({width, table.Integer("MinColumns", 0) * kColumnWidth, 120.0});
+        const int rows = table.Integer("VisibleRows", table.Integer("MinRows", 8));
+        return {width + kArrow, kTableRow * (rows + 1)};
+    }
+
+    static double ColumnPixels(const Table::Line& column) {
+        return std::max(column.width * kColumnWidth, TextWidth(column.label)) + 12;
+    }
+
+    Size MeasureEntries(const Component& group, double mark) const {
+        const bool vertical = group.Boolean("Orientation", true);
+        Size size;
+        for (const std::wstring& label : group.labels) {
+            const double width = mark + TextWidth(label);
+            size.width = vertical ? std::max(size.width, width) : size.width + width + 14;
+            size.height = vertical ? size.height + kLineHeight + 4 : kLineHeight + 4;
+        }
+        return size;
+    }
+
+    Size Measure(const Component& component) const {
+        const double columns =
+            component.Integer("Columns", component.Integer("MinColumns", 20)) * kColumnWidth;
+        switch (component.kind) {
+            case ComponentKind::kLabel: {
+                const double lines = static_cast<double>(SplitLines(component.label).size());
+                return {std::max(TextWidth(component.label), component.Integer("Columns", 0) * kColumnWidth),
+                        lines * kLineHeight};
+            }
+            case ComponentKind::kPushButton:
+                return {std::max(TextWidth(component.label) + 24, kButtonWidth), kButtonHeight};
+            case ComponentKind::kCheckButton:
+                return {kMark + 7 + TextWidth(component.label), kLineHeight + 4};
+            case ComponentKind::kRadioGroup:
+                return MeasureEntries(component, kMark + 7);
+            case ComponentKind::kInputPanel:
+                return {columns + 8, kFieldHeight};
+            case ComponentKind::kOptionMenu: {
+                double widest =
+                    component.Integer("Columns", component.Integer("MinColumns", 8)) * kColumnWidth;
+                for (const std::wstring& label : component.labels)
+                    widest = std::max(widest, TextWidth(label));
+                return {widest + kArrow + 12, kFieldHeight};
+            }
+            case ComponentKind::kTextArea:
+                return {columns + kArrow,
+                        component.Integer("Rows", component.Integer("MinRows", 5)) * kLineHeight + 8};
+            case ComponentKind::kTable:
+                return MeasureTable(component);
+            case ComponentKind::kList:
+            case ComponentKind::kTree:
+                return {columns + kArrow, component.Integer("VisibleRows", 6) * kLineHeight + 8};
+            case ComponentKind::kSeparator:
+                return {2, 2};
+            case ComponentKind::kDrawingArea:
+                return {component.Integer("DrawingWidth", 200) + 2.0,
+                        component.Integer("DrawingHeight", 150) + 2.0};
+            case ComponentKind::kLayout:
+                return MeasureLayout(component);
+            case ComponentKind::kTab:
+                return MeasureTab(component);
+            default:
+                return {component.Integer("Length", 150) * 1.0, kFieldHeight};
+        }
+    }
+
+    Size MeasureLayout(const Component& layout) const {
+        Size size = MeasureContainer(layout.name);
+        if (!layout.Boolean("Decorated", false)) return size;
+        size.width = std::max(size.width, TextWidth(layout.label) + 20) + 2 * kFrameSide;
+        size.height += kFrameTop + kFrameSide;
+        return size;
+    }
+
+    Size MeasureTab(const Component& tab) const {
+        Size size;
+        for (const std::string& page : tab.children) {
+            const Size one = MeasureContainer(page);
+            size = {std::max(size.width, one.width), std::max(size.height, one.height)};
+        }
+        return {size.width + 2 * kFrameSide, size.height + kTabHeight + 2 * kFrameSide};
+    }
+
+    Size MeasureCell(const ResCell& cell) const {
+        if (!cell.grid.empty()) return Measure(cell.grid.front());
+        const Component* component = dialog_.Find(cell.component);
+        return component == nullptr || !component->visible ? Size{} : Measure(*component);
+    }
+
+    void MeasureTracks(const ResGrid& grid, std::vector<double>& widths, std::vector<double>& heights) const {
+        widths.assign(grid.columnStretches.size(), 0);
+        heights.assign(grid.rowStretches.size(), 0);
+        for (const ResCell& cell : grid.cells) {
+            const Size size = MeasureCell(cell);
+            double& width = widths[static_cast<std::size_t>(cell.column)];
+            double& height = heights[static_cast<std::size_t>(cell.row)];
+            width = std::max(width, size.width);
+            height = std::max(height, size.height);
+        }
+    }
+
+    static double Sum(const std::vector<double>& tracks) {
+        const auto gaps = std::count_if(tracks.begin(), tracks.end(), [](double track) { return track > 0; });
+        return std::accumulate(tracks.begin(), tracks.end(), 0.0) +
+               kGap * static_cast<double>(std::max<std::ptrdiff_t>(gaps - 1, 0));
+    }
+
+    Size Measure(const ResGrid& grid) const {
+        std::vector<double> widths, heights;
+        MeasureTracks(grid, widths, heights);
+        return {Sum(widths), Sum(heights)};
+    }
+
+    // ---- Places
+
+    // Room that is left over goes to the tracks that stretch.
+    static void Stretch(std::vector<double>& tracks, const std::vector<bool>& stretches, double room) {
+        const double left = room - Sum(tracks);
+        const auto takers = std::count(stretches.begin(), stretches.end(), true);
+        if (left <= 0 || takers == 0) return;
+        for (std::size_t i = 0; i < tracks.size(); ++i)
+            if (stretches[i]) tracks[i] += left / static_cast<double>(takers);
+    }
+
+    static double Start(const std::vector<double>& tracks, int index) {
+        double start = 0;
+        for (std::size_t i = 0; i < static_cast<std::size_t>(index); ++i)
+            if (tracks[i] > 0) start += tracks[i] + kGap;
+        return start;
+    }
+
+    void Place(const ResGrid& grid, const Area& area) {
+        std::vector<double> widths, heights;
+        MeasureTracks(grid, widths, heights);
+        Stretch(widths, grid.columnStretches, area.width);
+        Stretch(heights, grid.rowStretches, area.height);
+        for (const ResCell& cell : grid.cells) {
+            const auto row = static_cast<std::size_t>(cell.row);
+            const auto column = static_cast<std::size_t>(cell.column);
+            const Area room{area.x + Start(widths, cell.column), area.y + Start(heights, cell.row),
+                            widths[column], heights[row]};
+            if (!cell.grid.empty()) {
+                Place(cell.grid.front(), room);
+                continue;
+            }
+            const Component* component = dialog_.Find(cell.component);
+            if (component != nullptr && component->visible)
+                DrawComponent(*component, Fit(*component, room, grid.columnStretches[column]));
+        }
+    }
+
+    // Where in its cell a component stands: over the whole side when attached at both ends, else in its own
+    // size.
+    Area Fit(const Component& component, const Area& room, bool columnStretches) const {
+        const Size size = Measure(component);
+        const bool field = IsField(component.kind);
+        const bool button = component.kind == ComponentKind::kPushButton;
+        const auto attached = [&](const char* first, const char* second, bool otherwise, bool& atFirst,
+                                  bool& atSecond) {
+            const bool said = component.attributes.contains(first) || component.attributes.contains(second);
+            atFirst = said ? component.Boolean(first, false) : otherwise;
+            atSecond = said ? component.Boolean(second, false) : otherwise;
+        };
+        bool left, right, top, bottom;
+        attached("AttachLeft", "AttachRight", field || (button && !columnStretches), left, right);
+        const bool tall =
+            component.kind == ComponentKind::kTable || component.kind == ComponentKind::kTextArea ||
+            component.kind == ComponentKind::kLayout || component.kind == ComponentKind::kList ||
+            component.kind == ComponentKind::kTab || component.kind == ComponentKind::kTree;
+        attached("AttachTop", "AttachBottom", tall, top, bottom);
+        Area area = room;
+        if (!(left && right)) {
+            area.width = std::min(size.width, room.width);
+            if (right) area.x = room.x + room.width - area.width;
+        }
+        if (!(top && bottom)) {
+            area.height = std::min(size.height, room.height);
+            const double slack = room.height - area.height;
+            area.y = room.y + (bottom ? slack : top ? 0 : slack / 2);
+        }
+        return area;
+    }
+
+    // ---- Pieces
+
+    void Box(const Area& area, const char* style, double round = 0) {
+        svg_ += "<rect x=\"" + Number(area.x) + "\" y=\"" + Number(area.y) + "\" width=\"" +
+                Number(area.width) + "\" height=\"" + Number(area.height) + "\" class=\"" + style + "\"" +
+                (round > 0 ? " rx=\"" + Number(round) + "\"" : "") + "/>\n";
+    }
+
+    void Path(const std::string& way) { svg_ += "<path d=\"" + way + "\" class=\"line\"/>\n"; }
+
+    // Text whose middle line is at `y`.
+    void Text(double x, double y, std::wstring_view text, bool grey = false, bool centred = false) {
+        if (text.empty()) return;
+        svg_ += "<text x=\"" + Number(x) + "\" y=\"" + Number(y + 4.3) + "\"" +
+                (grey ? " class=\"grey\"" : "") + (centred ? " text-anchor=\"middle\"" : "") + ">" +
+                Escaped(text) + "</text>\n";
+    }
+
+    // Text cut to a width, as a field would.
+    void Clipped(const Area& area, std::wstring_view text, bool grey) {
+        std::wstring shown(text);
+        while (!shown.empty() && TextWidth(shown) > area.width - 6) shown.pop_back();
+        Text(area.x + 4, area.y + area.height / 2, shown, grey);
+    }
+
+    void DrawComponent(const Component& component, const Area& area) {
+        const bool grey = !component.sensitive;
+        switch (component.kind) {
+            case ComponentKind::kLabel:
+                DrawLines(component.label, area.x, area.y, grey);
+                break;
+            case ComponentKind::kPushButton:
+                Box(area, component.name == dialog_.defaultButton ? "default" : "button", 1.5);
+                Text(area.x + area.width / 2, area.y + area.height / 2, component.label, grey, true);
+                break;
+            case ComponentKind::kCheckButton:
+                DrawCheck(component, area, grey);
+                break;
+            case ComponentKind::kRadioGroup:
+                DrawRadios(component, area, grey);
+                break;
+            case ComponentKind::kInputPanel:
+                Box(area, component.editable && !grey ? "field" : "off");
+                Clipped(area, component.value, grey);
+                break;
+            case ComponentKind::kOptionMenu:
+                DrawOptionMenu(component, area, grey);
+                break;
+            case ComponentKind::kTextArea:
+                Box(area, component.editable && !grey ? "field" : "off");
+                DrawLines(component.value, area.x + 4, area.y + 3, grey);
+                break;
+            case ComponentKind::kTable:
+                DrawTable(component, area);
+                break;
+            case ComponentKind::kList:
+            case ComponentKind::kTree:
+                DrawList(component, area);
+                break;
+            case ComponentKind::kSeparator:
+                DrawSeparator(area);
+                break;
+            case ComponentKind::kDrawingArea:
+                Box(area, "field");
+                break;
+            case ComponentKind::kLayout:
+                DrawLayout(component, area);
+                break;
+            case ComponentKind::kTab:
+                DrawTab(component, area);
+                break;
+            default:
+                DrawScale(component, area);
+                break;
+        }
+    }
+
+    void DrawLines(std::wstring_view text, double x, double y, bool grey) {
+        for (const std::wstring& line : SplitLines(text)) {
+            Text(x, y + kLineHeight / 2, line, grey);
+            y += kLineHeight;
+        }
+    }
+
+    void DrawCheck(const Component& component, const Area& area, bool grey) {
+        const double y = area.y + (area.height - kMark) / 2;
+        Box({area.x + 0.5, y, kMark, kMark}, grey ? "off" : "mark");
+        if (component.checked) Path("M" + Number(area.x + 3) + " " + Number(y + 6.5) + "l3 3.5l5 -7");
+        Text(area.x + kMark + 6, area.y + area.height / 2, component.label, grey);
+    }
+
+    void DrawRadios(const Component& group, const Area& area, bool grey) {
+        const bool vertical = group.Boolean("Orientation", true);
+        double x = area.x, y = area.y + (kLineHeight + 4) / 2;
+        for (std::size_t i = 0; i < group.labels.size(); ++i) {
+            const std::string center = "<circle cx=\"" + Number(x + 7) + "\" cy=\"" + Number(y) + "\" r=\"";
+            svg_ += center + "6\" class=\"" + (grey ? "off" : "mark") + "\"/>\n";
+            if (group.names[i] == SelectedName(group)) svg_ += center + "3\" class=\"dot\"/>\n";
+            Text(x + kMark + 6, y, group.labels[i], grey);
+            if (vertical)
+                y += kLineHeight + 4;
+            else
+                x += kMark + 7 + TextWidth(group.labels[i]) + 14;
+        }
+    }
+
+    void DrawOptionMenu(const Component& menu, const Area& area, bool grey) {
+        Box(area, grey ? "off" : menu.editable ? "field" : "button");
+        Clipped({area.x, area.y, area.width - kArrow, area.height}, menu.value, grey);
+        Path("M" + Number(area.x + area.width - kArrow + 4) + " " + Number(area.y + area.height / 2 - 2) +
+             "l4 4l4 -4");
+    }
+
+    void DrawTable(const Component& component, const Area& area) {
+        Box(area, "field");
+        const std::vector<std::string> selected = component.table.SelectedRows();
+        const auto isSelected = [&](const std::string& row) {
+            return std::find(selected.begin(), selected.end(), row) != selected.end();
+        };
+        double x = area.x + 1;
+        const double fits = (area.height - kTableRow) / kTableRow;
+        for (const Table::Line& column : component.table.Columns()) {
+            const double width = std::min(ColumnPixels(column), area.x + area.width - 1 - x);
+            if (width <= 0) break;
+            Box({x, area.y + 1, width, kTableRow}, "head");
+            Clipped({x, area.y + 1, width, kTableRow}, column.label, false);
+            double y = area.y + 1 + kTableRow;
+            for (std::size_t i = 0; i < component.table.Rows().size() && static_cast<double>(i) + 1 < fits;
+                 ++i) {
+                const std::string& row = component.table.Rows()[i].name;
+                if (isSelected(row)) Box({x, y, width, kTableRow}, "chosen");
+                Box({x, y, width, kTableRow}, "cell");
+                Clipped({x, y, width, kTableRow}, component.table.Cell(row, column.name)->label, false);
+                y += kTableRow;
+            }
+            x += width;
+        }
+    }
+
+    void DrawList(const Component& list, const Area& area) {
+        Box(area, "field");
+        double y = area.y + 4;
+        for (std::size_t i = 0; i < list.labels.size() && y + kLineHeight < area.y + area.height; ++i) {
+            const bool on =
+                std::find(list.selected.begin(), list.selected.end(), list.names[i]) != list.selected.end();
+            if (on) Box({area.x + 1, y, area.width - 2, kLineHeight}, "chosen");
+            Clipped({area.x, y, area.width, kLineHeight}, list.labels[i], false);
+            y += kLineHeight;
+        }
+    }
+
+    void DrawSeparator(const Area& area) {
+        const bool vertical = area.height > area.width;
+        svg_ += "<path d=\"M" + Number(area.x) + " " + Number(area.y + 1) +
+                (vertical ? "v" + Number(area.height) : "h" + Number(area.width)) + "\" class=\"rule\"/>\n";
+    }
+
+    void DrawLayout(const Component& layout, const Area& area) {
+        const ResContainer* container = dialog_.Layout().Find(layout.name);
+        if (container == nullptr || !container->grid) return;
+        Area inner = area;
+        if (layout.Boolean("Decorated", false)) {
+            DrawFrame(layout.label, {area.x + 0.5, area.y + 7.5, area.width - 1, area.height - 8});
+            inner = {area.x + kFrameSide, area.y + kFrameTop, area.width - 2 * kFrameSide,
+                     area.height - kFrameTop - kFrameSide};
+        }
+        Place(*container->grid, inner);
+    }
+
+    // A frame whose title interrupts its upper edge.
+    void DrawFrame(std::wstring_view title, const Area& area) {
+        const double gap = title.empty() ? 0 : TextWidth(title) + 6;
+        svg_ += "<path class=\"frame\" d=\"M" + Number(area.x + 8) + " " + Number(area.y) + "H" +
+                Number(area.x) + "v" + Number(area.height) + "h" + Number(area.width) + "v" +
+                Number(-area.height) + "H" + Number(area.x + 8 + gap) + "\"/>\n";
+        Text(area.x + 11, area.y, title);
+    }
+
+    void DrawTab(const Component& tab, const Area& area) {
+        Box({area.x + 0.5, area.y + kTabHeight, area.width - 1, area.height - kTabHeight}, "frame");
+        double x = area.x + 2;
+        const std::string shown =
+            tab.selected.empty() && !tab.children.empty() ? tab.children.front() : SelectedName(tab);
+        for (const std::string& page : tab.children) {
+            const ResContainer* container = dialog_.Layout().Find(page);
+            if (container == nullptr) continue;
+            const auto label = container->attributes.find("Label");
+            const bool named = label != container->attributes.end() && !label->second.values.empty();
+            const std::wstring text = named ? label->second.values.front().text : Wide(page);
+            Box({x, area.y + 2, TextWidth(text) + 16, kTabHeight - 2}, page == shown ? "field" : "head");
+            Text(x + 8, area.y + 2 + kTabHeight / 2, text);
+            x += TextWidth(text) + 16;
+            if (page == shown && container->grid)
+                Place(*container->grid,
+                      {area.x + kFrameSide, area.y + kTabHeight + kFrameSide, area.width - 2 * kFrameSide,
+                       area.height - kTabHeight - 2 * kFrameSide});
+        }
+    }
+
+    void DrawMenuBar(const ResContainer& container, const Area& area) {
+        double x = area.x + 8;
+        for (const ResComponent& bar : container.components) {
+            if (bar.kind != ComponentKind::kMenuBar) continue;
+            for (const std::string& pane : bar.children) {
+                Text(x, area.y + area.height / 2, Wide(pane));
+                x += TextWidth(Wide(pane)) + 16;
+            }
+        }
+    }
+
+    void DrawScale(const Component& scale, const Area& area) {
+        Box(area, "field");
+        const double range = scale.maximum - scale.minimum;
+        const double part = range > 0 ? std::clamp((scale.position - scale.minimum) / range, 0.0, 1.0) : 0.0;
+        if (scale.kind == ComponentKind::kProgressBar)
+            Box({area.x + 1, area.y + 1, (area.width - 2) * part, area.height - 2}, "bar2");
+        else
+            Clipped(area, std::to_wstring(scale.position), !scale.sensitive);
+    }
+
+    const Dialog& dialog_;
+    std::string svg_;
+};
+
+}  // namespace
+
+std::string DialogSvg(const Dialog& dialog) {
+    return Drawing(dialog).Draw();
+}
+
+}  // namespace sim

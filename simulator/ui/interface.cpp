@@ -1,0 +1,398 @@
+#include "ui/interface.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <system_error>
+#include <utility>
+
+#include "report/utf8.h"
+#include "session/session.h"
+#include "session/traced.h"
+#include "ui/sim_dialog.h"
+
+namespace sim {
+
+namespace fs = std::filesystem;
+
+// The two names that an action gets. The memory is the host's own and used again, and what an action leaves
+// behind in it is wiped, so that a plug-in that keeps a pointer reads nonsense.
+struct Interface::NameBuffers {
+    static constexpr std::size_t kSize = 1024;
+    std::array<char, kSize> dialog = {};
+    std::array<char, kSize> component = {};
+
+    static void Fill(std::array<char, kSize>& buffer, std::string_view text) {
+        buffer.fill('\0');
+        text.copy(buffer.data(), kSize - 1);
+    }
+    void Wipe() {
+        for (auto* buffer : {&dialog, &component})
+            std::memset(buffer->data(), '?', std::strlen(buffer->data()));
+    }
+};
+
+namespace {
+
+// Runs `undo` when it goes out of scope, also when a callback threw.
+template <typename Undo>
+class AtEnd {
+public:
+    explicit AtEnd(Undo undo) : undo_(std::move(undo)) {}
+    AtEnd(const AtEnd&) = delete;
+    AtEnd& operator=(const AtEnd&) = delete;
+    ~AtEnd() { undo_(); }
+
+private:
+    Undo undo_;
+};
+
+// Windows finds a file in any letter case; this tells whether the name on disk is exactly the one asked for.
+bool IsExactName(const fs::path& file) {
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(file.parent_path(), error))
+        if (entry.path().filename() == file.filename()) return true;
+    return false;
+}
+
+bool IsFile(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
+}  // namespace
+
+Interface::Interface() {
+    for (const char* name : {"Help", "ActionMenu"}) {
+        menus_.push_back({});
+        menus_.back().name = name;
+        menus_.back().ofHost = true;
+    }
+}
+
+Interface::~Interface() = default;
+
+// ---- Text tree
+
+fs::path Interface::FindTextFile(const fs::path& relative) const {
+    const fs::path text = Host().textDirectory / "text";
+    for (const fs::path& file : {text / Wide(language) / relative, text / relative})
+        if (IsFile(file)) return file;
+    return {};
+}
+
+fs::path Interface::FindIcon(std::string_view file) const {
+    const fs::path text = Host().textDirectory / "text";
+    for (const fs::path& icon :
+         {text / "resource" / Wide(file), text / Wide(language) / "resource" / Wide(file)})
+        if (IsFile(icon)) return icon;
+    return {};
+}
+
+const MessageFile* Interface::Messages(std::wstring_view file) {
+    const std::wstring name(file);
+    if (const auto known = messageFiles_.find(name); known != messageFiles_.end()) return known->second.get();
+    return LoadMessages(name);
+}
+
+const MessageFile* Interface::LoadMessages(const std::wstring& file) {
+    Report& report = Host().report;
+    std::unique_ptr<MessageFile>& messages = messageFiles_[file];
+    if (const std::string fault = MessageFileNameFault(file, !strict.upperCaseMessageFileRefused);
+        !fault.empty()) {
+        report.Violation("the message file name \"" + Utf8(file) + "\" is " + fault);
+        return nullptr;
+    }
+    const fs::path path = FindTextFile(file);
+    if (path.empty()) {
+        report.Violation("there is no message file \"" + Utf8(file) + "\"");
+        return nullptr;
+    }
+    std::vector<std::string> errors;
+    messages = std::make_unique<MessageFile>(ReadMessageFile(path, errors));
+    for (const std::string& error : errors) report.Violation(error);
+    for (const auto& [key, text] : messages->texts) {
+        const auto [owner, isNew] = keyOwners_.try_emplace(key, file);
+        if (!isNew && owner->second != file)
+            report.Violation("the message key \"" + key + "\" is in " + Utf8(owner->second) + " and in " +
+                             Utf8(file));
+    }
+    return messages.get();
+}
+
+const MessageText* Interface::FindMessage(std::wstring_view file, std::string_view key) {
+    const MessageFile* messages = Messages(file);
+    if (messages == nullptr) return nullptr;
+    const auto text = messages->texts.find(key);
+    return text == messages->texts.end() ? nullptr : &text->second;
+}
+
+// ---- Dialogs
+
+Dialog* Interface::LoadDialog(std::string_view sessionName, std::string_view resource, std::string& fault) {
+    if (FindDialog(sessionName) != nullptr) {
+        fault = "the dialog \"" + std::string(sessionName) + "\" exists already";
+        return nullptr;
+    }
+    ResFile layout;
+    if (!resource.empty()) {
+        const fs::path file = FindTextFile(fs::path("resource") / (Wide(resource) + L".res"));
+        if (file.empty() || !IsExactName(file)) {
+            fault = "there is no layout \"" + std::string(resource) + ".res\"";
+            return nullptr;
+        }
+        std::vector<std::string> errors;
+        layout = ReadResFile(file, errors);
+        for (const std::string& error : errors) fault += (fault.empty() ? "" : "\n") + error;
+        if (!errors.empty()) return nullptr;
+    }
+    auto dialog =
+        std::make_unique<Dialog>(std::string(sessionName), std::string(resource), std::move(layout));
+    return (dialogs_[std::string(sessionName)] = std::move(dialog)).get();
+}
+
+Dialog* Interface::FindDialog(std::string_view sessionName) {
+    const auto dialog = dialogs_.find(sessionName);
+    return dialog == dialogs_.end() ? nullptr : dialog->second.get();
+}
+
+bool Interface::DestroyDialog(std::string_view sessionName) {
+    const auto dialog = dialogs_.find(sessionName);
+    if (dialog == dialogs_.end()) return false;
+    dialogs_.erase(dialog);
+    return true;
+}
+
+std::vector<std::string> Interface::OpenDialogs() const {
+    std::vector<std::string> names;
+    for (const auto& [name, dialog] : dialogs_) names.push_back(name);
+    return names;
+}
+
+int Interface::Activate(Dialog& dialog) {
+    Session& host = Host();
+    dialog.active = true;
+    dialog.exitAsked = false;
+    dialog.exitStatus = 0;
+    active_.push_back(&dialog);
+    const AtEnd hide([this, &dialog] {
+        dialog.active = false;
+        active_.pop_back();
+    });
+
+    for (const auto& component : dialog.Components()) {
+        const auto shown = component->actions.find(DialogEvent::kShown);
+        if (shown != component->actions.end()) RunAction(dialog, component->name, shown->second);
+    }
+    SimDialog user(host, dialog);
+    const auto scripts = host.user.dialogs.find(dialog.Name());
+    if (scripts == host.user.dialogs.end() || scripts->second.empty()) {
+        host.user.Problem("unexpected dialog \"" + dialog.Name() + "\"");
+    } else {
+        const auto script = std::move(scripts->second.front());
+        scripts->second.pop_front();
+        script(user);
+    }
+    if (!dialog.exitAsked) user.Close();
+    if (!dialog.exitAsked) host.report.Violation("the dialog \"" + dialog.Name() + "\" cannot be closed");
+    return dialog.exitStatus;
+}
+
+void Interface::RunAction(Dialog& dialog, const std::string& component, const DialogAction& action) {
+    if (action.run == nullptr) return;
+    if (actionDepth_ == nameBuffers_.size()) nameBuffers_.push_back(std::make_unique<NameBuffers>());
+    NameBuffers& names = *nameBuffers_[actionDepth_];
+    NameBuffers::Fill(names.dialog, dialog.Name());
+    NameBuffers::Fill(names.component, component);
+    ++actionDepth_;
+    ++dialog.actionsRunning;
+    const AtEnd leave([&] {
+        --actionDepth_;
+        --dialog.actionsRunning;
+        names.Wipe();
+    });
+    const DialogAction now = action;  // it may set itself anew
+    CallPlugin(Host().report, now.run, names.dialog.data(), names.component.data(), now.data);
+}
+
+// ---- Commands
+
+Command* Interface::AddCommand(std::string_view name) {
+    if (FindCommand(name) != nullptr) return nullptr;
+    commands_.push_back(std::make_unique<Command>());
+    Command* command = commands_.back().get();
+    command->name = name;
+    return commandsByName_[command->name] = command;
+}
+
+Command* Interface::FindCommand(std::string_view name) {
+    const auto command = commandsByName_.find(name);
+    return command == commandsByName_.end() ? nullptr : command->second;
+}
+
+Command* Interface::CommandFromId(uiCmdCmdId id) {
+    const auto command = std::find_if(commands_.begin(), commands_.end(),
+                                      [id](const std::unique_ptr<Command>& c) { return c->Id() == id; });
+    return command == commands_.end() ? nullptr : command->get();
+}
+
+namespace {
+
+uiCmdAccessState CheckedState(int state, const std::string& whose) {
+    if (state >= ACCESS_REMOVE && state <= ACCESS_AVAILABLE) return static_cast<uiCmdAccessState>(state);
+    Host().report.Violation("the access function of \"" + whose + "\" answers " + std::to_string(state));
+    return ACCESS_UNAVAILABLE;
+}
+
+}  // namespace
+
+uiCmdAccessState Interface::AskCommand(const Command& command) {
+    if (command.access == nullptr) return ACCESS_AVAILABLE;
+    return CheckedState(CallPlugin(Host().report, command.access, MODE_BLIND), command.name);
+}
+
+uiCmdAccessState Interface::Availability(const Command& command) {
+    try {
+        return AskCommand(command);
+    } catch (...) {
+        Host().report.Violation("an exception crossed the access function of \"" + command.name + "\"");
+        return ACCESS_UNAVAILABLE;
+    }
+}
+
+ProError Interface::RunCommand(std::string_view name) {
+    Session& host = Host();
+    Command* command = FindCommand(name);
+    if (command == nullptr) {
+        host.user.Problem("there is no command \"" + std::string(name) + "\"");
+        return PRO_TK_E_NOT_FOUND;
+    }
+    if (!active_.empty()) {
+        host.user.Problem("the command \"" + command->name + "\" cannot start, the dialog \"" +
+                          ActiveDialog()->Name() + "\" is open");
+        return PRO_TK_E_BUSY;
+    }
+    if (Availability(*command) != ACCESS_AVAILABLE) {
+        host.user.Problem("the command \"" + command->name + "\" is not available");
+        return PRO_TK_CANT_ACCESS;
+    }
+    return StartCommand(*command);
+}
+
+ProError Interface::StartCommand(Command& command) {
+    Session& host = Host();
+    int answer = PRO_TK_GENERAL_ERROR;
+    ++commandsRunning_;
+    try {
+        answer = CallPlugin(host.report, command.action, command.Id(), nullptr, nullptr);
+    } catch (...) {
+        host.report.Violation("an exception crossed the command \"" + command.name + "\"");
+    }
+    --commandsRunning_;
+    prompt.reset();
+    for (auto macro = loadedMacros.rbegin(); macro != loadedMacros.rend(); ++macro)
+        host.user.macros.push_back(std::move(*macro));
+    loadedMacros.clear();
+    host.desk.ApplyPending();
+    return static_cast<ProError>(answer);
+}
+
+// ---- Menus
+
+Menu* Interface::FindMenu(std::string_view name) {
+    const auto menu =
+        std::find_if(menus_.begin(), menus_.end(), [&](const Menu& m) { return m.name == name; });
+    return menu == menus_.end() ? nullptr : &*menu;
+}
+
+Menu* Interface::AddMenu(std::string_view name, std::string_view neighbour, bool after) {
+    const auto beside =
+        std::find_if(menus_.begin(), menus_.end(), [&](const Menu& m) { return m.name == neighbour; });
+    if (beside == menus_.end() || FindMenu(name) != nullptr) return nullptr;
+    Menu menu;
+    menu.name = name;
+    return &*menus_.insert(after ? beside + 1 : beside, std::move(menu));
+}
+
+std::vector<MenuRow> Interface::MenuRows() {
+    std::vector<MenuRow> rows;
+    for (const Menu& menu : menus_) {
+        for (const MenuButton& button : menu.buttons) {
+            const MessageText* label = FindMessage(button.messageFile, button.labelKey);
+            const MessageText* help = FindMessage(button.messageFile, button.helpKey);
+            rows.push_back({menu.name, button.name, button.command->name,
+                            label == nullptr ? Wide(button.labelKey) : label->Shown(),
+                            help == nullptr ? Wide(button.helpKey) : help->Shown(),
+                            Availability(*button.command)});
+        }
+    }
+    return rows;
+}
+
+// ---- Popup menus
+
+const PopupMenu& Interface::OpenPopup(std::string_view name) {
+    Session& host = Host();
+    popup_.emplace();
+    popup_->id = nextPopupId_++;
+    popup_->name = name;
+    try {
+        const auto created = notifications.find(PRO_POPUPMENU_CREATE_POST);
+        if (created != notifications.end() && created->second != nullptr) {
+            // The real type of a callback depends on what it is registered for.
+            const auto handler =
+                reinterpret_cast<ProPopupmenuCreatePostAction>(reinterpret_cast<void (*)()>(created->second));
+            std::string handedName = popup_->name;
+            CallPlugin(host.report, handler, static_cast<const char*>(handedName.c_str()));
+            handedName.assign(handedName.size(), '?');
+        }
+        AskPopupButtons(*popup_);
+    } catch (...) {
+        host.report.Violation("an exception crossed the popup menu \"" + popup_->name + "\"");
+    }
+    return *popup_;
+}
+
+void Interface::AskPopupButtons(PopupMenu& popup) {
+    Session& host = Host();
+    std::vector<const void*> handles;
+    for (const Pick& pick : host.desk.selected) handles.push_back(host.desk.NewSelection(pick));
+    auto* selections = static_cast<ProSelection*>(
+        NewHostArrayBytes(host, handles.data(), handles.size(), sizeof(ProSelection)));
+    const AtEnd giveBack([&] {
+        for (const void* handle : handles) host.desk.DropSelection(handle);
+        host.memory.Release(BlockKind::kArray, selections);
+    });
+    for (PopupButton& button : popup.buttons) {
+        button.state = AskCommand(*button.command);
+        if (button.access == nullptr) continue;
+        const int own = CallPlugin(host.report, button.access, button.command->Id(), button.data, selections);
+        button.state = std::min(button.state, CheckedState(own, button.name));
+    }
+}
+
+ProError Interface::ChoosePopupEntry(std::string_view entry) {
+    User& user = Host().user;
+    if (!popup_) {
+        user.Problem("no popup menu is open to choose \"" + std::string(entry) + "\" from");
+        return PRO_TK_E_NOT_FOUND;
+    }
+    const auto button =
+        std::find_if(popup_->buttons.begin(), popup_->buttons.end(),
+                     [&](const PopupButton& b) { return b.name == entry || b.label == Wide(entry); });
+    const bool shown = button != popup_->buttons.end() && button->state > ACCESS_INVISIBLE;
+    if (!shown || button->state != ACCESS_AVAILABLE) {
+        user.Problem("the popup menu \"" + popup_->name +
+                     (shown ? "\" shows greyed: \"" : "\" does not show \"") + std::string(entry) + "\"");
+        return shown ? PRO_TK_CANT_ACCESS : PRO_TK_E_NOT_FOUND;
+    }
+    Command& command = *button->command;
+    popup_.reset();
+    return StartCommand(command);
+}
+
+PopupMenu* Interface::FindPopup(int id) {
+    return popup_ && popup_->id == id ? &*popup_ : nullptr;
+}
+
+}  // namespace sim

@@ -1,0 +1,15 @@
+// The plug-in's text tree, checked as a whole: layouts, message files, menu texts, icons.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sim {
+
+class Session;
+
+// One line a problem. The plug-in has to be started, its commands are what is looked for.
+std::vector<std::string> CheckTextTree(Session& session);
+
+}  // namespace sim

@@ -1,0 +1,81 @@
+// The user before the host: the answers arranged for questions, and everything that was shown.
+
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace sim {
+
+class SimDialog;
+class SimModel;
+
+// A message box of Windows as the user saw it.
+struct ShownBox {
+    std::wstring text;
+    std::wstring caption;
+    unsigned flags;   // as passed to MessageBoxW
+    bool hasOwner;
+};
+
+// A program or file that the plug-in started (never really started).
+struct StartedProgram {
+    std::wstring verb;
+    std::wstring file;
+    std::wstring parameters;
+    int showMode;
+};
+
+// One answer at a text or number prompt.
+struct PromptAnswer {
+    enum class Kind { kTyped, kEnter, kEscape };
+    Kind kind = Kind::kTyped;
+    std::wstring text;
+};
+
+// What the user picks in the graphics window: a model or an item in it. Empty picks: Done without a pick.
+struct Pick {
+    SimModel* model = nullptr;
+    int type = 0;            // the host's item type code; 0: the model itself
+    int id = 0;              // the item's identifier in its model
+    std::vector<int> path;   // component feature ids from the top assembly down
+};
+
+struct PickAnswer {
+    bool quit = false;
+    std::vector<Pick> picks;
+};
+
+// Questions are answered in the order in which the answers were arranged, dialogs by their name. A question without an
+// answer is a problem: it is recorded with its text and answered by cancelling.
+class User {
+public:
+    // ---- Arranged answers
+    std::map<std::string, std::deque<std::function<void(SimDialog&)>>> dialogs;
+    std::deque<std::optional<std::wstring>> folders;  // nullopt: Cancel
+    std::deque<std::optional<std::wstring>> files;
+    std::deque<PromptAnswer> prompts;
+    std::deque<PickAnswer> picks;
+    std::deque<int> boxAnswers;  // for boxes with more than an OK button: IDYES, IDNO, ...
+
+    // ---- What was shown or done
+    std::vector<ShownBox> boxes;
+    std::vector<std::wstring> messageArea;  // messages and prompts, translated and formatted
+    std::vector<std::wstring> questions;    // titles of folder and file choices
+    std::vector<StartedProgram> started;
+    std::vector<std::wstring> macros;
+    std::wstring clipboard;
+
+    // ---- Problems: unexpected questions, and user actions that the screen did not allow
+    void Problem(const std::string& text) { problems.push_back(text); }
+    std::vector<std::string> problems;
+
+    // Answers left over at the end: somebody expected a question that never came. One line each.
+    std::vector<std::string> UnusedAnswers() const;
+};
+
+}  // namespace sim

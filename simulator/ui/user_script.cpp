@@ -1,0 +1,423 @@
+#include "ui/user_script.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include <windows.h>
+
+#include "report/utf8.h"
+#include "session/session.h"
+#include "ui/sim_dialog.h"
+#include "ui/text_file.h"
+
+namespace sim {
+
+namespace {
+
+struct Word {
+    std::wstring text;
+    int column = 1;
+    bool quoted = false;
+
+    std::string Narrow() const { return Utf8(text); }
+};
+
+struct Step {
+    int line = 1;
+    std::vector<Word> words;  // the command first
+    bool indented = false;
+
+    bool Is(std::wstring_view command) const { return words.front().text == command; }
+};
+
+struct ScriptError {
+    int line;
+    int column;
+    std::string text;
+};
+
+[[noreturn]] void Fail(const Step& step, const Word& word, const std::string& text) {
+    throw ScriptError{step.line, word.column, text};
+}
+
+// ---- Words
+
+Word TakeQuoted(std::wstring_view line, std::size_t& at, int lineNumber) {
+    Word word{{}, static_cast<int>(at) + 1, true};
+    for (++at; at < line.size() && line[at] != L'"'; ++at) {
+        if (line[at] != L'\\') {
+            word.text += line[at];
+            continue;
+        }
+        const wchar_t code = at + 1 < line.size() ? line[at + 1] : L' ';
+        constexpr std::wstring_view kCodes = L"\"\\nt", kMeanings = L"\"\\\n\t";
+        const std::size_t index = kCodes.find(code);
+        if (index == std::wstring_view::npos)
+            throw ScriptError{lineNumber, static_cast<int>(at) + 1,
+                              "expected \\\", \\\\, \\n or \\t after a backslash"};
+        word.text += kMeanings[index];
+        ++at;
+    }
+    if (at == line.size()) throw ScriptError{lineNumber, word.column, "expected a closing quote"};
+    ++at;
+    return word;
+}
+
+// Words of a line; none for an empty line or a comment.
+Step ReadStep(std::wstring_view line, int lineNumber) {
+    constexpr std::wstring_view kBlanks = L" \t";
+    Step step;
+    step.line = lineNumber;
+    step.indented = !line.empty() && kBlanks.find(line.front()) != std::wstring_view::npos;
+    std::size_t at = line.find_first_not_of(kBlanks);
+    while (at < line.size() && line[at] != L'#') {
+        if (line[at] == L'"') {
+            step.words.push_back(TakeQuoted(line, at, lineNumber));
+            if (at < line.size() && kBlanks.find(line[at]) == std::wstring_view::npos)
+                throw ScriptError{lineNumber, static_cast<int>(at) + 1,
+                                  "expected a blank after the closing quote"};
+        } else {
+            const std::size_t end = std::min(line.find_first_of(L" \t\"", at), line.size());
+            step.words.push_back({std::wstring(line.substr(at, end - at)), static_cast<int>(at) + 1, false});
+            at = end;
+        }
+        at = std::min(line.find_first_not_of(kBlanks, at), line.size());
+    }
+    return step;
+}
+
+std::vector<Step> ReadSteps(std::wstring_view text) {
+    std::vector<Step> steps;
+    for (int number = 1; !text.empty(); ++number) {
+        const std::size_t end = std::min(text.find(L'\n'), text.size());
+        Step step = ReadStep(text.substr(0, end), number);
+        if (!step.words.empty()) steps.push_back(std::move(step));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return steps;
+}
+
+// ---- What the steps take
+
+void NeedWords(const Step& step, std::size_t least, std::size_t most, const std::string& usage) {
+    const std::size_t given = step.words.size() - 1;
+    if (given >= least && given <= most) return;
+    Fail(step, given > most ? step.words[most + 1] : step.words.back(), "expected: " + usage);
+}
+
+bool OnOff(const Step& step, const Word& word) {
+    if (word.text != L"on" && word.text != L"off") Fail(step, word, "expected on or off");
+    return word.text == L"on";
+}
+
+struct StepRule {
+    std::wstring_view command;
+    std::size_t least, most;
+    const char* usage;
+};
+
+constexpr std::size_t kAny = 10000;
+
+constexpr StepRule kDialogSteps[] = {
+    {L"choose", 2, 2, "choose COMPONENT ENTRY"},
+    {L"type", 2, 2, "type COMPONENT \"TEXT\""},
+    {L"check", 1, 2, "check COMPONENT [on|off]"},
+    {L"press", 1, 1, "press COMPONENT"},
+    {L"return", 0, 0, "return"},
+    {L"select", 1, kAny, "select TABLE ROW..."},
+    {L"doubleclick", 3, 3, "doubleclick TABLE ROW COLUMN"},
+    {L"show", 0, 0, "show"},
+    {L"close", 0, 0, "close"},
+    {L"expect", 2, 5, "expect text COMPONENT \"TEXT\" (or title, message, checked, cell)"},
+};
+
+constexpr StepRule kExpectations[] = {
+    {L"text", 3, 3, "expect text COMPONENT \"TEXT\""},
+    {L"title", 2, 2, "expect title \"TEXT\""},
+    {L"message", 2, 2, "expect message \"TEXT\""},
+    {L"checked", 3, 3, "expect checked COMPONENT on|off"},
+    {L"cell", 5, 5, "expect cell TABLE ROW COLUMN \"TEXT\""},
+};
+
+template <std::size_t N>
+const StepRule* FindStepRule(const StepRule (&rules)[N], const Word& word) {
+    const auto* rule = std::find_if(std::begin(rules), std::end(rules), [&](const StepRule& r) {
+        return r.command == word.text && !word.quoted;
+    });
+    return rule == std::end(rules) ? nullptr : rule;
+}
+
+void CheckDialogStep(const Step& step) {
+    const StepRule* rule = FindStepRule(kDialogSteps, step.words.front());
+    if (rule == nullptr) Fail(step, step.words.front(), "unknown step " + step.words.front().Narrow());
+    NeedWords(step, rule->least, rule->most, rule->usage);
+    if (step.Is(L"check") && step.words.size() == 3) OnOff(step, step.words[2]);
+    if (!step.Is(L"expect")) return;
+    const StepRule* expectation = FindStepRule(kExpectations, step.words[1]);
+    if (expectation == nullptr) Fail(step, step.words[1], "expected text, title, message, checked or cell");
+    NeedWords(step, expectation->least, expectation->most, expectation->usage);
+    if (step.words[1].text == L"checked") OnOff(step, step.words[3]);
+}
+
+// ---- Playing
+
+class Player {
+public:
+    Player(Session& session, SimDialog& dialog, const std::filesystem::path& file)
+        : session_(session), dialog_(dialog), file_(file) {}
+
+    void Play(const Step& step) {
+        const std::size_t before = session_.user.problems.size();
+        Do(step);
+        // The component is what is usually wrong.
+        const Word& word = step.words.size() > 1 ? step.words[1] : step.words.front();
+        const std::string name = Utf8(file_.wstring()) + ":";
+        for (std::size_t i = before; i < session_.user.problems.size(); ++i) {
+            std::string& problem = session_.user.problems[i];
+            if (!problem.starts_with(name)) problem = FindingPlace(file_, step.line, word.column) + problem;
+        }
+    }
+
+private:
+    void Do(const Step& step) {
+        const std::string component = step.words.size() > 1 ? step.words[1].Narrow() : std::string();
+        if (step.Is(L"choose")) dialog_.Choose(component, step.words[2].text);
+        if (step.Is(L"type")) dialog_.Type(component, step.words[2].text);
+        if (step.Is(L"check")) dialog_.Check(component, step.words.size() < 3 || step.words[2].text == L"on");
+        if (step.Is(L"press")) dialog_.Press(component);
+        if (step.Is(L"return")) dialog_.PressReturn();
+        if (step.Is(L"select")) dialog_.SelectRows(component, Names(step, 2));
+        if (step.Is(L"doubleclick"))
+            dialog_.DoubleClick(component, step.words[2].Narrow(), step.words[3].Narrow());
+        if (step.Is(L"show")) std::fputs(dialog_.Picture().c_str(), stdout);
+        if (step.Is(L"close")) dialog_.Close();
+        if (step.Is(L"expect")) Expect(step);
+    }
+
+    static std::vector<std::string> Names(const Step& step, std::size_t first) {
+        std::vector<std::string> names;
+        for (std::size_t i = first; i < step.words.size(); ++i) names.push_back(step.words[i].Narrow());
+        return names;
+    }
+
+    void Expect(const Step& step) {
+        const std::wstring& what = step.words[1].text;
+        const std::wstring& expected = step.words.back().text;
+        const std::string component = step.words[2].Narrow();
+        std::wstring found;
+        if (what == L"text") found = dialog_.Text(component);
+        if (what == L"title") found = dialog_.Title();
+        if (what == L"checked") found = dialog_.IsChecked(component) ? L"on" : L"off";
+        if (what == L"cell") found = dialog_.Cell(component, step.words[3].Narrow(), step.words[4].Narrow());
+        if (what == L"message" && !session_.user.boxes.empty()) found = session_.user.boxes.back().text;
+        if (found != expected)
+            session_.user.Problem("expected " + Utf8(what) + " \"" + Utf8(expected) + "\", found \"" +
+                                  Utf8(found) + "\"");
+    }
+
+    Session& session_;
+    SimDialog& dialog_;
+    const std::filesystem::path& file_;
+};
+
+// ---- Arranging
+
+constexpr std::pair<std::wstring_view, int> kItemTypes[] = {
+    {L"feature", 3}, {L"surface", 5}, {L"edge", 6}, {L"csys", 25}, {L"point", 66}, {L"plane", 176}};
+
+constexpr std::pair<std::wstring_view, int> kBoxAnswers[] = {
+    {L"yes", IDYES}, {L"no", IDNO}, {L"ok", IDOK}, {L"cancel", IDCANCEL}};
+
+constexpr std::pair<std::wstring_view, ModelKind> kModelKinds[] = {{L"asm", ModelKind::kAssembly},
+                                                                   {L"prt", ModelKind::kPart},
+                                                                   {L"mfg", ModelKind::kManufacturing},
+                                                                   {L"drw", ModelKind::kDrawing}};
+
+// Reads a script into a user of its own, which takes the place of the session's answers when all is well.
+class Arranger {
+public:
+    Arranger(Session& session, const std::filesystem::path& file) : session_(session), file_(file) {}
+
+    void Run(std::vector<Step> steps) {
+        for (std::size_t i = 0; i < steps.size(); ++i) {
+            const Step& step = steps[i];
+            if (step.indented) Fail(step, step.words.front(), "expected a dialog line before indented steps");
+            if (!step.Is(L"dialog")) {
+                ArrangeAnswer(step);
+                continue;
+            }
+            NeedWords(step, 1, 1, "dialog NAME");
+            auto block = std::make_shared<std::vector<Step>>();
+            for (; i + 1 < steps.size() && steps[i + 1].indented; ++i) {
+                CheckDialogStep(steps[i + 1]);
+                block->push_back(steps[i + 1]);
+            }
+            AddDialog(step.words[1].Narrow(), block);
+        }
+    }
+
+    void Arrange() {
+        User& user = session_.user;
+        for (auto& [name, scripts] : read_.dialogs) Append(user.dialogs[name], scripts);
+        Append(user.folders, read_.folders);
+        Append(user.files, read_.files);
+        Append(user.prompts, read_.prompts);
+        Append(user.picks, read_.picks);
+        Append(user.boxAnswers, read_.boxAnswers);
+    }
+
+private:
+    template <typename Queue>
+    static void Append(Queue& queue, Queue& more) {
+        std::move(more.begin(), more.end(), std::back_inserter(queue));
+    }
+
+    void AddDialog(const std::string& name, std::shared_ptr<std::vector<Step>> steps) {
+        Session& session = session_;
+        read_.dialogs[name].push_back([&session, steps, file = file_](SimDialog& dialog) {
+            Player player(session, dialog, file);
+            for (const Step& step : *steps) player.Play(step);
+        });
+    }
+
+    void ArrangeAnswer(const Step& step) {
+        if (step.Is(L"folder"))
+            read_.folders.push_back(PathOrCancel(step));
+        else if (step.Is(L"file"))
+            read_.files.push_back(PathOrCancel(step));
+        else if (step.Is(L"prompt"))
+            ArrangePrompt(step);
+        else if (step.Is(L"pick"))
+            ArrangePick(step);
+        else if (step.Is(L"answer"))
+            ArrangeBoxAnswer(step);
+        else if (FindStepRule(kDialogSteps, step.words.front()) != nullptr)
+            Fail(step, step.words.front(), "expected an indented step below a dialog line");
+        else
+            Fail(step, step.words.front(), "unknown step " + step.words.front().Narrow());
+    }
+
+    static std::optional<std::wstring> PathOrCancel(const Step& step) {
+        NeedWords(step, 1, 1, step.words.front().Narrow() + " \"PATH\"|cancel");
+        const Word& word = step.words[1];
+        if (word.quoted) return word.text;
+        if (word.text != L"cancel") Fail(step, word, "expected a path in quotes or cancel");
+        return std::nullopt;
+    }
+
+    void ArrangePrompt(const Step& step) {
+        NeedWords(step, 1, 1, "prompt \"TEXT\"|enter|escape");
+        const Word& word = step.words[1];
+        if (word.quoted)
+            read_.prompts.push_back({PromptAnswer::Kind::kTyped, word.text});
+        else if (word.text == L"enter" || word.text == L"escape")
+            read_.prompts.push_back(
+                {word.text == L"enter" ? PromptAnswer::Kind::kEnter : PromptAnswer::Kind::kEscape, {}});
+        else
+            Fail(step, word, "expected a text in quotes, enter or escape");
+    }
+
+    void ArrangeBoxAnswer(const Step& step) {
+        NeedWords(step, 1, 1, "answer yes|no|ok|cancel");
+        for (const auto& [name, code] : kBoxAnswers)
+            if (step.words[1].text == name) return read_.boxAnswers.push_back(code);
+        Fail(step, step.words[1], "expected yes, no, ok or cancel");
+    }
+
+    void ArrangePick(const Step& step) {
+        NeedWords(step, 1, kAny, "pick MODEL [item TYPE ID] [path ID...] [and MODEL...]");
+        PickAnswer answer;
+        const bool single = step.words.size() == 2 && !step.words[1].quoted;
+        if (single && step.words[1].text == L"quit")
+            answer.quit = true;
+        else if (!single || step.words[1].text != L"none")
+            for (std::size_t at = 1; at < step.words.size();) answer.picks.push_back(TakePick(step, at));
+        read_.picks.push_back(std::move(answer));
+    }
+
+    Pick TakePick(const Step& step, std::size_t& at) {
+        Pick pick;
+        pick.model = PickedModel(step, step.words[at++]);
+        while (at < step.words.size()) {
+            const Word& word = step.words[at++];
+            if (word.text == L"item") {
+                pick.type = ItemType(step, at);
+                pick.id = TakeNumber(step, at);
+            } else if (word.text == L"path") {
+                do pick.path.push_back(TakeNumber(step, at));
+                while (at < step.words.size() && IsNumber(step.words[at].text));
+            } else if (word.text == L"and" && at < step.words.size()) {
+                return pick;
+            } else {
+                Fail(step, word, "expected item, path, or and with another model");
+            }
+        }
+        return pick;
+    }
+
+    static bool IsNumber(std::wstring_view text) {
+        return !text.empty() && text.size() < 10 &&
+               text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+    }
+
+    static int TakeNumber(const Step& step, std::size_t& at) {
+        if (at == step.words.size() || !IsNumber(step.words[at].text))
+            Fail(step, step.words[std::min(at, step.words.size() - 1)], "expected a number");
+        return std::stoi(step.words[at++].text);
+    }
+
+    static int ItemType(const Step& step, std::size_t& at) {
+        for (const auto& [name, type] : kItemTypes) {
+            if (at == step.words.size() || step.words[at].text != name) continue;
+            ++at;
+            return type;
+        }
+        return TakeNumber(step, at);
+    }
+
+    // "BOLT" or "BOLT.PRT": in memory, else from the working directory.
+    SimModel* PickedModel(const Step& step, const Word& word) {
+        const std::size_t dot = word.text.rfind(L'.');
+        for (const auto& [extension, kind] : kModelKinds) {
+            if (dot != std::wstring::npos && UpperName(word.text.substr(dot + 1)) != UpperName(extension))
+                continue;
+            SimModel* model = nullptr;
+            if (session_.models.Retrieve(word.text.substr(0, dot), kind, model) == PRO_TK_NO_ERROR)
+                return model;
+        }
+        Fail(step, word, "there is no model " + word.Narrow());
+    }
+
+    Session& session_;
+    std::filesystem::path file_;
+    User read_;
+};
+
+}  // namespace
+
+std::vector<std::string> ArrangeUserScript(std::string_view bytes, const std::filesystem::path& file,
+                                           Session& session) {
+    std::vector<std::string> errors;
+    const std::optional<std::wstring> text = DecodeTextFile(bytes, file, errors, false);
+    if (!text) return errors;
+    try {
+        Arranger arranger(session, file);
+        arranger.Run(ReadSteps(*text));
+        arranger.Arrange();
+    } catch (const ScriptError& error) {
+        errors.push_back(FindingPlace(file, error.line, error.column) + error.text);
+    }
+    return errors;
+}
+
+std::vector<std::string> LoadUserScript(const std::filesystem::path& file, Session& session) {
+    const std::optional<std::string> bytes = ReadBytes(file);
+    if (bytes) return ArrangeUserScript(*bytes, file, session);
+    return {FindingPlace(file, 1, 1) + "expected a file that can be read"};
+}
+
+}  // namespace sim

@@ -1,0 +1,47 @@
+// Scripts of the playing user: what a person types, presses and answers, one step a line.
+//
+//     # Stamps the material into every model.
+//     dialog KvParams              the steps at this dialog follow, indented; one block for each time it
+//     opens
+//       choose TypeRadio AsmAndPart    an entry of a radio group, option menu or list, by label or name
+//       type ParaName "MATERIAL"       text of a field
+//       check KvOutlineOrder on        or off
+//       press Add                      a push button
+//       return                         the Return key: the default button
+//       select bom_list 1 2            rows of a table
+//       doubleclick bom_list 1 num     a cell, by row and column
+//       expect text ParaName "M"       what a component shows; also: expect title "..", expect checked NAME
+//       on,
+//                                      expect cell TABLE ROW COLUMN ".."
+//       expect message "\tDone!\t"     text of the last message box
+//       show                           prints the dialog
+//       close                          the close box
+//     folder "C:\\backup"          answers, each kind used in order; also: folder cancel
+//     file "C:\\a.drw"             also: file cancel
+//     prompt "NEW_NAME"            also: prompt enter, prompt escape
+//     pick BOLT                    also: pick none, pick quit, pick BOLT item surface 7 path 3 5, pick BOLT
+//     and NUT answer yes                   of a box with several buttons: yes, no, ok, cancel
+//
+// Texts with blanks stand in quotes; \" \\ \n \t are what they are in C. Files are UTF-8.
+
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sim {
+
+class Session;
+
+// Arranges the script's answers with the session's user. Every mistake is a line "file:line:column: ...", and
+// with one nothing is arranged. Picked models are looked up, and loaded from the working directory if need
+// be. What turns out wrong while playing becomes a problem of the user with the same kind of place.
+std::vector<std::string> LoadUserScript(const std::filesystem::path& file, Session& session);
+
+// The same from the script's bytes; `file` names it in the lines.
+std::vector<std::string> ArrangeUserScript(std::string_view bytes, const std::filesystem::path& file,
+                                           Session& session);
+
+}  // namespace sim

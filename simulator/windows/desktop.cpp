@@ -1,0 +1,284 @@
+#include "windows/desktop.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include <commdlg.h>
+#include <shellapi.h>
+
+#include "report/utf8.h"
+#include "session/traced.h"
+
+namespace sim {
+
+namespace {
+
+// ---- Boxes, choices and programs
+
+// What the user answers to a box that only informs is plain; a box with a choice needs an arranged answer.
+int AnswerBox(UINT flags, const std::wstring& text) {
+    User& user = Host().user;
+    const UINT buttons = flags & MB_TYPEMASK;
+    if (buttons == MB_OK) return IDOK;
+    if (!user.boxAnswers.empty()) {
+        const int answer = user.boxAnswers.front();
+        user.boxAnswers.pop_front();
+        return answer;
+    }
+    user.Problem("unexpected question: " + Utf8(text));
+    return buttons == MB_YESNO ? IDNO : IDCANCEL;
+}
+
+int WINAPI ShowBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
+    Host().user.boxes.push_back({text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags, owner != nullptr});
+    return AnswerBox(flags, Host().user.boxes.back().text);
+}
+
+BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
+    User& user = Host().user;
+    user.questions.push_back(request->lpstrTitle == nullptr ? L"" : request->lpstrTitle);
+    if (user.files.empty()) {
+        user.Problem(std::string("unexpected ") + what);
+        return FALSE;
+    }
+    const std::optional<std::wstring> answer = user.files.front();
+    user.files.pop_front();
+    if (!answer) return FALSE;
+    if (answer->size() + 1 > request->nMaxFile) {
+        Host().report.Violation(std::string(what) + ": the chosen path does not fit the plug-in's buffer");
+        return FALSE;
+    }
+    std::copy_n(answer->c_str(), answer->size() + 1, request->lpstrFile);
+    return TRUE;
+}
+
+BOOL WINAPI ChooseFileToOpen(LPOPENFILENAMEW request) { return ChooseFile(request, "choice of a file to open"); }
+BOOL WINAPI ChooseFileToSave(LPOPENFILENAMEW request) { return ChooseFile(request, "choice of a file to save"); }
+
+std::wstring Text(LPCWSTR text) { return text == nullptr ? std::wstring() : std::wstring(text); }
+
+HINSTANCE WINAPI StartProgram(HWND, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT show) {
+    Host().user.started.push_back({Text(verb), Text(file), Text(parameters), show});
+    // Anything above 32 means started.
+    return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(33));
+}
+
+UINT WINAPI StartCommandLine(LPCSTR commandLine, UINT show) {
+    const int size = MultiByteToWideChar(CP_ACP, 0, commandLine, -1, nullptr, 0);
+    std::wstring line(static_cast<std::size_t>(std::max(size, 1)), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, commandLine, -1, line.data(), size);
+    line.pop_back();
+    Host().user.started.push_back({L"", line, L"", static_cast<int>(show)});
+    return 33;
+}
+
+// ---- Timers
+
+std::vector<DesktopTimer> timers;
+UINT_PTR nextTimer = 0x7F01;
+
+UINT_PTR WINAPI StartTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
+    if (window != nullptr) Host().report.Violation("SetTimer with a window");
+    (void)id;  // without a window the system gives an identifier of its own
+    timers.push_back({nextTimer++, period, procedure});
+    return timers.back().id;
+}
+
+BOOL WINAPI StopTimer(HWND, UINT_PTR id) {
+    const auto timer = std::find_if(timers.begin(), timers.end(), [id](const DesktopTimer& t) { return t.id == id; });
+    if (timer == timers.end()) {
+        Host().report.Violation("KillTimer for a timer that does not run");
+        return FALSE;
+    }
+    timers.erase(timer);
+    return TRUE;
+}
+
+// ---- The clipboard, one text
+
+bool clipboardOpen = false;
+
+BOOL WINAPI ClipboardOpen(HWND) {
+    if (clipboardOpen) return FALSE;
+    clipboardOpen = true;
+    return TRUE;
+}
+
+BOOL WINAPI ClipboardEmpty() {
+    if (!clipboardOpen) return FALSE;
+    Host().user.clipboard.clear();
+    return TRUE;
+}
+
+HANDLE WINAPI ClipboardSet(UINT format, HANDLE memory) {
+    if (!clipboardOpen || format != CF_UNICODETEXT || memory == nullptr) return nullptr;
+    if (const void* text = GlobalLock(memory)) {
+        Host().user.clipboard = static_cast<const wchar_t*>(text);
+        GlobalUnlock(memory);
+    }
+    // The clipboard owns the block from here on.
+    GlobalFree(memory);
+    return memory;
+}
+
+BOOL WINAPI ClipboardClose() {
+    if (!clipboardOpen) Host().report.Violation("CloseClipboard without OpenClipboard");
+    clipboardOpen = false;
+    return TRUE;
+}
+
+struct Redirection {
+    const char* function;
+    void* replacement;
+};
+
+template <typename Function>
+void* Address(Function* function) {
+    return reinterpret_cast<void*>(function);
+}
+
+const std::array<Redirection, 11> kRedirections = {{
+    {"MessageBoxW", Address(&ShowBox)},
+    {"GetOpenFileNameW", Address(&ChooseFileToOpen)},
+    {"GetSaveFileNameW", Address(&ChooseFileToSave)},
+    {"ShellExecuteW", Address(&StartProgram)},
+    {"WinExec", Address(&StartCommandLine)},
+    {"SetTimer", Address(&StartTimer)},
+    {"KillTimer", Address(&StopTimer)},
+    {"OpenClipboard", Address(&ClipboardOpen)},
+    {"EmptyClipboard", Address(&ClipboardEmpty)},
+    {"SetClipboardData", Address(&ClipboardSet)},
+    {"CloseClipboard", Address(&ClipboardClose)},
+}};
+
+// Relatives of the calls above: a plug-in that imports one would put a real box or program before nobody.
+constexpr std::array<std::string_view, 13> kUncaught = {
+    "MessageBoxA",      "MessageBoxExW",    "MessageBoxExA",    "MessageBoxIndirectW", "TaskDialog",
+    "ShellExecuteA",    "ShellExecuteExW",  "ShellExecuteExA",  "CreateProcessW",      "CreateProcessA",
+    "GetOpenFileNameA", "GetSaveFileNameA", "SHBrowseForFolderW",
+};
+
+// ---- Calls that can be made to fail
+
+struct Breakable {
+    const char* function;
+    void* stub;
+    std::intptr_t failure;  // what the call answers when it fails
+    void* original = nullptr;
+    long long count = 0;
+    long long failAt = 0;
+    DWORD error = 0;
+};
+
+Breakable& BreakableAt(int index);
+
+// The failure's answer, when it is this call's turn.
+bool MustFail(Breakable& call) {
+    ++call.count;
+    if (call.failAt == 0 || call.count != call.failAt) return false;
+    SetLastError(call.error);
+    return true;
+}
+
+template <int kIndex, typename Signature>
+struct Stub;
+
+template <int kIndex, typename Result, typename... Arguments>
+struct Stub<kIndex, Result(WINAPI*)(Arguments...)> {
+    static Result WINAPI Call(Arguments... arguments) {
+        Breakable& call = BreakableAt(kIndex);
+        if (MustFail(call)) {
+            if constexpr (std::is_pointer_v<Result>)
+                return reinterpret_cast<Result>(call.failure);
+            else
+                return static_cast<Result>(call.failure);
+        }
+        return reinterpret_cast<Result(WINAPI*)(Arguments...)>(call.original)(arguments...);
+    }
+};
+
+template <int kIndex, typename Signature>
+void* StubOf(Signature) {
+    return Address(&Stub<kIndex, Signature>::Call);
+}
+
+std::array<Breakable, 11> breakables = {{
+    {"GetPrivateProfileStringW", StubOf<0>(&GetPrivateProfileStringW), 0},
+    {"WritePrivateProfileStringW", StubOf<1>(&WritePrivateProfileStringW), FALSE},
+    {"CreateFileW", StubOf<2>(&CreateFileW), -1},
+    {"ReadFile", StubOf<3>(&ReadFile), FALSE},
+    {"WriteFile", StubOf<4>(&WriteFile), FALSE},
+    {"CreateDirectoryW", StubOf<5>(&CreateDirectoryW), FALSE},
+    {"CopyFileW", StubOf<6>(&CopyFileW), FALSE},
+    {"DeleteFileW", StubOf<7>(&DeleteFileW), FALSE},
+    {"GetModuleHandleW", StubOf<8>(&GetModuleHandleW), 0},
+    {"GetModuleFileNameW", StubOf<9>(&GetModuleFileNameW), 0},
+    {"MoveFileExW", StubOf<10>(&MoveFileExW), FALSE},
+}};
+
+Breakable& BreakableAt(int index) { return breakables[static_cast<std::size_t>(index)]; }
+
+void PatchBreakables(HMODULE module, std::vector<ImportPatch>& patches) {
+    for (Breakable& call : breakables) {
+        call.original = nullptr;
+        const std::size_t first = patches.size();
+        if (PatchImport(module, call.function, call.stub, patches) > 0) call.original = patches[first].original;
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> PatchDesktop(HMODULE module, std::vector<ImportPatch>& patches) {
+    for (const Redirection& redirection : kRedirections)
+        PatchImport(module, redirection.function, redirection.replacement, patches);
+    PatchBreakables(module, patches);
+
+    std::vector<std::string> uncaught;
+    for (const std::string_view name : ImportedFunctions(module))
+        if (std::find(kUncaught.begin(), kUncaught.end(), name) != kUncaught.end())
+            uncaught.push_back("imports " + std::string(name) + ", which is not caught");
+    return uncaught;
+}
+
+const std::vector<DesktopTimer>& DesktopTimers() { return timers; }
+
+void FireDesktopTimers() {
+    const std::vector<DesktopTimer> due = timers;
+    for (const DesktopTimer& timer : due) {
+        try {
+            timer.procedure(nullptr, WM_TIMER, timer.id, GetTickCount());
+        } catch (...) {
+            Host().report.Violation("an exception crossed a timer procedure");
+        }
+    }
+}
+
+void ForgetDesktopTimers() { timers.clear(); }
+
+bool FailWindowsCall(const std::string& function, long long nth, DWORD error) {
+    for (Breakable& call : breakables) {
+        if (function != call.function || call.original == nullptr) continue;
+        call.failAt = call.count + nth;
+        call.error = error;
+        return true;
+    }
+    return false;
+}
+
+void HealWindowsCalls() {
+    for (Breakable& call : breakables) {
+        call.count = 0;
+        call.failAt = 0;
+    }
+}
+
+long long WindowsCallCount(const std::string& function) {
+    for (const Breakable& call : breakables)
+        if (function == call.function) return call.count;
+    return 0;
+}
+
+}  // namespace sim

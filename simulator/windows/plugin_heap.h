@@ -1,0 +1,28 @@
+// The plug-in's own heap, counted and made to fail through its imported C run-time calls.
+
+#pragma once
+
+#include <vector>
+
+#include <windows.h>
+
+#include "windows/import_table.h"
+
+namespace sim {
+
+// Figures since the last ResetPluginHeap.
+struct PluginHeapFigures {
+    long long allocations = 0;
+    long long liveBytes = 0;
+    long long peakBytes = 0;
+    long long failed = 0;  // allocations that were made to fail
+};
+
+void PatchPluginHeap(HMODULE module, std::vector<ImportPatch>& patches);
+PluginHeapFigures PluginHeap();
+void ResetPluginHeap();
+
+// The n-th allocation of the plug-in from now on fails; 0: none.
+void FailPluginAllocation(long long nth);
+
+}  // namespace sim
