@@ -1,0 +1,159 @@
+// The sample workspace: its files are sound, its size is what the pages say, its scripts play.
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "cad/folder_index.h"
+#include "cad/model_file.h"
+#include "cad/model_store.h"
+#include "host/sim_host.h"
+#include "report/utf8.h"
+#include "support/plugin_home.h"
+#include "support/temp_directory.h"
+#include "ui/user_script.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace sim;
+using Names = std::set<std::string>;
+
+fs::path Samples() {
+    return fs::path(Wide(KORVANE_SAMPLES_DIR));
+}
+
+fs::path Conveyor() {
+    return Samples() / "roller_conveyor";
+}
+
+// Every model of the folder with all that it names.
+std::vector<SimModel*> LoadAll(ModelStore& store) {
+    for (const ModelFile& file : store.NewestFiles(store.WorkingDirectory())) {
+        SimModel* model = nullptr;
+        EXPECT_EQ(store.Retrieve(file.name, file.kind, model), PRO_TK_NO_ERROR) << Utf8(file.name);
+    }
+    return store.All();
+}
+
+// What a walk through all components meets.
+struct Size {
+    int placements = 0;
+    int levels = 0;
+    Names models;
+    Names leftOut;  // suppressed, internal or missing
+};
+
+void Measure(const SimModel& assembly, int level, Size& size) {
+    for (const Feature& feature : assembly.Features()) {
+        const std::wstring& name =
+            feature.component == nullptr ? feature.missingName : feature.component->Name();
+        ++size.placements;
+        size.levels = std::max(size.levels, level);
+        size.models.insert(Utf8(name));
+        if (feature.status != kFeatureActive || !feature.isVisible) size.leftOut.insert(Utf8(name));
+        if (feature.component != nullptr) Measure(*feature.component, level + 1, size);
+    }
+}
+
+TEST(SampleWorkspace, EveryFileIsSoundAndOneComponentIsMissing) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(Conveyor())) {
+        const auto parts = ParseModelFileName(entry.path().filename().wstring());
+        ASSERT_TRUE(parts && parts->version > 0) << Utf8(entry.path().filename().wstring());
+        // As the host would save it: a change of a model then shows as the lines that changed.
+        if (parts->kind != ModelKind::kPart) continue;
+        const SimModel& part = *ReadModelFile(entry.path(), parts->name, parts->kind).model;
+        EXPECT_EQ(ModelFileText(part), test::ReadBytes(entry.path())) << Utf8(part.Name());
+    }
+
+    ModelStore store(Conveyor());
+    Names missing;
+    for (const SimModel* model : LoadAll(store)) {
+        for (const Feature& feature : model->Features())
+            if (feature.component == nullptr) missing.insert(Utf8(feature.missingName));
+        for (const DrawingView& view : model->Views())
+            if (view.model == nullptr) missing.insert(Utf8(view.missingModel));
+    }
+    EXPECT_EQ(missing, Names{"BUY_CONTROL_BOX"});
+    EXPECT_EQ(store.Problems(), std::vector<std::string>());
+}
+
+TEST(SampleWorkspace, HasTheSizeThatThePagesGive) {
+    ModelStore store(Conveyor());
+    SimModel* top = nullptr;
+    ASSERT_EQ(store.Retrieve(L"roller_conveyor", ModelKind::kAssembly, top), PRO_TK_NO_ERROR);
+    Size size;
+    Measure(*top, 1, size);
+    EXPECT_EQ(size.placements, 234);
+    EXPECT_EQ(size.models.size(), 59U);
+    EXPECT_EQ(size.levels, 3);
+    EXPECT_EQ(size.leftOut, (Names{"BUY_CONTROL_BOX", "BUY_STOP_BUTTON", "TEST_CARTON_600X400"}));
+}
+
+TEST(SampleWorkspace, DrawingsAreNamedAfterTheModelTheyShow) {
+    ModelStore store(Conveyor());
+    int drawings = 0;
+    for (SimModel* drawing : LoadAll(store)) {
+        if (drawing->Kind() != ModelKind::kDrawing) continue;
+        ++drawings;
+        ASSERT_FALSE(drawing->ShownModels().empty()) << Utf8(drawing->Name());
+        EXPECT_EQ(Utf8(drawing->ShownModels().front()->Name()), Utf8(drawing->Name()));
+        for (const DrawingSheet& sheet : drawing->Sheets()) {
+            SimModel* format = store.Find(sheet.format, ModelKind::kFormat);
+            ASSERT_NE(format, nullptr) << Utf8(sheet.format);
+            EXPECT_EQ(Utf8(format->Sheets().front().size), Utf8(sheet.size)) << Utf8(drawing->Name());
+        }
+    }
+    EXPECT_EQ(drawings, 16);
+}
+
+TEST(SampleScripts, PlayOneAfterTheOther) {
+    const test::TempDirectory folder;
+    fs::copy(Samples(), folder.Path(), fs::copy_options::recursive);
+    fs::create_directory(folder / "backup");
+    SimHost host({.workspace = folder / "roller_conveyor"});
+    SimModel* top = host.Retrieve(L"roller_conveyor", ModelKind::kAssembly);
+    ASSERT_NE(top, nullptr);
+    host.Open(*top);
+
+    const std::vector<std::pair<std::string, std::string>> plays = {
+        {"add_project_number", "KvParams"},
+        {"update_project_number", "KvParams"},
+        {"sheetmetal_finish", "KvParams"},
+        {"outline_and_sheets", "KvParams"},
+        {"backup", "KvBackup"},
+        {"settings", "KvConfig"},
+    };
+    Names played;
+    for (const auto& [script, command] : plays) {
+        const fs::path file = folder / "scripts" / (script + ".user");
+        played.insert(Utf8(file.filename().wstring()));
+        EXPECT_EQ(LoadUserScript(file, host.session()), std::vector<std::string>());
+        EXPECT_EQ(host.Run(command), PRO_TK_NO_ERROR) << script;
+        EXPECT_EQ(host.TakeProblems(), std::vector<std::string>()) << script;
+    }
+    Names scripts;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder / "scripts"))
+        scripts.insert(Utf8(entry.path().filename().wstring()));
+    EXPECT_EQ(played, scripts);
+
+    const auto value = [&](std::wstring_view model, ModelKind kind, std::wstring_view parameter) {
+        return Utf8(host.Retrieve(model, kind)->Parameter(parameter));
+    };
+    EXPECT_EQ(value(L"bearing_unit", ModelKind::kAssembly, L"项目号"), "P24-117-B");
+    EXPECT_EQ(value(L"std_iso4762_m6x20", ModelKind::kPart, L"项目号"), "");
+    EXPECT_EQ(value(L"左护罩", ModelKind::kPart, L"表面处理"), "喷塑 RAL 9006");
+    EXPECT_EQ(value(L"roller_tube", ModelKind::kPart, L"表面处理"), "镀锌");
+    // The overall size shows that the placements, turned ones among them, fit together.
+    EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"外形尺寸"), "1200×823×750");
+    EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"图幅"), "A1,A3,A3");
+    EXPECT_TRUE(fs::exists(folder / "backup" / "roller_unit.drw.1"));
+    EXPECT_EQ(Utf8(test::ReadSettings(L"KvConfig.ini", L"SetLastDir", L"value")), "1");
+}
+
+}  // namespace

@@ -1,0 +1,104 @@
+#include "support/arrange.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "support/plugin_home.h"
+
+namespace test {
+
+namespace fs = std::filesystem;
+using sim::HostSetup;
+using sim::PopupButton;
+using sim::SimHost;
+
+HostSetup Unstarted() {
+    HostSetup setup;
+    setup.initialize = false;
+    return setup;
+}
+
+void ChangeSetting(std::wstring_view file, std::wstring_view section, std::wstring_view key,
+                   std::wstring_view value) {
+    EXPECT_TRUE(WritePrivateProfileStringW(std::wstring(section).c_str(), std::wstring(key).c_str(),
+                                           std::wstring(value).c_str(), SettingsFile(file).c_str()));
+}
+
+fs::path MakeFolder(const SimHost& host, const fs::path& relative) {
+    const fs::path folder = host.WorkingDirectory() / relative;
+    std::error_code error;
+    fs::create_directories(folder, error);
+    EXPECT_TRUE(fs::is_directory(folder)) << folder.string().size();
+    return folder;
+}
+
+void EnterFolder(SimHost& host, const fs::path& relative) {
+    EXPECT_EQ(host.session().models.ChangeDirectory(MakeFolder(host, relative).wstring()), PRO_TK_NO_ERROR);
+}
+
+TempFolder::TempFolder() {
+    static int counter = 0;
+    path_ = fs::temp_directory_path() /
+            (L"korvane-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++counter));
+    fs::create_directories(path_);
+}
+
+TempFolder::~TempFolder() {
+    std::error_code error;
+    fs::remove_all(path_, error);
+}
+
+sim::Pick Whole(sim::SimModel& model) { return ItemOf(model, 0, 0); }
+
+sim::Pick ItemOf(sim::SimModel& model, int type, int id) {
+    sim::Pick pick;
+    pick.model = &model;
+    pick.type = type;
+    pick.id = id;
+    return pick;
+}
+
+void StartWithRightClick(SimHost& host) {
+    ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
+    host.Initialize();
+    RightClick(host);
+}
+
+std::vector<PopupButton> RightClick(SimHost& host, std::string_view menu) {
+    const std::vector<PopupButton> entries = host.session().interface_.OpenPopup(menu).buttons;
+    EXPECT_EQ(host.session().report.OpenItems(), std::vector<std::string>());
+    return entries;
+}
+
+int StateOf(const std::vector<PopupButton>& entries, std::string_view name) {
+    for (const PopupButton& entry : entries)
+        if (entry.name == name) return entry.state;
+    return kAbsent;
+}
+
+Texts Messages(const SimHost& host) {
+    Texts texts;
+    for (const sim::ShownBox& box : host.Boxes()) {
+        EXPECT_EQ(box.caption, L"Korvane");
+        EXPECT_FALSE(box.hasOwner);
+        EXPECT_TRUE(box.flags & MB_TOPMOST);
+        texts.push_back(box.text);
+    }
+    return texts;
+}
+
+std::wstring PathText(const fs::path& path) {
+    std::wstring text = fs::path(path).make_preferred().wstring();
+    while (!text.empty() && text.back() == L'\\') text.pop_back();
+    return text;
+}
+
+std::string Encode936(std::wstring_view text) {
+    const int length = static_cast<int>(text.size());
+    std::string bytes(2 * text.size(), '\0');
+    bytes.resize(static_cast<std::size_t>(WideCharToMultiByte(936, 0, text.data(), length, bytes.data(),
+                                                              static_cast<int>(bytes.size()), nullptr, nullptr)));
+    return bytes;
+}
+
+}  // namespace test
