@@ -1,0 +1,153 @@
+#!/bin/sh
+# Shows the plug-in at work, step by step: demo_steps.sh WORKSPACE [WINE.SH] HOSTSIM.EXE
+#
+# WORKSPACE is a copy of samples/ that may be changed. A step that does not do what it says ends the demo.
+set -eu
+
+[ $# = 2 ] || [ $# = 3 ] || { sed -n '2,4s/^# \{0,1\}//p' "$0" >&2; exit 2; }
+launcher=$(realpath "$2")
+program=${3:+$(realpath "$3")}
+home=$(dirname "${program:-$launcher}")/../korvane
+cd "$1"
+number=0
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+fail() {
+    echo "demo: step $number failed: $*" >&2
+    exit 1
+}
+
+headline() {
+    number=$((number + 1))
+    printf '\n====================================================================================================\n'
+    printf '%d. %s\n\n' "$number" "$*"
+}
+
+# start ARGUMENT...: runs hostsim; its output goes to $work/out.
+start() {
+    code=0
+    "$launcher" ${program:+"$program"} "$@" >"$work/raw" 2>&1 || code=$?
+    tr -d '\r' <"$work/raw" >"$work/out"
+    [ $code = 0 ] && return
+    cat "$work/out" >&2
+    fail "hostsim $* ended with $code"
+}
+
+# The same, shown as a user would type it in the workspace.
+hostsim() {
+    echo "  \$ hostsim $*" | sed 's/ --user / \\\n        --user /'
+    echo
+    start "$@"
+}
+
+print() {
+    sed 's/^/    /; s/ *$//' "${1:-$work/out}"
+}
+
+# Lines that repeat become one with their number.
+print_tree() {
+    awk 'function put() { if (count) print "    " line (count > 1 ? "  (" count " times)" : "") }
+         $0 != line { put(); line = $0; count = 0 }
+         { count++ }
+         END { put() }' "$work/out"
+}
+
+# Words on lines that fit a terminal.
+print_words() {
+    awk '{ if (length(line) + length($0) > 94) { print "      " line; line = "" }
+           line = line (line == "" ? "" : "  ") $0 }
+         END { print "      " line }' "$1"
+}
+
+# value MODEL PARAMETER: the text in the newest file of the model; empty: no such parameter.
+value() {
+    newest=$(find roller_conveyor -name "$1.asm.*" -o -name "$1.prt.*" | sort -t . -k 3n | tail -n 1)
+    sed -n "s/.*{\"name\":\"$2\",\"type\":\"string\",\"value\":\"\([^\"]*\)\".*/\1/p" "$newest"
+}
+
+expect() {
+    found=$(value "$1" "$2")
+    [ "$found" = "$3" ] || fail "$2 of $1 is \"$found\", not \"$3\""
+}
+
+count_files() {
+    find "$1" -type f | wc -l
+}
+
+# The demo's own plug-in: its commands keep settings in their folder.
+cp -R "$home" plugin
+
+headline "The menu: fifty-four commands, and which of them are available while an assembly is open"
+hostsim --plugin plugin commands --mode assembly
+print
+[ "$(wc -l <"$work/out")" -eq 54 ] || fail "there are not 54 commands"
+
+headline "The sample workspace: a driven roller conveyor"
+hostsim show roller_conveyor --workspace roller_conveyor --levels 1
+print_tree
+start show roller_conveyor --workspace roller_conveyor
+sed '1,/^components/d; s/^ *//; s/  .*//' "$work/out" >"$work/tree"
+printf '\n    All levels together: %d placements of %d models.\n' \
+    "$(wc -l <"$work/tree")" "$(sort -u "$work/tree" | wc -l)"
+echo "    Commands leave out what is suppressed, internal or missing."
+
+headline "The dialog of the parameter editor, made from the plug-in's layout file"
+hostsim --plugin plugin dialog KvParams
+print
+
+headline "One of the parts, before"
+hostsim show leg_tube --workspace roller_conveyor
+print
+expect leg_tube 项目号 ""
+
+headline "A new parameter for the whole assembly, except standard and purchased parts (prefixes std_ and buy_)"
+printf '  The user at the dialog, scripts/add_project_number.user:\n\n'
+print scripts/add_project_number.user
+printf '\n'
+before=$(count_files roller_conveyor)
+hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \
+    --user scripts/add_project_number.user --save
+print
+printf '\n    %d models have changed; each was saved as a new version of its file.\n' \
+    $(($(count_files roller_conveyor) - before))
+expect buy_gear_motor_075kw 项目号 ""
+
+headline "The same part, after, and the lines of its file that differ"
+hostsim show leg_tube --workspace roller_conveyor
+print
+expect leg_tube 项目号 P24-117
+printf '\n  $ diff roller_conveyor/leg_tube.prt.1 roller_conveyor/leg_tube.prt.2\n\n'
+diff roller_conveyor/leg_tube.prt.1 roller_conveyor/leg_tube.prt.2 >"$work/out" && fail "the file is as before"
+print
+
+headline "Outline sizes and the sheet sizes of the drawings, written into parameters"
+hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \
+    --user scripts/outline_and_sheets.user --save
+print
+printf '\n    model            sheets    outline size\n'
+for model in roller_conveyor drive_unit roller_unit roller_shaft bearing_housing leg_tube; do
+    printf '    %-15s  %-8s  %s\n' $model "$(value $model 图幅)" "$(value $model 外形尺寸)"
+done
+expect roller_conveyor 外形尺寸 1200×823×750
+expect roller_conveyor 图幅 A1,A3,A3
+expect roller_shaft 外形尺寸 680×15×15
+
+headline "A backup of all components and their drawings, and the files in it"
+mkdir backup
+hostsim --plugin plugin run KvBackup --workspace roller_conveyor --model roller_conveyor --user scripts/backup.user
+print
+for kind in asm prt drw; do
+    find backup -name "*.$kind.*" | sed 's|.*/||; s/\.[0-9]*$//' | sort -u >"$work/$kind"
+    [ -s "$work/$kind" ] || fail "no *.$kind in the backup"
+    printf '\n    %d *.%s:\n' "$(wc -l <"$work/$kind")" $kind
+    print_words "$work/$kind"
+done
+
+headline "What a command costs: host calls by function, time and memory"
+hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \
+    --user scripts/update_project_number.user --profile
+print
+grep -q '^host calls [1-9]' "$work/out" || fail "no call summary"
+
+printf '\ndemo: all %d steps worked\n' $number
