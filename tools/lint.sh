@@ -69,7 +69,7 @@ key_of() {
     files=$(awk -v file="$1" '$1 == file { print; exit }' "$cache/dependencies")
     [ -n "$files" ] || files="$1 $(find src simulator tests bench toolkit -name '*.h' 2>/dev/null | sort | xargs)"
     # shellcheck disable=SC2086
-    cat $files .clang-tidy simulator/toolkit/.clang-tidy tools/lint.sh "$cache/versions" 2>/dev/null | sha256sum | cut -c 1-40
+    cat $files .clang-tidy ./*/.clang-tidy ./*/*/.clang-tidy tools/lint.sh "$cache/versions" 2>/dev/null | sha256sum | cut -c 1-40
 }
 
 lint_file() {

@@ -41,6 +41,15 @@ bool WriteWhole(const fs::path& file, const std::string& text) {
     return false;
 }
 
+ModelFile NextFile(const SimModel& model, FolderIndex& index, const fs::path& folder) {
+    const ModelFile* newest = index.Newest(model.Name(), model.Kind(), true);
+    ModelFile file{{}, model.Name(), std::wstring(ExtensionOf(model.Kind())), model.Kind(), 1};
+    if (newest != nullptr) file.version = newest->version + 1;
+    file.path =
+        folder / (LowerName(model.Name()) + L"." + file.extension + L"." + std::to_wstring(file.version));
+    return file;
+}
+
 }  // namespace
 
 // A model that is read but not yet tied to the models it names.
@@ -188,16 +197,6 @@ SimModel* ModelStore::FindOrLoad(std::wstring_view name, ModelKind kind, const f
 
 // ---- Saving
 
-ModelFile ModelStore::NextFile(const SimModel& model, const fs::path& folder) const {
-    const ModelFile* newest =
-        folders_.try_emplace(folder, folder).first->second.Newest(model.Name(), model.Kind(), true);
-    ModelFile file{{}, model.Name(), std::wstring(ExtensionOf(model.Kind())), model.Kind(), 1};
-    if (newest != nullptr) file.version = newest->version + 1;
-    file.path =
-        folder / (LowerName(model.Name()) + L"." + file.extension + L"." + std::to_wstring(file.version));
-    return file;
-}
-
 // The whole text goes to a file beside the new version, which gets its name when it is complete: a version is
 // there in full or not at all, and no version is ever written over.
 ProError ModelStore::Write(SimModel& model, const fs::path& folder) {
@@ -208,11 +207,12 @@ ProError ModelStore::Write(SimModel& model, const fs::path& folder) {
         problems_.emplace_back(error.what());
         return PRO_TK_GENERAL_ERROR;
     }
+    FolderIndex& index = folders_.try_emplace(folder, folder).first->second;
+    // Before the folder changes: a batch of saves then reads the folder once.
+    ModelFile file = NextFile(model, index, folder);
     const fs::path temporary = folder / (L"~" + LowerName(model.Name()) + L".tmp");
     if (!WriteWhole(temporary, text)) return PRO_TK_CANT_WRITE;
-    FolderIndex& index = folders_.try_emplace(folder, folder).first->second;
     for (int attempt = 0; attempt < 3; ++attempt) {
-        const ModelFile file = NextFile(model, folder);
         if (MoveFileW(temporary.c_str(), file.path.c_str()) != 0) {
             index.Wrote(file);
             model.directory = folder;
@@ -220,7 +220,9 @@ ProError ModelStore::Write(SimModel& model, const fs::path& folder) {
             model.SetModified(false);
             return PRO_TK_NO_ERROR;
         }
+        // Somebody else was faster with this version.
         index.Forget();
+        file = NextFile(model, index, folder);
     }
     std::error_code error;
     fs::remove(temporary, error);

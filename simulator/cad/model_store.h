@@ -75,7 +75,6 @@ public:
 private:
     struct Pending;
 
-    ModelFile NextFile(const SimModel& model, const std::filesystem::path& folder) const;
     ProError LoadTree(const ModelFile& file, SimModel*& model);
     ProError LoadOne(const ModelFile& file, std::vector<Pending>& pending, SimModel*& model);
     SimModel* FindOrLoad(std::wstring_view name, ModelKind kind, const std::filesystem::path& folder,

@@ -61,15 +61,6 @@ std::size_t TotalBytes(const HostBlock& block) {
     return kGuard + block.capacity * block.elementSize + kGuard;
 }
 
-void Prepare(HostBlock& block, std::size_t capacity) {
-    block.capacity = capacity;
-    const std::size_t bytes = TotalBytes(block);
-    block.memory = std::make_unique_for_overwrite<std::byte[]>(bytes);
-    std::fill_n(block.memory.get(), kGuard, kGuardByte);
-    std::fill_n(block.memory.get() + kGuard, bytes - 2 * kGuard, kUnused);
-    std::fill_n(block.memory.get() + bytes - kGuard, kGuard, kGuardByte);
-}
-
 bool IsFilled(const std::byte* from, std::size_t size, std::byte with) {
     return std::all_of(from, from + size, [with](std::byte byte) { return byte == with; });
 }
@@ -80,31 +71,44 @@ std::byte* HostBlock::Data() const {
     return memory.get() + kGuard;
 }
 
+HostBlock& HostMemory::Add(HostBlock block, std::size_t capacity) {
+    block.capacity = capacity;
+    const std::size_t bytes = TotalBytes(block);
+    block.memory = std::make_unique_for_overwrite<std::byte[]>(bytes);
+    const std::size_t used = block.count * block.elementSize;
+    std::fill_n(block.memory.get(), kGuard, kGuardByte);
+    std::fill_n(block.Data(), used, std::byte{0});
+    std::fill_n(block.Data() + used, bytes - 2 * kGuard - used, kUnused);
+    std::fill_n(block.memory.get() + bytes - kGuard, kGuard, kGuardByte);
+    const void* data = block.Data();
+    return blocks_.emplace(data, std::move(block)).first->second;
+}
+
 HostBlock& HostMemory::Allocate(BlockKind kind, std::size_t count, std::size_t elementSize, std::size_t step,
                                 std::string_view note) {
-    auto block = std::make_unique<HostBlock>(HostBlock{kind, elementSize, count, 0, step, nullptr});
-    Prepare(*block, count);
-    std::fill_n(block->Data(), count * elementSize, std::byte{0});
-    HostBlock& result = *block;
-    // The account knows the block, not its data: an array keeps its entry when it moves.
-    report_.Opened(AccountOf(kind), &result, note);
-    blocks_.emplace(result.Data(), std::move(block));
-    return result;
+    const auto* account = reinterpret_cast<const void*>(++accounts_);
+    report_.Opened(AccountOf(kind), account, note);
+    return Add({kind, HostBlock::State::kLive, account, elementSize, count, count, step, nullptr}, count);
 }
 
 HostBlock* HostMemory::Find(std::initializer_list<BlockKind> kinds, const void* data) {
     if (data == nullptr) return nullptr;
+    const std::string_view wanted = KindName(*kinds.begin());
     const auto found = blocks_.find(data);
-    if (found != blocks_.end() && std::ranges::find(kinds, found->second->kind) != kinds.end())
-        return found->second.get();
-    const std::string wanted = KindName(*kinds.begin());
-    const auto retired = retiredHow_.find(data);
-    if (found != blocks_.end())
-        report_.Violation("is given a " + std::string(KindName(found->second->kind)) + " for a " + wanted);
-    else if (retired != retiredHow_.end())
-        report_.Violation("is given a " + wanted + " that " + retired->second);
-    else
-        report_.Violation("is given a pointer that is no " + wanted + " of the host's");
+    if (found == blocks_.end()) {
+        report_.Violation("is given a pointer that is no " + std::string(wanted) + " of the host's");
+        return nullptr;
+    }
+    HostBlock& block = found->second;
+    if (block.state != HostBlock::State::kLive) {
+        const char* how =
+            block.state == HostBlock::State::kFreed ? " that was freed" : " that has moved since";
+        report_.Violation("is given a " + std::string(wanted) + how);
+        return nullptr;
+    }
+    if (std::ranges::find(kinds, block.kind) != kinds.end()) return &block;
+    report_.Violation("is given the wrong kind of memory: " + std::string(KindName(block.kind)) + " for " +
+                      std::string(wanted));
     return nullptr;
 }
 
@@ -118,55 +122,51 @@ void HostMemory::CheckGuards(const HostBlock& block, std::size_t unusedBytes) {
         report_.Violation(std::string("finds a ") + KindName(block.kind) + " written outside its elements");
 }
 
-void HostMemory::Retire(HostBlock& block, const char* how) {
+void HostMemory::Retire(HostBlock& block, HostBlock::State how) {
     const std::size_t bytes = TotalBytes(block);
-    const void* data = block.Data();
     std::fill_n(block.memory.get(), bytes, kFreed);
-    retired_.push_back({std::move(block.memory), data, bytes});
-    retiredHow_[data] = how;
+    block.state = how;
+    retired_.push_back(block.Data());
     retiredBytes_ += bytes;
     while (retiredBytes_ > kRetiredLimit) {
-        retiredBytes_ -= retired_.front().bytes;
-        retiredHow_.erase(retired_.front().data);
+        const auto oldest = blocks_.find(retired_.front());
+        retiredBytes_ -= TotalBytes(oldest->second);
+        blocks_.erase(oldest);
         retired_.pop_front();
     }
 }
 
-void HostMemory::Resize(HostBlock& block, std::size_t count) {
-    const bool moves = count > block.count && (count > block.capacity || count <= kAlwaysMoves);
-    // All of the unused room only when the data move: it may be large, and one element may be added at a
-    // time.
-    CheckGuards(block,
-                moves ? block.capacity * block.elementSize
-                      : std::max(count, block.count) * block.elementSize - block.count * block.elementSize);
-    const std::size_t kept = std::min(count, block.count) * block.elementSize;
-    if (moves) {
-        HostBlock next{block.kind, block.elementSize, count, 0, block.step, nullptr};
-        const bool fits = count <= block.capacity;
-        Prepare(next,
+HostBlock& HostMemory::Resize(HostBlock& block, std::size_t count) {
+    const std::size_t size = block.elementSize;
+    const std::size_t kept = std::min(count, block.count) * size;
+    const bool fits = count <= block.capacity;
+    if (count > block.count && (!fits || count <= kAlwaysMoves)) {
+        CheckGuards(block, block.capacity * size);
+        HostBlock moved{block.kind, block.state, block.account, size, count, 0, block.step, nullptr};
+        HostBlock& next =
+            Add(std::move(moved),
                 fits ? block.capacity : std::max({count, block.count + block.step, block.capacity * 3 / 2}));
         std::memcpy(next.Data(), block.Data(), kept);
-        auto node = blocks_.extract(block.Data());
-        Retire(block, "has moved since");
-        block.memory = std::move(next.memory);
-        block.capacity = next.capacity;
-        node.key() = block.Data();
-        blocks_.insert(std::move(node));
+        Retire(block, HostBlock::State::kMoved);
+        return next;
     }
-    if (count > block.count)
-        std::fill_n(block.Data() + kept, count * block.elementSize - kept, std::byte{0});
+    // Of the unused room only what is about to be used: it may be large, and elements may come one by one.
+    const std::size_t before = block.count * size;
+    CheckGuards(block, count * size - kept);
+    if (count * size > before)
+        std::fill_n(block.Data() + before, count * size - before, std::byte{0});
     else
-        std::fill_n(block.Data() + kept, block.count * block.elementSize - kept, kUnused);
+        std::fill_n(block.Data() + kept, before - kept, kUnused);
     block.count = count;
+    return block;
 }
 
 bool HostMemory::Release(BlockKind kind, const void* data) {
     HostBlock* block = Find({kind}, data);
     if (block == nullptr) return false;
     CheckGuards(*block, block->capacity * block->elementSize);
-    report_.Closed(AccountOf(kind), block);
-    Retire(*block, "was freed");
-    blocks_.erase(data);
+    report_.Closed(AccountOf(kind), block->account);
+    Retire(*block, HostBlock::State::kFreed);
     return true;
 }
 

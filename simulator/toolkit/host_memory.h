@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <initializer_list>
 #include <memory>
@@ -26,7 +27,11 @@ enum class BlockKind { kArray, kSelectionArray, kString, kText, kStringArray, kT
 // One piece of memory in the plug-in's hands. The data stand between two guard zones; the room that is not
 // used yet is filled with a pattern, so that writing past the end is noticed.
 struct HostBlock {
+    enum class State { kLive, kFreed, kMoved };
+
     BlockKind kind;
+    State state;
+    const void* account;  // what the account knows the block as, also after it has moved
     std::size_t elementSize;
     std::size_t count;     // elements in use
     std::size_t capacity;  // elements that fit
@@ -48,29 +53,24 @@ public:
     // The block that starts at `data`, null when there is none of those kinds. Data of a freed or moved
     // block, of another kind or of nobody's is a violation; a null pointer is not. O(1).
     HostBlock* Find(std::initializer_list<BlockKind> kinds, const void* data);
-    // Changes the number of elements; new ones are zeroed. Growth moves the data, see the source for how
-    // often.
-    void Resize(HostBlock& block, std::size_t count);
+    // Changes the number of elements; new ones are zeroed. Gives the block as it is now: growth moves it, see
+    // the source for how often.
+    HostBlock& Resize(HostBlock& block, std::size_t count);
     // Takes the block back: poisons its data and keeps them out of use for a while, so that a stale pointer
     // finds the pattern and a second free is recognised. False, and a violation, as in Find.
     bool Release(BlockKind kind, const void* data);
 
 private:
-    struct Retired {
-        std::unique_ptr<std::byte[]> memory;
-        const void* data;
-        std::size_t bytes;
-    };
-
+    HostBlock& Add(HostBlock block, std::size_t capacity);
     // `unusedBytes`: how much of the unused room behind the elements is looked at.
     void CheckGuards(const HostBlock& block, std::size_t unusedBytes);
-    void Retire(HostBlock& block, const char* how);
+    void Retire(HostBlock& block, HostBlock::State how);
 
     Report& report_;
-    std::unordered_map<const void*, std::unique_ptr<HostBlock>> blocks_;
-    std::deque<Retired> retired_;
-    std::unordered_map<const void*, const char*> retiredHow_;
+    std::unordered_map<const void*, HostBlock> blocks_;  // by their data, the retired ones too
+    std::deque<const void*> retired_;                    // oldest first
     std::size_t retiredBytes_ = 0;
+    std::uintptr_t accounts_ = 0;
 };
 
 // ---- Strings for functions that give one out: given back with ProWstringFree and ProStringFree.

@@ -60,8 +60,7 @@ ProError ProArraySizeSet(ProArray* p_array, int size) {
         HostBlock* block = p_array == nullptr ? nullptr : host.memory.Find({BlockKind::kArray}, *p_array);
         if (block == nullptr || size < 0) return PRO_TK_BAD_INPUTS;
         if (IsTooLarge(static_cast<std::size_t>(size), block->elementSize)) return PRO_TK_BAD_INPUTS;
-        host.memory.Resize(*block, static_cast<std::size_t>(size));
-        *p_array = block->Data();
+        *p_array = host.memory.Resize(*block, static_cast<std::size_t>(size)).Data();
         return PRO_TK_NO_ERROR;
     });
 }
@@ -85,7 +84,7 @@ ProError ProArrayObjectAdd(ProArray* p_array, int index, int n_objects, void* p_
             own.assign(source, source + bytes);
             source = own.data();
         }
-        host.memory.Resize(*block, before + added);
+        block = &host.memory.Resize(*block, before + added);
         std::byte* at = block->Data() + place * block->elementSize;
         std::memmove(at + bytes, at, (before - place) * block->elementSize);
         std::memcpy(at, source, bytes);

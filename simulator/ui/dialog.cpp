@@ -104,6 +104,7 @@ bool Table::Insert(std::vector<Line>& lines, const std::optional<std::string>& a
         ++position;
     }
     std::vector<Line> inserted;
+    inserted.reserve(names.size());
     for (const std::string& name : names) inserted.push_back({name, {}, 0});
     lines.insert(position, std::make_move_iterator(inserted.begin()),
                  std::make_move_iterator(inserted.end()));

@@ -345,7 +345,10 @@ private:
         Area area = room;
         if (!(left && right)) {
             area.width = std::min(size.width, room.width);
-            if (right) area.x = room.x + room.width - area.width;
+            // Attached to neither side on purpose: in the middle. Without a word about it: at the left.
+            const bool centred = !left && !right && component.attributes.contains("AttachLeft");
+            const double slack = room.width - area.width;
+            area.x = room.x + (right ? slack : centred ? slack / 2 : 0);
         }
         if (!(top && bottom)) {
             area.height = std::min(size.height, room.height);

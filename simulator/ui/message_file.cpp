@@ -63,7 +63,7 @@ std::string TakeConversion(std::wstring_view text, std::size_t& at, MessageConve
     if (at == text.size() || text[at] < L'0' || text[at] > L'9')
         return "an argument number from 0 to 9 after %";
     conversion.argument = text[at++] - L'0';
-    if (const std::string fault = TakeFormat(text, at, conversion); !fault.empty()) return fault;
+    if (std::string fault = TakeFormat(text, at, conversion); !fault.empty()) return fault;
     if (at == text.size() || std::wstring_view(L"dfsw").find(text[at]) == std::wstring_view::npos)
         return "d, f, s or w as the conversion's type";
     conversion.type = static_cast<char>(text[at++]);

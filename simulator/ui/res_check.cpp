@@ -318,17 +318,23 @@ private:
         for (const auto& [name, attribute] : attributes) {
             const AttributeRule* rule = FindRule(own, name);
             if (rule == nullptr && shared != nullptr) rule = FindRule(*shared, name);
-            if (rule == nullptr) {
-                Add(attribute.place, "an attribute of " + owner + ", found " + name);
-                continue;
-            }
-            const bool isList = rule->takes == Takes::kStrings || rule->takes == Takes::kCounts;
-            if (!isList && attribute.values.size() != 1)
-                Add(attribute.place, std::string(Expectation(rule->takes)) + " for " + name);
-            for (const ResValue& value : attribute.values)
-                if (!ValueFits(value, rule->takes))
-                    Add(value.place, std::string(Expectation(rule->takes)) + " for " + name);
+            if (rule == nullptr)
+                AddUnknown(attribute, owner, name);
+            else
+                CheckValues(attribute, *rule);
         }
+    }
+
+    void AddUnknown(const ResAttribute& attribute, const std::string& owner, const std::string& name) {
+        Add(attribute.place, "an attribute of " + owner + ", found " + name);
+    }
+
+    void CheckValues(const ResAttribute& attribute, const AttributeRule& rule) {
+        const std::string expected = std::string(Expectation(rule.takes)) + " for " + std::string(rule.name);
+        const bool isList = rule.takes == Takes::kStrings || rule.takes == Takes::kCounts;
+        if (!isList && attribute.values.size() != 1) Add(attribute.place, expected);
+        for (const ResValue& value : attribute.values)
+            if (!ValueFits(value, rule.takes)) Add(value.place, expected);
     }
 
     void CheckOwnAttributes(const ResContainer& container) {

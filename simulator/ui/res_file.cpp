@@ -64,7 +64,7 @@ struct SyntaxError {
 
 struct Token {
     enum class Type { kOpen, kClose, kText, kWord, kEnd };
-    Type type;
+    Type type = Type::kEnd;
     std::wstring text;
     ResPlace place;
 };
@@ -75,7 +75,7 @@ public:
 
     const Token& Peek() const { return token_; }
     Token Take() {
-        Token taken = std::move(token_);
+        Token taken = std::exchange(token_, {});
         Advance();
         return taken;
     }
@@ -141,7 +141,7 @@ private:
     std::wstring text_;
     std::size_t at_ = 0;
     ResPlace place_{1, 1};
-    Token token_{Token::Type::kEnd, {}, {}};
+    Token token_;
 };
 
 std::string Found(const Token& token) {
@@ -348,44 +348,49 @@ private:
         ResGrid grid;
         grid.rowStretches = ReadStretches("Rows");
         grid.columnStretches = ReadStretches("Cols");
-        const std::size_t rows = grid.rowStretches.size();
         const std::size_t columns = grid.columnStretches.size();
-        std::size_t plain = 0;
+        const std::size_t room = grid.rowStretches.size() * columns;
+        std::size_t plain = 0;  // cells without a position of their own, they fill row by row
         std::set<std::pair<int, int>> taken;
         while (lexer_.Peek().type != Token::Type::kClose) {
             const Token first = lexer_.Peek();
             ResCell cell;
             cell.place = first.place;
-            cell.row = static_cast<int>(plain / columns);
-            cell.column = static_cast<int>(plain % columns);
-            bool placed = false;
-            if (first.type == Token::Type::kOpen) {
-                lexer_.Take();
-                placed = lexer_.Peek().type == Token::Type::kWord && lexer_.Peek().text == L"Pos";
-                if (placed) {
-                    lexer_.Take();
-                    cell.row = TakeIndex(rows);
-                    cell.column = TakeIndex(columns);
-                    cell.component = TakeName("a component name");
-                    Close("the position");
-                } else {
-                    cell.grid.push_back(ReadGrid());
-                }
-            } else {
-                cell.component = TakeName("a component, a nested grid or )");
+            if (!ReadCell(grid, cell)) {
+                cell.row = static_cast<int>(plain / columns);
+                cell.column = static_cast<int>(plain % columns);
+                ++plain;
             }
-            const bool mixed = (placed && plain > 0) || (!placed && taken.size() > plain);
-            if (mixed) Fail(first, "either Pos for all cells of a grid or for none");
-            if (!placed && plain++ == rows * columns)
-                Fail(first, ") after " + std::to_string(rows * columns) + " cells");
+            if (plain != 0 && plain != grid.cells.size() + 1)
+                Fail(first, "either Pos for all cells of a grid or for none");
+            if (plain > room) Fail(first, ") after " + std::to_string(room) + " cells");
             if (!taken.insert({cell.row, cell.column}).second) Fail(first, "a free cell");
             grid.cells.push_back(std::move(cell));
         }
         lexer_.Take();
-        if (plain != 0 && plain != rows * columns)
-            Fail(gridWord,
-                 std::to_string(rows * columns) + " cells, found " + std::to_string(plain) + ", in");
+        if (plain != 0 && plain != room)
+            throw SyntaxError{gridWord.place,
+                              std::to_string(room) + " cells, found " + std::to_string(plain)};
         return grid;
+    }
+
+    // True when the cell gives its own position.
+    bool ReadCell(const ResGrid& grid, ResCell& cell) {
+        if (lexer_.Peek().type != Token::Type::kOpen) {
+            cell.component = TakeName("a component, a nested grid or )");
+            return false;
+        }
+        lexer_.Take();
+        if (lexer_.Peek().type != Token::Type::kWord || lexer_.Peek().text != L"Pos") {
+            cell.grid.push_back(ReadGrid());
+            return false;
+        }
+        lexer_.Take();
+        cell.row = TakeIndex(grid.rowStretches.size());
+        cell.column = TakeIndex(grid.columnStretches.size());
+        cell.component = TakeName("a component name");
+        Close("the position");
+        return true;
     }
 
     Lexer lexer_;

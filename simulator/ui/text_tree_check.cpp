@@ -149,33 +149,34 @@ private:
 
     // Menus, help lines and the customise dialog show one line.
     void CheckMenuText(const std::wstring& file, const std::string& key, const std::string& where) {
-        for (const auto& [folder, files] : {std::pair(&text_, &neutral_), std::pair(&own_, &translated_)}) {
-            const auto messages = files->find(file);
-            if (messages == files->end()) {
-                Add(Name(*folder / file) + ": the file is missing, " + where + " needs it");
-                continue;
-            }
-            const auto text = messages->second.texts.find(key);
-            const std::string place = Name(messages->second.path) + ": ";
-            if (text == messages->second.texts.end()) {
-                Add(place + "the key \"" + key + "\" of " + where + " is missing");
-                continue;
-            }
-            const std::wstring& shown = text->second.Shown();
-            if (shown.empty()) Add(place + "the key \"" + key + "\" of " + where + " has no text");
-            if (shown.size() > kLongestText)
-                Add(place + "the text of \"" + key + "\" is longer than 80 characters");
-        }
+        CheckMenuTextIn(text_, neutral_, file, key, where);
+        CheckMenuTextIn(own_, translated_, file, key, where);
+    }
+
+    void CheckMenuTextIn(const fs::path& folder, const Files& files, const std::wstring& file,
+                         const std::string& key, const std::string& where) {
+        const std::string place = Name(folder / file) + ": ";
+        const auto messages = files.find(file);
+        if (messages == files.end()) return Add(place + "the file is missing, " + where + " needs it");
+        const auto text = messages->second.texts.find(key);
+        if (text == messages->second.texts.end())
+            return Add(place + "the key \"" + key + "\" of " + where + " is missing");
+        const std::wstring& shown = text->second.Shown();
+        if (shown.empty()) Add(place + "the key \"" + key + "\" of " + where + " has no text");
+        if (shown.size() > kLongestText)
+            Add(place + "the text of \"" + key + "\" is longer than 80 characters");
     }
 
     void CheckIcon(const Command& command) {
         if (command.icon.empty()) return Add("command " + command.name + ": no icon");
-        for (const auto& [name, side] :
-             {std::pair(command.icon, kSmallIcon), {LargeIconName(command.icon), kLargeIcon}}) {
-            const fs::path file = screen_.FindIcon(name);
-            const std::string fault = file.empty() ? "is missing" : IconFault(file, side);
-            if (!fault.empty()) Add("command " + command.name + ": the icon file " + name + " " + fault);
-        }
+        CheckIconFile(command, command.icon, kSmallIcon);
+        CheckIconFile(command, LargeIconName(command.icon), kLargeIcon);
+    }
+
+    void CheckIconFile(const Command& command, const std::string& name, unsigned side) {
+        const fs::path file = screen_.FindIcon(name);
+        const std::string fault = file.empty() ? "is missing" : IconFault(file, side);
+        if (!fault.empty()) Add("command " + command.name + ": the icon file " + name + " " + fault);
     }
 
     const Interface& screen_;

@@ -176,9 +176,11 @@ public:
         // The component is what is usually wrong.
         const Word& word = step.words.size() > 1 ? step.words[1] : step.words.front();
         const std::string name = Utf8(file_.wstring()) + ":";
+        const std::string place = FindingPlace(file_, step.line, word.column);
         for (std::size_t i = before; i < session_.user.problems.size(); ++i) {
             std::string& problem = session_.user.problems[i];
-            if (!problem.starts_with(name)) problem = FindingPlace(file_, step.line, word.column) + problem;
+            // A step of a dialog that opened meanwhile has its own place.
+            if (!problem.starts_with(name)) problem.insert(0, place);
         }
     }
 
@@ -276,7 +278,7 @@ private:
         std::move(more.begin(), more.end(), std::back_inserter(queue));
     }
 
-    void AddDialog(const std::string& name, std::shared_ptr<std::vector<Step>> steps) {
+    void AddDialog(const std::string& name, const std::shared_ptr<std::vector<Step>>& steps) {
         Session& session = session_;
         read_.dialogs[name].push_back([&session, steps, file = file_](SimDialog& dialog) {
             Player player(session, dialog, file);

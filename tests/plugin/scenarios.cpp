@@ -4,7 +4,7 @@
 
 #include <filesystem>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/sim_host.h"
@@ -19,54 +19,48 @@ using sim::SimDialog;
 using sim::SimHost;
 using sim::SimModel;
 
-// PUMP holds SUB, which holds BOLT with one surface.
+// PUMP holds SUB, which holds BOLT, a sheet-metal part with one surface.
 void ArrangePump(SimHost& host) {
     SimModel& pump = host.AddAssembly(L"PUMP");
     SimModel& sub = host.AddAssembly(L"SUB");
-    sub.Place(host.AddPart(L"BOLT").AddSurface({{0, 0, 0}, {1, 2, 3}}));
+    sub.Place(host.AddSheetmetal(L"BOLT").AddSurface({{0, 0, 0}, {1, 2, 3}}));
     pump.Place(sub);
     host.Open(pump);
 }
+
+SimModel& Bolt(SimHost& host) { return *host.session().models.Find(L"BOLT", sim::ModelKind::kPart); }
 
 void ArrangePumpWithDrawing(SimHost& host) {
     ArrangePump(host);
     host.AddDrawingFile(L"BOLT", {L"A4", L"A3"});
 }
 
-void RunCommand(SimHost& host, std::string_view command) { host.Run(command); }
-
 std::function<void(SimHost&)> Running(std::string command) {
-    return [command = std::move(command)](SimHost& host) { RunCommand(host, command); };
+    return [command = std::move(command)](SimHost& host) { host.Run(command); };
 }
 
 // One press in the dialog KvParams; the parameter MAT exists in BOLT and nowhere else.
-Scenario KvParamsScenario(const std::string& button, bool throughManufacturing = false) {
-    const auto arrange = [button, throughManufacturing](SimHost& host) {
+Scenario KvParamsScenario(const std::string& button, const std::wstring& models = L"AsmAndPart") {
+    const auto arrange = [button, models](SimHost& host) {
         ArrangePumpWithDrawing(host);
-        SimModel& bolt = *host.session().models.Find(L"BOLT", sim::ModelKind::kPart);
-        bolt.SetParameter(L"MAT", std::wstring(L"old"));
-        SimModel& pump = *host.session().models.Find(L"PUMP", sim::ModelKind::kAssembly);
-        if (throughManufacturing) host.Open(host.AddManufacturing(L"MFG", pump));
-        host.OnDialog("KvParams", [button](SimDialog& dialog) {
-            dialog.Type("ParaName", L"MAT").Type("ParaValue", L"zinc").Type("InputKeyWords", L"x");
-            dialog.Type("outlinePname", L"MAT").Type("shSizePname", L"MAT");
+        Bolt(host).SetParameter(L"MAT", std::wstring(L"old"));
+        host.OnDialog("KvParams", [button, models](SimDialog& dialog) {
+            dialog.Choose("TypeRadio", models).Type("ParaName", L"MAT").Type("ParaValue", L"zinc");
+            dialog.Type("InputKeyWords", L"x").Type("outlinePname", L"MAT").Type("shSizePname", L"MAT");
             dialog.Press(button).Press("Close");
         });
     };
-    return {"KvParams" + button + (throughManufacturing ? "InMould" : ""), arrange, Running("KvParams")};
+    return {"KvParams" + button, arrange, Running("KvParams")};
 }
 
-Scenario SheetmetalScenario() {
-    const auto arrange = [](SimHost& host) {
-        SimModel& pump = host.AddAssembly(L"PUMP");
-        pump.Place(host.AddSheetmetal(L"PLATE"));
-        host.Open(pump);
-        host.OnDialog("KvParams", [](SimDialog& dialog) {
-            dialog.Choose("TypeRadio", L"Smt").Choose("PtypeOption", L"实数").Type("ParaName", L"T");
-            dialog.Type("ParaValue", L"1.5").Press("Add");
-        });
+// The same under a manufacturing model.
+Scenario InMould(Scenario scenario) {
+    scenario.name += "InMould";
+    scenario.arrange = [arrange = scenario.arrange](SimHost& host) {
+        arrange(host);
+        host.Open(host.AddManufacturing(L"MFG", *host.session().models.current));
     };
-    return {"KvParamsAddToSheetmetal", arrange, Running("KvParams")};
+    return scenario;
 }
 
 void ArrangeBackup(SimHost& host) {
@@ -75,17 +69,16 @@ void ArrangeBackup(SimHost& host) {
 }
 
 void ArrangeConfig(SimHost& host) {
-    const std::filesystem::path formats = MakeFolder(host, "formats");
-    WriteBytes(formats / "a3.drw", "");
-    host.session().configOptions[L"PRO_FORMAT_DIR"] = {formats.wstring()};
-    host.AnswerFile(L"a3.drw");
+    const std::filesystem::path format = MakeFolder(host, "formats") / "a3.drw";
+    WriteBytes(format, "");
+    host.session().configOptions[L"PRO_FORMAT_DIR"] = {format.parent_path().wstring()};
+    host.AnswerFile(format.wstring());
     host.OnDialog("KvConfig", [](SimDialog& dialog) { dialog.Press("SelA3Prt").Press("save").Close(); });
 }
 
 void ArrangeForTest(SimHost& host) {
     ArrangePump(host);
-    SimModel& bolt = *host.session().models.Find(L"BOLT", sim::ModelKind::kPart);
-    bolt.AddFeature(917);
+    SimModel& bolt = Bolt(host).AddFeature(917);
     host.AnswerPick({false, {ItemOf(bolt, 3, bolt.Features()[0].id)}});
 }
 
@@ -94,7 +87,7 @@ void ArrangeRightClick(SimHost& host) {
     ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
     host.Initialize();
     ArrangePumpWithDrawing(host);
-    host.Select({Whole(*host.session().models.Find(L"BOLT", sim::ModelKind::kPart))});
+    host.Select({Whole(Bolt(host))});
 }
 
 void ArrangeLastDirectory(SimHost& host) {
@@ -113,7 +106,7 @@ std::vector<Scenario> MakeScenarios() {
         secondRightClick(host);
         RightClick(host);
     };
-    std::vector<Scenario> scenarios = {
+    return {
         {"StartUp", [](SimHost&) { ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0"); },
          [](SimHost& host) { host.Initialize(); }, true},
         {"FirstRightClick", ArrangeRightClick, rightClick, true},
@@ -127,14 +120,13 @@ std::vector<Scenario> MakeScenarios() {
         {"KvConfig", ArrangeConfig, Running("KvConfig")},
         {"AboutKv", [](SimHost& host) { host.OnDialog("AboutKv", [](SimDialog& dialog) { dialog.Press("OK"); }); },
          Running("AboutKv")},
-        {"KvVersion", nothing, Running("KvVersion")},
         {"ForTest", ArrangeForTest, Running("ForTest")},
-        SheetmetalScenario(),
-        KvParamsScenario("Add", true),
+        KvParamsScenario("Add"),
+        InMould(KvParamsScenario("Update")),
+        KvParamsScenario("Delete", L"Smt"),
+        KvParamsScenario("KvOutline"),
+        KvParamsScenario("KvSheetSize"),
     };
-    for (const char* button : {"Add", "Update", "Delete", "KvOutline", "KvSheetSize"})
-        scenarios.push_back(KvParamsScenario(button));
-    return scenarios;
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ TEST(ResFile, IsFaultedAtTheExactPlace) {
          "! five\n",
          {"9:5: expected ) after the resources; .Layout is the last of them, found !"}},
         {"(Rows 0 1)", "(Rows 0 2)", {"20:21: expected 0 or 1, found 2"}},
-        {"Kind List Row", "Kind List", {"22:10: expected 3 cells, found 2, in, found Grid"}},
+        {"Kind List Row", "Kind List", {"22:10: expected 3 cells, found 2"}},
         {"Kind List Row", "Kind List Row Name", {"22:51: expected ) after 3 cells, found Name"}},
         {"(Pos 1 1 Type)", "(Pos 3 1 Type)", {"40:58: expected 1 to 2, found 3"}},
         {"(Pos 1 1 Type)", "(Pos 2 1 Type)", {"40:53: expected a free cell, found ("}},

@@ -154,7 +154,7 @@ TEST_F(HostArrays, RefuseMisuse) {
     ASSERT_EQ(ProArrayAlloc(1, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
     EXPECT_EQ(session.report.OpenItems().size(), 1u);
     EXPECT_EQ(ProSelectionarrayFree(static_cast<ProSelection*>(array)), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("is given a array for a selection array"));
+    EXPECT_TRUE(Misuse("array for selection array"));
     EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
 }
 
@@ -166,7 +166,7 @@ TEST_F(HostArrays, StringsGoBackTheWayTheyCame) {
     EXPECT_STREQ(list[1], "");
     EXPECT_EQ(session.report.OpenItems().size(), 3u);
     EXPECT_EQ(ProWstringFree(reinterpret_cast<wchar_t*>(text)), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(Misuse("a 8-bit string for a wide string"));
+    EXPECT_TRUE(Misuse("8-bit string for wide string"));
     EXPECT_EQ(ProStringFree(list[0]), PRO_TK_GENERAL_ERROR);
     EXPECT_TRUE(Misuse("no 8-bit string of the host's"));
     EXPECT_EQ(ProStringarrayFree(list, 2), PRO_TK_NO_ERROR);
@@ -592,7 +592,7 @@ TEST_F(HostDesk, SelectionsBelongToTheirArray) {
 
     ProArray wrongFree = array;
     EXPECT_EQ(ProArrayFree(&wrongFree), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("a selection array for a array"));
+    EXPECT_TRUE(Misuse("selection array for array"));
     const ProSelection first = array[0];
     EXPECT_EQ(ProSelectionarrayFree(array), PRO_TK_NO_ERROR);
     EXPECT_EQ(ProSelectionModelitemGet(first, &item), PRO_TK_BAD_INPUTS);
