@@ -73,12 +73,14 @@ key_of() {
 }
 
 lint_file() {
-    local file=$1 key log before=(--extra-arg=-Wno-unknown-warning-option) flag
+    local file=$1 key log flags=(--extra-arg=-Wno-unknown-warning-option) flag
     key=$(key_of "$file")
     if [ -e "$cache/passed/$key" ]; then return 0; fi
-    for flag in --target=x86_64-w64-mingw32 "${includes[@]}"; do before+=("--extra-arg-before=$flag"); done
+    for flag in --target=x86_64-w64-mingw32 "${includes[@]}"; do flags+=("--extra-arg-before=$flag"); done
+    # The analyzer gives up on a function after this many steps; its own limit is six times as high.
+    for flag in -Xclang -analyzer-config -Xclang max-nodes=40000; do flags+=("--extra-arg=$flag"); done
     log=$(mktemp)
-    if ! clang-tidy-14 --quiet -p $build "${before[@]}" "$file" >"$log" 2>&1; then
+    if ! clang-tidy-14 --quiet -p $build "${flags[@]}" "$file" >"$log" 2>&1; then
         echo "lint: $file"
         grep -v -E '^[0-9]+ warnings? (generated|treated)|^Suppressed|^Use -header-filter' "$log"
         rm -f "$log"

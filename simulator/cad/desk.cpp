@@ -1,6 +1,7 @@
 #include "cad/desk.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace sim {
 
@@ -140,7 +141,7 @@ void Desk::Forget(const SimModel& model) {
 void* Desk::NewSelection(const Pick& pick) {
     nextSelection_ += 16;
     selections_[nextSelection_] = pick;
-    return reinterpret_cast<void*>(nextSelection_);
+    return std::bit_cast<void*>(nextSelection_);
 }
 
 const Pick* Desk::FindSelection(const void* handle) const {

@@ -17,7 +17,7 @@ namespace {
 
 // Coarser than the tick of any file system's clock: what happened longer ago than this before the folder was
 // read is in what was read.
-constexpr std::int64_t kSettled = 100 * 10'000;
+constexpr std::int64_t kSettled = std::int64_t{100} * 10'000;
 
 constexpr std::array<std::pair<ModelKind, std::wstring_view>, 5> kExtensions = {{
     {ModelKind::kAssembly, L"asm"},
@@ -109,6 +109,7 @@ std::vector<ModelFile> FolderIndex::All() {
         return a.first != b.first ? a.first < b.first : rank(a.second) < rank(b.second);
     });
     std::vector<ModelFile> files;
+    files.reserve(named.size());
     for (auto& [name, file] : named) files.push_back(std::move(file));
     return files;
 }

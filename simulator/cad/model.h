@@ -19,7 +19,7 @@ namespace sim {
 enum class ModelKind { kAssembly = 1, kPart = 2, kDrawing = 4, kFormat = 33, kManufacturing = 37 };
 
 // kMould: a manufacturing model of a mould, which the host opens in its mould mode (8); other manufacturing
-// models open in mode 7. In model files: "none", "solid", "sheetmetal", "skeleton", "assembly", "mould".
+// models open in mode 7. In model files: "none", "solid", "sheetmetal", "skeleton", "design", "mould".
 enum class ModelSubtype { kNone, kSolidPart, kSheetmetal, kSkeleton, kDesignAssembly, kMould };
 
 using ParameterValue = std::variant<double, int, bool, std::wstring>;

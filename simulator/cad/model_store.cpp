@@ -58,8 +58,9 @@ struct ModelStore::Pending {
     std::vector<ModelTie> ties;
 };
 
-ModelStore::ModelStore(fs::path workingDirectory)
-    : workingDirectory_(Normal(fs::absolute(workingDirectory))) {}
+ModelStore::ModelStore(fs::path workingDirectory) : workingDirectory_(std::move(workingDirectory)) {
+    workingDirectory_ = Normal(fs::absolute(workingDirectory_));
+}
 
 ModelStore::~ModelStore() = default;
 

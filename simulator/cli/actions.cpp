@@ -79,10 +79,12 @@ int ReportProblems(const std::vector<std::string>& problems) {
     return problems.empty() ? 0 : 1;
 }
 
+// Saving an assembly saves what is below it as well, so the changed models are listed first.
 void SaveChanged(ModelStore& models) {
-    for (SimModel* model : models.All()) {
-        if (!model->IsModified()) continue;
-        const ProError status = models.Save(*model);
+    std::vector<SimModel*> changed = models.All();
+    std::erase_if(changed, [](const SimModel* model) { return !model->IsModified(); });
+    for (SimModel* model : changed) {
+        const ProError status = model->IsModified() ? models.Save(*model) : PRO_TK_NO_ERROR;
         if (status == PRO_TK_NO_ERROR)
             std::printf("saved          %s\n", FileLabel(*model).c_str());
         else
@@ -167,12 +169,13 @@ int Check(const Places& places) {
 }
 
 int Generate(const Places& places, const GenerateOptions& options) {
-    fs::create_directories(places.workspace);
+    std::error_code error;
+    fs::create_directories(places.workspace, error);
     ModelStore models(fs::absolute(places.workspace));
-    SimModel& top = GenerateAssembly(models, options.placements, options.depth, options.seed);
-    (void)options.name;
-    for (SimModel* model : models.All())
-        if (models.Save(*model) != PRO_TK_NO_ERROR) throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
+    SimModel& top =
+        GenerateAssembly(models, options.placements, options.depth, options.seed, Wide(options.name));
+    // Saving the top assembly writes everything below it.
+    if (models.Save(top) != PRO_TK_NO_ERROR) throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
     std::printf("%s: %zu models written\n", FileLabel(top).c_str(), models.All().size());
     return 0;
 }

@@ -32,6 +32,7 @@ int Main(std::vector<std::string> arguments) {
         "in a folder, and reports every call. Exit code 0: done; 1: a problem, named; 2: the call was wrong."};
     app.name("hostsim");
     app.require_subcommand(1);
+    app.fallthrough();
     app.set_help_all_flag("--help-all", "help of all sub-commands");
     int exitCode = 0;
     Places places;

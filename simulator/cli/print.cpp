@@ -37,9 +37,9 @@ std::string StateText(const Feature& feature) {
 
 const char* SubtypeText(ModelSubtype subtype) {
     switch (subtype) {
-        case ModelSubtype::kSheetmetal: return "sheet metal";
-        case ModelSubtype::kSkeleton: return "skeleton";
-        case ModelSubtype::kMould: return "mould";
+        case ModelSubtype::kSheetmetal: return "  sheet metal";
+        case ModelSubtype::kSkeleton: return "  skeleton";
+        case ModelSubtype::kMould: return "  mould";
         default: return "";
     }
 }
@@ -75,7 +75,8 @@ void PrintMenu(Session& session) {
 }
 
 void PrintModel(const SimModel& model, int levels) {
-    std::printf("%s  %s\n", FileLabel(model).c_str(), SubtypeText(model.Subtype()));
+    std::printf("%s%s%s\n", FileLabel(model).c_str(), SubtypeText(model.Subtype()),
+                model.IsReadOnly() ? "  read-only" : "");
     if (!model.Parameters().empty()) std::printf("parameters\n");
     for (const ModelParameter& parameter : model.Parameters())
         std::printf("  %s = %s%s%s\n", Utf8(parameter.name).c_str(), Utf8(model.Parameter(parameter.name)).c_str(),

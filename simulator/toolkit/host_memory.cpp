@@ -1,5 +1,6 @@
 #include "toolkit/host_memory.h"
 
+#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -86,7 +87,7 @@ HostBlock& HostMemory::Add(HostBlock block, std::size_t capacity) {
 
 HostBlock& HostMemory::Allocate(BlockKind kind, std::size_t count, std::size_t elementSize, std::size_t step,
                                 std::string_view note) {
-    const auto* account = reinterpret_cast<const void*>(++accounts_);
+    const auto* account = std::bit_cast<const void*>(++accounts_);
     report_.Opened(AccountOf(kind), account, note);
     return Add({kind, HostBlock::State::kLive, account, elementSize, count, count, step, nullptr}, count);
 }

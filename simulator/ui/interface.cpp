@@ -194,7 +194,10 @@ int Interface::Activate(Dialog& dialog) {
         script(user);
     }
     if (!dialog.exitAsked) user.Close();
-    if (!dialog.exitAsked) host.report.Violation("the dialog \"" + dialog.Name() + "\" cannot be closed");
+    // A plug-in whose exit was made to fail is not to blame.
+    const bool exitFailed = host.report.FaultedFunction() == "ProUIDialogExit";
+    if (!dialog.exitAsked && !exitFailed)
+        host.report.Violation("the dialog \"" + dialog.Name() + "\" cannot be closed");
     return dialog.exitStatus;
 }
 

@@ -16,6 +16,7 @@ namespace {
 constexpr std::size_t kLongestLine = 4096;
 constexpr std::size_t kLongestKey = 80;
 constexpr std::size_t kLongestFileName = 30;
+constexpr int kWidest = 255;
 constexpr std::wstring_view kDefaultMark = L"|||";
 
 constexpr std::pair<wchar_t, MessageClass> kClasses[] = {{L'P', MessageClass::kPrompt},
@@ -47,10 +48,11 @@ int TakeNumber(std::wstring_view text, std::size_t& at) {
 std::string TakeFormat(std::wstring_view text, std::size_t& at, MessageConversion& conversion) {
     if (at == text.size() || text[at] != L'(') return {};
     conversion.width = TakeNumber(text, ++at);
-    if (conversion.width < 0) return "a width after (";
+    if (conversion.width < 0 || conversion.width > kWidest) return "a width from 0 to 255 after (";
     if (at < text.size() && text[at] == L'.') {
         conversion.precision = TakeNumber(text, ++at);
-        if (conversion.precision < 0) return "a precision after the point";
+        if (conversion.precision < 0 || conversion.precision > kWidest)
+            return "a precision from 0 to 255 after the point";
     }
     if (at == text.size() || text[at] != L')') return ") after the width";
     ++at;
@@ -193,7 +195,7 @@ std::wstring Formatted(const MessageConversion& conversion, const MessageValue& 
     std::wstring format = L"%";
     if (conversion.width >= 0) format += std::to_wstring(conversion.width);
     if (conversion.precision >= 0) format += L"." + std::to_wstring(conversion.precision);
-    wchar_t buffer[512] = {};
+    wchar_t buffer[1024] = {};  // the largest real, with all decimals
     if (const int* number = std::get_if<int>(&value)) {
         std::swprintf(buffer, std::size(buffer), (format + L"d").c_str(), *number);
         return buffer;

@@ -249,6 +249,7 @@ public:
             Add(first.place, "a dialog named as the file, " + fileStem + ", found " + first.name);
         CollectNames();
         for (std::size_t i = 1; i < layout_.containers.size(); ++i) CheckStatementHasComponent(i);
+        CheckAllHang();
         for (const ResContainer& container : layout_.containers) {
             CheckOwnAttributes(container);
             for (const ResComponent& component : container.components) CheckComponent(component);
@@ -311,6 +312,25 @@ private:
             Add(container.place, "one Dialog statement a file");
         else if (known == kinds_.end() || known->second != *kind)
             Add(container.place, "a " + TypeName(container) + " component named " + container.name);
+    }
+
+    // Every statement belongs to the dialog in the end, none to itself.
+    void CheckAllHang() {
+        std::set<std::string> hanging = {layout_.containers.front().name};
+        std::vector<const ResContainer*> next = {&layout_.containers.front()};
+        const auto hang = [&](const std::string& name) {
+            const ResContainer* container = layout_.Find(name);
+            if (container != nullptr && hanging.insert(name).second) next.push_back(container);
+        };
+        for (std::size_t i = 0; i < next.size(); ++i) {
+            for (const ResComponent& component : next[i]->components) {
+                hang(component.name);
+                for (const std::string& child : component.children) hang(child);
+            }
+        }
+        for (const ResContainer& container : layout_.containers)
+            if (kinds_.contains(container.name) && !hanging.contains(container.name))
+                Add(container.place, "a place in the dialog for " + container.name);
     }
 
     void CheckAttributes(const ResAttributes& attributes, const AttributeRules& own,

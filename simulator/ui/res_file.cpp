@@ -1,6 +1,7 @@
 #include "ui/res_file.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cwchar>
 #include <set>
 #include <utility>
@@ -48,6 +49,9 @@ constexpr std::pair<ContainerType, std::string_view> kContainers[] = {
     {ContainerType::kMenuPane, "MenuPane"}, {ContainerType::kCascadeButton, "CascadeButton"},
     {ContainerType::kTable, "Table"},       {ContainerType::kTree, "Tree"},
 };
+
+constexpr double kLargestNumber = 2147483647;
+constexpr int kDeepestGrid = 50;
 
 bool IsName(std::wstring_view word) {
     return !word.empty() && std::all_of(word.begin(), word.end(), [](wchar_t c) {
@@ -305,7 +309,7 @@ private:
         if (numeric) {
             wchar_t* end = nullptr;
             value.number = std::wcstod(token.text.c_str(), &end);
-            if (*end != L'\0') Fail(token, "a number");
+            if (*end != L'\0' || !(std::abs(value.number) <= kLargestNumber)) Fail(token, "a number");
             const bool whole = token.text.find_first_of(L".eE") == std::wstring::npos;
             value.type = whole ? ResValue::Type::kInteger : ResValue::Type::kReal;
             return value;
@@ -345,6 +349,7 @@ private:
     // After "(" of "(Grid".
     ResGrid ReadGrid() {
         const Token gridWord = TakeKeyword("Grid");
+        if (++gridDepth_ > kDeepestGrid) Fail(gridWord, "grids nested less deeply");
         ResGrid grid;
         grid.rowStretches = ReadStretches("Rows");
         grid.columnStretches = ReadStretches("Cols");
@@ -368,6 +373,7 @@ private:
             grid.cells.push_back(std::move(cell));
         }
         lexer_.Take();
+        --gridDepth_;
         if (plain != 0 && plain != room)
             throw SyntaxError{gridWord.place,
                               std::to_string(room) + " cells, found " + std::to_string(plain)};
@@ -394,6 +400,7 @@ private:
     }
 
     Lexer lexer_;
+    int gridDepth_ = 0;
     ResFindings& findings_;
 };
 

@@ -2,6 +2,9 @@
 
 #include "host/command_table.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <ProMenuBar.h>
 
 #include "base/status.h"
@@ -84,6 +87,12 @@ static void RegisterCommand(const CommandRow& row);
 
 std::span<const CommandRow> Commands() {
     return CommandTable;
+}
+
+const CommandRow* FindCommand(std::string_view name) {
+    const auto isNamed = [name](const CommandRow& row) { return row.name == name; };
+    const CommandRow* row = std::ranges::find_if(CommandTable, isNamed);
+    return row == std::end(CommandTable) ? nullptr : row;
 }
 
 void RegisterCommands() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include <ProUICmd.h>
 
@@ -24,6 +25,9 @@ struct CommandRow {
 
 // All commands in menu order.
 std::span<const CommandRow> Commands();
+
+// The row of a command; null for a name that has none.
+const CommandRow* FindCommand(std::string_view name);
 
 // Adds the plug-in's menu and every command to the host. A command that the host refuses is left out.
 void RegisterCommands();

@@ -29,7 +29,7 @@ static bool PopupsWanted();
 }  // namespace kv
 
 extern "C" int user_initialize(int, char*[], char* version, char*, wchar_t[80]) {
-    // A start without memory for a text still leaves the host a working menu.
+    // A start that breaks off leaves its rest out; the host itself must not stop for it.
     (void)kv::Guarded([version] {
         kv::Start(version);
         return PRO_TK_NO_ERROR;

@@ -4,6 +4,7 @@
 #include "host/popup_menu.h"
 
 #include <cstring>
+#include <string>
 
 #include <ProMessage.h>
 #include <ProNotify.h>
@@ -14,7 +15,6 @@
 #include "base/text.h"
 #include "host/access_rules.h"
 #include "host/command_table.h"
-#include "host/not_available.h"
 #include "model/kv_open_drw.h"
 
 namespace kv {
@@ -27,30 +27,29 @@ static constexpr char kOpenDrawingHelp[] = "KvOpenDrw_Help";
 // A command of the command table that has right-click entries too.
 struct PopupRow {
     const char* name;
-    CommandAction action;
-    const char* helpKey;
-    AccessRule available;
+    AccessRule available;  // in the action menu
     const char* actionMenuButton;
     const wchar_t* label;  // in the selection menu
-    const wchar_t* help;
-    PopupRule shown;
+    PopupRule shown;       // in the selection menu
 };
 
 // clang-format off
 static constexpr PopupRow kPopups[] = {
-    // name           action                     help key              available    action menu button   label                  help                    shown
-    {"KvIsolate",     HostAction<NotAvailable>,  "KvIsolate_Help",     AccessSolid, "独立显示",           L"独立显示(kv)",        L"KvIsolate_Help",      AccessSelComponent},
-    {"KvHideReverse", HostAction<NotAvailable>,  "KvHideReverse_Help", AccessSolid, "反向隐藏",           L"反转显示(kv)",        L"KvHideReverse_Help",  AccessSelComponent},
-    {"KvShowAllComp", HostAction<NotAvailable>,  "KvShowAllComp_Help", AccessSolid, "全部显示",           L"全部显示(kv)",        L"KvShowAllComp_Help",  AccessSelComponent},
-    {"KvMdlNameCopy", HostAction<NotAvailable>,  "KvMdlNameCopy_Help", AccessPart,  "复制模型名称(kv)",   L"复制模型名称(kv)",    L"KvMdlNameCopy_Help",  AccessSelItem},
-    {"KvMdlRename",   HostAction<NotAvailable>,  "KvMdlRename_Help",   AccessPart,  "快速重命名(kv)",     L"快速重命名(kv)",      L"KvMdlRename_Help",    AccessSelItem},
+    // name            available    action menu button    label                 shown
+    {"KvIsolate",      AccessSolid, "独立显示",           L"独立显示(kv)",      AccessSelComponent},
+    {"KvHideReverse",  AccessSolid, "反向隐藏",           L"反转显示(kv)",      AccessSelComponent},
+    {"KvShowAllComp",  AccessSolid, "全部显示",           L"全部显示(kv)",      AccessSelComponent},
+    {"KvMdlNameCopy",  AccessPart,  "复制模型名称(kv)",   L"复制模型名称(kv)",  AccessSelItem},
+    {"KvMdlRename",    AccessPart,  "快速重命名(kv)",     L"快速重命名(kv)",    AccessSelItem},
 };
 // clang-format on
 
 static ProError InstallPopupCommands(const char* menuName);
 static ProError OnSelObjMenuCreate(const char* menuName);
+static void AddActionButton(const PopupRow& row);
 static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row);
 static void AddOpenDrawing(ProPopupMenuId menu);
+static void MenuText(const char* key, ProLine& text);
 static void SetPopupHandler(ProPopupmenuCreatePostAction handler);
 
 void WatchPopupMenus() {
@@ -58,11 +57,7 @@ void WatchPopupMenus() {
 }
 
 static ProError InstallPopupCommands(const char*) {
-    for (const PopupRow& row : kPopups) {
-        uiCmdCmdId id = nullptr;
-        if (Failed(CommandIdGet(row.name, row.action, uiProe2ndImmediate, row.available, id))) continue;
-        AddMenuButton(kActionMenu, row.actionMenuButton, row.name, row.helpKey, id);
-    }
+    for (const PopupRow& row : kPopups) AddActionButton(row);
     SetPopupHandler(HostCallback<OnSelObjMenuCreate>);
     return PRO_TK_NO_ERROR;
 }
@@ -77,11 +72,21 @@ static ProError OnSelObjMenuCreate(const char* menuName) {
     return PRO_TK_NO_ERROR;
 }
 
-static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row) {
+static void AddActionButton(const PopupRow& row) {
+    const CommandRow* command = FindCommand(row.name);
     uiCmdCmdId id = nullptr;
-    if (Failed(ProCmdCmdIdFind(HostName(row.name), &id))) return;
-    ProPopupmenuButtonAdd(menu, PRO_VALUE_UNUSED, HostName(row.name), HostText(row.label), HostText(row.help),
-                          id, row.shown, nullptr);
+    if (command == nullptr) return;
+    if (Failed(CommandIdGet(row.name, command->action, uiProe2ndImmediate, row.available, id))) return;
+    AddMenuButton(kActionMenu, row.actionMenuButton, row.name, command->helpKey, id);
+}
+
+static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row) {
+    const CommandRow* command = FindCommand(row.name);
+    uiCmdCmdId id = nullptr;
+    if (command == nullptr || Failed(ProCmdCmdIdFind(HostName(row.name), &id))) return;
+    const std::wstring help = WideName(command->helpKey);
+    ProPopupmenuButtonAdd(menu, PRO_VALUE_UNUSED, HostName(row.name), HostText(row.label),
+                          HostText(help.c_str()), id, row.shown, nullptr);
 }
 
 // This command has no row in the command table. The first right-click registers it, later ones find it.
@@ -90,13 +95,18 @@ static void AddOpenDrawing(ProPopupMenuId menu) {
     if (Failed(CommandIdGet(kOpenDrawing, HostAction<KvOpenDrw>, uiProeImmediate, AccessPart, id))) return;
     ProLine label = {};
     ProLine help = {};
-    ProMessageToBuffer(label, HostText(kMenuFile), HostName(kOpenDrawing));
-    ProMessageToBuffer(help, HostText(kMenuFile), HostName(kOpenDrawingHelp));
-    // An entry without a label could not be told from a gap.
-    if (label[0] == L'\0' && Failed(CopyText(WideName(kOpenDrawing), label))) return;
+    MenuText(kOpenDrawing, label);
+    MenuText(kOpenDrawingHelp, help);
     ProPopupmenuButtonAdd(menu, PRO_VALUE_UNUSED, HostName(kOpenDrawing), label, help, id, AccessSelItem,
                           nullptr);
     AddMenuButton(kActionMenu, kOpenDrawing, kOpenDrawing, kOpenDrawingHelp, id);
+}
+
+// The text of a key of the menu file. Without one the key stands in: an entry without a label could not be
+// told from a gap.
+static void MenuText(const char* key, ProLine& text) {
+    ProMessageToBuffer(text, HostText(kMenuFile), HostName(key));
+    if (text[0] == L'\0') (void)CopyText(WideName(key), text);
 }
 
 // The host takes every kind of handler as one type; it is called as what the notification says it is.

@@ -101,8 +101,8 @@ static const PartCorners& CornersOf(ProMdl part, OutlineTask& task) {
     if (!added) return corners;
     corners.status =
         ProSolidSurfaceVisit(static_cast<ProSolid>(part), HostCallback<OnSurface>, nullptr, &corners.points);
-    // The host's words for a part without a single surface, and for one of several bodies, whose surfaces this
-    // visit does not see.
+    // The host's words for a part without a single surface, and for one of several bodies, whose surfaces
+    // this visit does not see.
     const bool none = corners.status == PRO_TK_E_NOT_FOUND || corners.status == PRO_TK_MULTIBODY_UNSUPPORTED;
     if (none) corners.status = PRO_TK_NO_ERROR;
     return corners;

@@ -1,7 +1,8 @@
-// Every scenario with each of its host calls failing in turn, and with each of the plug-in's allocations failing.
+// Every scenario with each of its host calls failing in turn, and with each of the plug-in's allocations
+// failing.
 //
-// Whatever fails, the plug-in must not crash, not misuse the host, and leave nothing behind: no array, string or dialog
-// open, no directory or option changed.
+// Whatever fails, the plug-in must not crash, not misuse the host, and leave nothing behind: no array, string
+// or dialog open, no directory or option changed.
 
 #include <cstdio>
 #include <set>
@@ -96,7 +97,8 @@ void RunWith(const Scenario& scenario, const std::string& what, Arm arm) {
     sim::FailPluginAllocation(0);
     host.ForgetAnswers();
     for (const std::string& problem : host.TakeProblems())
-        if (!IsExcused(problem, host.session().report.FaultedFunction())) ADD_FAILURE() << attempt << ": " << problem;
+        if (!IsExcused(problem, host.session().report.FaultedFunction()))
+            ADD_FAILURE() << attempt << ": " << problem;
 }
 
 class FaultSweep : public testing::TestWithParam<Scenario> {
@@ -117,8 +119,8 @@ TEST_P(FaultSweep, HostCallsFailInTurn) {
         statuses.insert(PRO_TK_GENERAL_ERROR);
         for (const ProError status : statuses) {
             const auto nth = static_cast<long long>(i + 1);
-            const std::string what =
-                "call " + std::to_string(nth) + " (" + clean.calls[i].function + ") answers " + std::to_string(status);
+            const std::string what = "call " + std::to_string(nth) + " (" + clean.calls[i].function +
+                                     ") answers " + std::to_string(status);
             RunWith(scenario, what, [&](SimHost& host) {
                 host.session().report.ResetCalls();
                 host.session().report.Arm(Fault{"", nth, status});

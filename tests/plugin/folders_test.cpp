@@ -1,4 +1,5 @@
-// The folder commands: opening and setting the working directory, backing an assembly up, opening a model's drawing.
+// The folder commands: opening and setting the working directory, backing an assembly up, opening a model's
+// drawing.
 
 #include <filesystem>
 #include <string>
@@ -228,8 +229,7 @@ TEST_F(KvOpenDrw, ShowsTheDrawingOfTheModelThatOwnsTheItem) {
 
 TEST_F(KvOpenDrw, TellsThatThereIsNoSuchDrawing) {
     EXPECT_NE(Open({Whole(bolt)}), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Messages(host),
-              Texts{L"\t同名工程图打开失败，请确认该模型工程图在当前工作目录是否存在。\t"});
+    EXPECT_EQ(Messages(host), Texts{L"\t同名工程图打开失败，请确认该模型工程图在当前工作目录是否存在。\t"});
     EXPECT_EQ(ShownDrawing(), L"");
 }
 

@@ -187,7 +187,8 @@ TEST_F(KvParams, AComponentWithoutItsModelEndsItsLevelAlone) {
 
 TEST_F(KvParams, SkipsModelsByThePrefixesOfTheirNames) {
     SimModel& pump = host.AddAssembly(L"PUMP");
-    for (const wchar_t* name : {L"ABC_1", L"DEF-2", L"XABC", L"泵体", L"GH"}) pump.Place(Block(name, 1, 1, 1));
+    for (const wchar_t* name : {L"ABC_1", L"DEF-2", L"XABC", L"泵体", L"GH"})
+        pump.Place(Block(name, 1, 1, 1));
     struct {
         const wchar_t* text;
         Names edited, derived;  // what the upper and what the lower field exclude
@@ -230,14 +231,25 @@ struct TypedValue {
 
 std::vector<TypedValue> TypedValues() {
     std::vector<TypedValue> values;
+    values.reserve(50);
     const std::vector<std::pair<std::wstring, int>> integers = {
-        {L"12", 12},     {L"-5", -5},   {L"+3", 3}, {L" 7", 7},   {L"12abc", 12}, {L"12.9", 12},
-        {L"1,000", 1},   {L"1e3", 1},   {L"", 0},   {L"abc", 0},  {L"0x1F", 0},
-        {L"99999999999", 2147483647},   {L"-99999999999", -2147483647 - 1},
+        {L"12", 12},
+        {L"-5", -5},
+        {L"+3", 3},
+        {L" 7", 7},
+        {L"12abc", 12},
+        {L"12.9", 12},
+        {L"1,000", 1},
+        {L"1e3", 1},
+        {L"", 0},
+        {L"abc", 0},
+        {L"0x1F", 0},
+        {L"99999999999", 2147483647},
+        {L"-99999999999", -2147483647 - 1},
     };
     for (const auto& [text, value] : integers) values.push_back({L"整数", text, value});
     const std::vector<std::pair<std::wstring, double>> reals = {
-        {L"3.5", 3.5},   {L"-0.25", -0.25}, {L"1e3", 1000.0}, {L".5", 0.5}, {L" 4", 4.0},
+        {L"3.5", 3.5},   {L"-0.25", -0.25}, {L"1e3", 1000.0}, {L".5", 0.5},  {L" 4", 4.0},
         {L"2.5mm", 2.5}, {L"1,5", 1.0},     {L"", 0.0},       {L"abc", 0.0},
     };
     for (const auto& [text, value] : reals) values.push_back({L"实数", text, value});
@@ -281,7 +293,10 @@ TEST_F(KvParams, RefusesOtherTextsForABooleanBeforeAnyModel) {
     for (const wchar_t* text : {L"no", L"No", L"nO", L"1", L"true", L" YES", L"YES ", L"YESNO", L"ＹＥＳ"}) {
         SCOPED_TRACE(Utf8(text));
         Use(pump, [&](SimDialog& dialog) {
-            dialog.Choose("PtypeOption", L"是/否").Type("ParaName", L"NEW").Type("ParaValue", text).Press("Add");
+            dialog.Choose("PtypeOption", L"是/否")
+                .Type("ParaName", L"NEW")
+                .Type("ParaValue", text)
+                .Press("Add");
             dialog.Type("ParaName", L"OLD").Press("Update");
         });
         expected.insert(expected.end(), 2, kBadBoolean);
@@ -303,7 +318,8 @@ protected:
         frozen.SetParameter(L"MAT", L"old"s).SetReadOnly();
         frozenWithout.SetReadOnly();
         pump.Place(sub, 3);
-        for (SimModel* model : {&frozen, &frozenWithout, &driven, &locked, &has, &lacks, &number}) sub.Place(*model, 2);
+        for (SimModel* model : {&frozen, &frozenWithout, &driven, &locked, &has, &lacks, &number})
+            sub.Place(*model, 2);
     }
 
     SimModel& pump = host.AddAssembly(L"PUMP");
@@ -320,7 +336,8 @@ protected:
 TEST_F(KvParamsEdit, AddCreatesTheParameterWhereItIsMissing) {
     Edit(pump, "Add");
     for (const SimModel* model : {&pump, &sub, &lacks}) EXPECT_EQ(model->Parameter(L"MAT"), L"zinc");
-    for (const SimModel* model : {&has, &driven, &locked, &frozen}) EXPECT_EQ(model->Parameter(L"MAT"), L"old");
+    for (const SimModel* model : {&has, &driven, &locked, &frozen})
+        EXPECT_EQ(model->Parameter(L"MAT"), L"old");
     EXPECT_EQ(number.Parameter(L"MAT"), L"5");
     EXPECT_FALSE(frozenWithout.HasParameter(L"MAT"));
     EXPECT_EQ(host.Calls("ProParameterWithUnitsCreate"), 9) << "once a model";
@@ -330,7 +347,8 @@ TEST_F(KvParamsEdit, AddCreatesTheParameterWhereItIsMissing) {
 TEST_F(KvParamsEdit, UpdateChangesTheParameterWhereItIs) {
     Edit(pump, "Update");
     EXPECT_EQ(has.Parameter(L"MAT"), L"zinc");
-    for (const SimModel* model : {&pump, &sub, &lacks, &frozenWithout}) EXPECT_FALSE(model->HasParameter(L"MAT"));
+    for (const SimModel* model : {&pump, &sub, &lacks, &frozenWithout})
+        EXPECT_FALSE(model->HasParameter(L"MAT"));
     for (const SimModel* model : {&driven, &locked, &frozen}) EXPECT_EQ(model->Parameter(L"MAT"), L"old");
     EXPECT_EQ(number.Parameter(L"MAT"), L"5") << "of another type";
     EXPECT_EQ(Messages(host), Texts{});
@@ -362,7 +380,7 @@ TEST_F(KvParams, TakesParameterNamesThatTheHostCanHold) {
     pump.Place(bolt);
     host.AddDrawingFile(L"BOLT", {L"A4"});
     const std::vector<std::pair<std::wstring, bool>> names = {
-        {std::wstring(31, L'N'), true}, {std::wstring(31, L'材'), true}, {L"表面处理_1", true},
+        {std::wstring(31, L'N'), true},  {std::wstring(31, L'材'), true},   {L"表面处理_1", true},
         {std::wstring(32, L'N'), false}, {std::wstring(255, L'材'), false}, {L"", false},
     };
     for (const auto& [name, fits] : names) {
@@ -443,7 +461,9 @@ TEST_F(KvParams, MeasuresAllSurfacesOfAPart) {
 }
 
 // A quarter turn about z, then a shift: x' = shift - y, y' = x.
-Matrix QuarterTurn(double shift) { return {{{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {shift, 0, 0, 1}}}; }
+Matrix QuarterTurn(double shift) {
+    return {{{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {shift, 0, 0, 1}}};
+}
 
 TEST_F(KvParams, MeasuresAnAssemblyThroughThePlacesOfItsParts) {
     SimModel& pump = host.AddAssembly(L"PUMP");
@@ -588,7 +608,10 @@ TEST_F(KvParams, EachButtonSavesTheSettingsFirst) {
             dialog.Type("InputKeyWords", L"std_，" + mark).Type("InputKeyWords2", L"lower");
             dialog.Type("outlinePname", L"外形" + mark).Type("shSizePname", L"图幅" + mark);
             dialog.Choose("KvOutlineNum", L"4").Check("KvOutlineOrder", run % 2 == 0);
-            dialog.Choose("PtypeOption", L"是/否").Type("ParaName", L"X").Type("ParaValue", L"no").Press(button);
+            dialog.Choose("PtypeOption", L"是/否")
+                .Type("ParaName", L"X")
+                .Type("ParaValue", L"no")
+                .Press(button);
         });
         EXPECT_EQ(ReadSettings(kFile, L"InputKeyWords", L"content"), L"std_，" + mark);
         EXPECT_EQ(ReadSettings(kFile, L"InputKeyWords2", L"content"), L"");
@@ -643,12 +666,13 @@ TEST_F(KvParams, TakesTheOrderFromOneAndZeroAlone) {
     bool byLayout = false;
     fs::remove(test::SettingsFile(kFile));
     Use(host.AddAssembly(L"PUMP"), [&](SimDialog& dialog) { byLayout = dialog.IsChecked("KvOutlineOrder"); });
-    const std::pair<const wchar_t*, bool> cases[] = {
-        {L"1", true}, {L"0", false}, {L"\" 1 \"", true}, {L"\" 0 \"", false}, {L"2", byLayout}, {L"", byLayout}};
+    const std::pair<const wchar_t*, bool> cases[] = {{L"1", true},       {L"0", false},
+                                                     {L"\" 1 \"", true}, {L"\" 0 \"", false},
+                                                     {L"2", byLayout},   {L"", byLayout}};
     for (const auto& [stored, checked] : cases) {
         ChangeSetting(kFile, L"KvOutlineOrder", L"content", stored);
         Use(host.AddAssembly(std::wstring(L"A") + std::to_wstring(host.session().models.All().size())),
-            [&, &checked = checked](SimDialog& dialog) {
+            [&, &stored = stored, &checked = checked](SimDialog& dialog) {
                 EXPECT_EQ(dialog.IsChecked("KvOutlineOrder"), checked) << Utf8(stored);
             });
     }
@@ -694,7 +718,8 @@ TEST_F(KvParams, TellsThatTheHostHasNoMemoryForTheList) {
 long long CostOfAdd(int models, int placements, std::wstring_view choice) {
     SimHost host;
     SimModel& pump = host.AddAssembly(L"PUMP");
-    for (int i = 0; i < models; ++i) pump.Place(host.AddSheetmetal(L"PLATE" + std::to_wstring(i)), placements);
+    for (int i = 0; i < models; ++i)
+        pump.Place(host.AddSheetmetal(L"PLATE" + std::to_wstring(i)), placements);
     host.Open(pump);
     long long cost = 0;
     host.OnDialog("KvParams", [&](SimDialog& dialog) {
@@ -709,7 +734,8 @@ long long CostOfAdd(int models, int placements, std::wstring_view choice) {
 }
 
 TEST(KvParamsCost, GrowsWithFewHostCallsAPlacementAndAModel) {
-    const std::pair<const wchar_t*, long long> callsOfWalk[] = {{L"AsmAndPart", 6}, {L"Part", 6}, {L"Smt", 7}};
+    const std::pair<const wchar_t*, long long> callsOfWalk[] = {
+        {L"AsmAndPart", 6}, {L"Part", 6}, {L"Smt", 7}};
     for (const auto& [choice, perPlacement] : callsOfWalk) {
         SCOPED_TRACE(Utf8(choice));
         const long long base = CostOfAdd(10, 1, choice);

@@ -28,7 +28,9 @@ void ArrangePump(SimHost& host) {
     host.Open(pump);
 }
 
-SimModel& Bolt(SimHost& host) { return *host.session().models.Find(L"BOLT", sim::ModelKind::kPart); }
+SimModel& Bolt(SimHost& host) {
+    return *host.session().models.Find(L"BOLT", sim::ModelKind::kPart);
+}
 
 void ArrangePumpWithDrawing(SimHost& host) {
     ArrangePump(host);
@@ -118,7 +120,8 @@ std::vector<Scenario> MakeScenarios() {
         {"KvSetDirectory", ArrangePump, Running("KvSetDirectory")},
         {"KvBackup", ArrangeBackup, Running("KvBackup")},
         {"KvConfig", ArrangeConfig, Running("KvConfig")},
-        {"AboutKv", [](SimHost& host) { host.OnDialog("AboutKv", [](SimDialog& dialog) { dialog.Press("OK"); }); },
+        {"AboutKv",
+         [](SimHost& host) { host.OnDialog("AboutKv", [](SimDialog& dialog) { dialog.Press("OK"); }); },
          Running("AboutKv")},
         {"ForTest", ArrangeForTest, Running("ForTest")},
         KvParamsScenario("Add"),

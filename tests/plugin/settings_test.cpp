@@ -60,24 +60,34 @@ struct Template {
 
 const std::vector<Template>& Templates() {
     static const std::vector<Template> templates = {
-        {"A0Asmpath", "SelA0Asm", L"请选择A0组件模板"},   {"A0Prtpath", "SelA0Prt", L"请选择A0零件模板"},
-        {"A1Asmpath", "SelA1Asm", L"请选择A1组件模板"},   {"A1Prtpath", "SelA1Prt", L"请选择A1零件模板"},
-        {"A2Asmpath", "SelA2Asm", L"请选择A2组件模板"},   {"A2Prtpath", "SelA2Prt", L"请选择A2零件模板"},
-        {"A3Asmpath", "SelA3Asm", L"请选择A3组件模板"},   {"A3Prtpath", "SelA3Prt", L"请选择A3零件模板"},
-        {"A4Asmpath", "SelA4Asm", L"请选择A4组件模板"},   {"A4Prtpath", "SelA4Prt", L"请选择A4零件模板"},
-        {"A4HAsmpath", "SelA4HAsm", L"请选择A4横向组件模板"}, {"A4HPrtpath", "SelA4HPrt", L"请选择A4横向零件模板"},
+        {"A0Asmpath", "SelA0Asm", L"请选择A0组件模板"},
+        {"A0Prtpath", "SelA0Prt", L"请选择A0零件模板"},
+        {"A1Asmpath", "SelA1Asm", L"请选择A1组件模板"},
+        {"A1Prtpath", "SelA1Prt", L"请选择A1零件模板"},
+        {"A2Asmpath", "SelA2Asm", L"请选择A2组件模板"},
+        {"A2Prtpath", "SelA2Prt", L"请选择A2零件模板"},
+        {"A3Asmpath", "SelA3Asm", L"请选择A3组件模板"},
+        {"A3Prtpath", "SelA3Prt", L"请选择A3零件模板"},
+        {"A4Asmpath", "SelA4Asm", L"请选择A4组件模板"},
+        {"A4Prtpath", "SelA4Prt", L"请选择A4零件模板"},
+        {"A4HAsmpath", "SelA4HAsm", L"请选择A4横向组件模板"},
+        {"A4HPrtpath", "SelA4HPrt", L"请选择A4横向零件模板"},
     };
     return templates;
 }
 
 // A different path for every panel, with Chinese text, blanks and a comma.
-std::wstring TemplatePath(const Template& row) { return L"D:\\模板 库\\标准,新\\" + Wide(row.panel) + L".drw"; }
+std::wstring TemplatePath(const Template& row) {
+    return L"D:\\模板 库\\标准,新\\" + Wide(row.panel) + L".drw";
+}
 
 // A whole settings file; the buttons are the second ones.
 std::wstring WholeFile() {
     std::wstring text;
-    for (const Choice& choice : Choices()) text += L"[" + Wide(choice.group) + L"]\r\nvalue=" + choice.second + L"\r\n";
-    for (const Template& row : Templates()) text += L"[" + Wide(row.panel) + L"]\r\npath=" + TemplatePath(row) + L"\r\n";
+    for (const Choice& choice : Choices())
+        text += L"[" + Wide(choice.group) + L"]\r\nvalue=" + choice.second + L"\r\n";
+    for (const Template& row : Templates())
+        text += L"[" + Wide(row.panel) + L"]\r\npath=" + TemplatePath(row) + L"\r\n";
     return text;
 }
 
@@ -93,7 +103,8 @@ TEST(KvConfig, ShowsEveryStoredSetting) {
         test::WriteSettings(kFile, WholeFile(), encoding);
         SimHost host;
         Configure(host, [](SimDialog& dialog) {
-            for (const Choice& choice : Choices()) EXPECT_EQ(Wide(dialog.Chosen(choice.group)), choice.second);
+            for (const Choice& choice : Choices())
+                EXPECT_EQ(Wide(dialog.Chosen(choice.group)), choice.second);
             for (const Template& row : Templates()) EXPECT_EQ(dialog.Text(row.panel), TemplatePath(row));
         });
         EXPECT_EQ(Messages(host), Texts{});
@@ -105,7 +116,8 @@ TEST(KvConfig, SavesEverySettingAndStaysOpen) {
     for (const char* start : {"shipped", "8-bit", "missing"}) {
         SCOPED_TRACE(start);
         test::RestoreSettings();
-        if (start == std::string("8-bit")) test::WriteSettings(kFile, L"[SetLastDir]\r\nvalue=1\r\n", IniEncoding::kAnsi936);
+        if (start == std::string("8-bit"))
+            test::WriteSettings(kFile, L"[SetLastDir]\r\nvalue=1\r\n", IniEncoding::kAnsi936);
         if (start == std::string("missing")) fs::remove(test::SettingsFile(kFile));
         SimHost host;
         Configure(host, [](SimDialog& dialog) {
@@ -131,8 +143,10 @@ TEST(KvConfig, SavesEverySettingAndStaysOpen) {
 TEST(KvConfig, KeepsTextOfAnyLanguageInAFileOfItsOwnMaking) {
     fs::remove(test::SettingsFile(kFile));
     SimHost host;
-    Configure(host, [](SimDialog& dialog) { dialog.Type("A0Asmpath", L"D:\\도면\\Übersicht.drw").Press("save"); });
-    Configure(host, [](SimDialog& dialog) { EXPECT_EQ(dialog.Text("A0Asmpath"), L"D:\\도면\\Übersicht.drw"); });
+    Configure(host,
+              [](SimDialog& dialog) { dialog.Type("A0Asmpath", L"D:\\도면\\Übersicht.drw").Press("save"); });
+    Configure(host,
+              [](SimDialog& dialog) { EXPECT_EQ(dialog.Text("A0Asmpath"), L"D:\\도면\\Übersicht.drw"); });
 }
 
 TEST(KvConfig, ChangesNothingUntilSaved) {
@@ -163,8 +177,8 @@ TEST(KvConfig, LosesTheChangeSilentlyWhenTheFileCannotBeWritten) {
     Configure(host, [](SimDialog& dialog) {
         dialog.Choose("SetLastDir", L"1").Type("A0Asmpath", L"D:\\new.drw");
         // Another program holds the file; unlike the read-only mark this stops an administrator too.
-        const HANDLE other = CreateFileW(test::SettingsFile(kFile).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                         OPEN_EXISTING, 0, nullptr);
+        const HANDLE other = CreateFileW(test::SettingsFile(kFile).c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                         nullptr, OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(other, INVALID_HANDLE_VALUE);
         dialog.Press("save");
         CloseHandle(other);

@@ -1,5 +1,5 @@
-// Start and end of the plug-in: menu, commands and their availability, right-click entries, the last directory, and the
-// small commands of the frame itself.
+// Start and end of the plug-in: menu, commands and their availability, right-click entries, the last
+// directory, and the small commands of the frame itself.
 
 #include <algorithm>
 #include <array>
@@ -175,12 +175,14 @@ TEST(StartUp, NamesEveryCommandInChineseAndInEnglish) {
         EXPECT_FALSE(english.label.empty() || english.help.empty());
         EXPECT_TRUE(isAscii(english.label) && isAscii(english.help));
         EXPECT_FALSE(isAscii(chinese.label) || isAscii(chinese.help));
-        EXPECT_TRUE(labels.insert(english.label).second && labels.insert(chinese.label).second) << "a label twice";
+        EXPECT_TRUE(labels.insert(english.label).second && labels.insert(chinese.label).second)
+            << "a label twice";
     }
 }
 
 TEST(StartUp, GoesOnAfterAFailedRow) {
-    for (const char* function : {"ProCmdActionAdd", "ProMenubarmenuPushbuttonAdd", "ProCmdIconSet", "ProCmdDesignate"}) {
+    for (const char* function :
+         {"ProCmdActionAdd", "ProMenubarmenuPushbuttonAdd", "ProCmdIconSet", "ProCmdDesignate"}) {
         SCOPED_TRACE(function);
         SimHost host(test::Unstarted());
         host.session().report.Arm(Fault{function, 1});
@@ -195,8 +197,10 @@ TEST(StartUp, GoesOnAfterAFailedRow) {
 // ---- Availability
 
 bool IsAvailable(Rule rule, int mode) {
-    static const std::map<Rule, std::set<int>> modes = {
-        {Rule::kSolid, {5, 8}}, {Rule::kModel, {1, 2, 5, 8}}, {Rule::kPart, {1, 2, 5}}, {Rule::kDrawing, {6}}};
+    static const std::map<Rule, std::set<int>> modes = {{Rule::kSolid, {5, 8}},
+                                                        {Rule::kModel, {1, 2, 5, 8}},
+                                                        {Rule::kPart, {1, 2, 5}},
+                                                        {Rule::kDrawing, {6}}};
     return rule == Rule::kAlways || modes.at(rule).contains(mode);
 }
 
@@ -261,7 +265,8 @@ TEST(RightClickMenu, ReadsItsSettingBesideTheTextTree) {
     const test::TempFolder apart;
     test::CopyPluginHome(apart.Path());
     test::ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
-    test::WriteBytes(apart.Path() / "KVconfig" / "KvConfig.ini", test::ReadBytes(test::SettingsFile(L"KvConfig.ini")));
+    test::WriteBytes(apart.Path() / "KVconfig" / "KvConfig.ini",
+                     test::ReadBytes(test::SettingsFile(L"KvConfig.ini")));
     test::RestoreSettings();
     HostSetup setup;
     setup.textDirectory = apart.Path();
@@ -277,10 +282,8 @@ TEST(RightClickMenu, FirstPopupAddsFiveCommandsToTheActionMenu) {
     EXPECT_TRUE(RightClick(host, "Some Other Menu").empty());
 
     const std::vector<std::pair<std::string, std::wstring>> expected = {
-        {"KvIsolate", L"独立显示"},
-        {"KvHideReverse", L"反向隐藏"},
-        {"KvShowAllComp", L"全部显示"},
-        {"KvMdlNameCopy", L"复制模型名称(kv)"},
+        {"KvIsolate", L"独立显示"},         {"KvHideReverse", L"反向隐藏"},
+        {"KvShowAllComp", L"全部显示"},     {"KvMdlNameCopy", L"复制模型名称(kv)"},
         {"KvMdlRename", L"快速重命名(kv)"},
     };
     const std::vector<sim::MenuButton>& buttons = host.session().interface_.FindMenu("ActionMenu")->buttons;
@@ -297,8 +300,8 @@ TEST(RightClickMenu, LaterSelectionPopupsShowSixEntriesEachTime) {
     SimHost host(test::Unstarted());
     test::StartWithRightClick(host);
     const std::vector<std::pair<std::string, std::wstring>> expected = {
-        {"KvIsolate", L"独立显示(kv)"},          {"KvHideReverse", L"反转显示(kv)"},
-        {"KvShowAllComp", L"全部显示(kv)"},      {"KvMdlNameCopy", L"复制模型名称(kv)"},
+        {"KvIsolate", L"独立显示(kv)"},     {"KvHideReverse", L"反转显示(kv)"},
+        {"KvShowAllComp", L"全部显示(kv)"}, {"KvMdlNameCopy", L"复制模型名称(kv)"},
         {"KvMdlRename", L"快速重命名(kv)"},
     };
     for (int popup = 0; popup < 3; ++popup) {
@@ -350,12 +353,14 @@ protected:
 
 TEST_F(RightClickRules, DependOnTheKindOfTheFirstItem) {
     const std::map<int, std::pair<int, int>> expected = {
-        {1, {3, 3}},  {2, {3, 3}},  {5, {0, 3}},  {6, {0, 3}},   {25, {0, 3}}, {66, {0, 3}},
+        {1, {3, 3}},  {2, {3, 3}},  {5, {0, 3}},   {6, {0, 3}}, {25, {0, 3}}, {66, {0, 3}},
         {71, {0, 3}}, {72, {0, 3}}, {176, {0, 3}}, {3, {0, 0}}, {21, {0, 0}}, {57, {0, 0}},
     };
     for (const auto& [type, states] : expected) {
         // A surface is looked up in its part, so it gets the number of one that is there.
-        const Pick pick = type == 1 ? Whole(sub) : type == 2 ? Whole(bolt) : ItemOf(bolt, type, bolt.Surfaces()[0]->id);
+        const Pick pick = type == 1   ? Whole(sub)
+                          : type == 2 ? Whole(bolt)
+                                      : ItemOf(bolt, type, bolt.Surfaces()[0]->id);
         EXPECT_EQ(States({pick}), states) << "type " << type;
     }
 }
@@ -400,8 +405,9 @@ TEST(LastDirectory, ComesBackInTheNextSession) {
     HostSetup setup;
     setup.workspace = workspace.Path();
     // The longest path of the host has 259 characters, the separator at its end among them.
-    for (const std::wstring& folder : {std::wstring(L"pump v2"), std::wstring(L"图纸 目录,1"),
-                                       LongFolder(workspace.Path(), 258, L'x'), LongFolder(workspace.Path(), 258, L'图')}) {
+    for (const std::wstring& folder :
+         {std::wstring(L"pump v2"), std::wstring(L"图纸 目录,1"), LongFolder(workspace.Path(), 258, L'x'),
+          LongFolder(workspace.Path(), 258, L'图')}) {
         const std::wstring directory = test::PathText(workspace.Path() / folder);
         SCOPED_TRACE(sim::Utf8(directory));
         {
@@ -437,9 +443,9 @@ TEST(LastDirectory, ReplacesWhatAnEarlierSessionLeft) {
 
 TEST(LastDirectory, IsRestoredForTheSettingOneAlone) {
     const std::map<std::wstring, bool> settings = {
-        {L"[SetLastDir]\r\nvalue=1\r\n", true},      {L"[SetLastDir]\r\nvalue=\" 1 \"\r\n", true},
-        {L"[SetLastDir]\r\nvalue=0\r\n", false},     {L"[SetLastDir]\r\nvalue=11\r\n", false},
-        {L"[SetLastDir]\r\nvalue=\r\n", false},      {L"[RmbDisable]\r\nvalue=1\r\n", false},
+        {L"[SetLastDir]\r\nvalue=1\r\n", true},  {L"[SetLastDir]\r\nvalue=\" 1 \"\r\n", true},
+        {L"[SetLastDir]\r\nvalue=0\r\n", false}, {L"[SetLastDir]\r\nvalue=11\r\n", false},
+        {L"[SetLastDir]\r\nvalue=\r\n", false},  {L"[RmbDisable]\r\nvalue=1\r\n", false},
     };
     for (const auto& [file, restores] : settings) {
         SCOPED_TRACE(sim::Utf8(file));

@@ -44,7 +44,7 @@ TEST(OutlineText, RoundsFirstAndThenKeepsSixDigits) {
 
 TEST(ParameterValue, KnowsTheFourLabelsOfTheTypeMenu) {
     const std::vector<std::pair<std::wstring, ProParamvalueType>> labels = {
-        {L"整数", PRO_PARAM_INTEGER}, {L"实数", PRO_PARAM_DOUBLE},    {L"字符串", PRO_PARAM_STRING},
+        {L"整数", PRO_PARAM_INTEGER},  {L"实数", PRO_PARAM_DOUBLE},    {L"字符串", PRO_PARAM_STRING},
         {L"是/否", PRO_PARAM_BOOLEAN}, {L"String", PRO_PARAM_NOT_SET}, {L"", PRO_PARAM_NOT_SET},
     };
     for (const auto& [label, type] : labels) EXPECT_EQ(kv::ParameterTypeFromLabel(label), type);
@@ -64,9 +64,11 @@ TEST(ParameterValue, RefusesARealThatNoModelCanHold) {
 
 TEST(ParameterValue, ReadsLongTextsWithoutAnEnd) {
     ProParamvalue value = {};
-    EXPECT_EQ(kv::ParameterValueFromText(PRO_PARAM_INTEGER, std::wstring(5000, L'9'), value), PRO_TK_NO_ERROR);
+    EXPECT_EQ(kv::ParameterValueFromText(PRO_PARAM_INTEGER, std::wstring(5000, L'9'), value),
+              PRO_TK_NO_ERROR);
     EXPECT_EQ(value.value.i_val, 2147483647);
-    EXPECT_EQ(kv::ParameterValueFromText(PRO_PARAM_DOUBLE, L"0." + std::wstring(5000, L'3'), value), PRO_TK_NO_ERROR);
+    EXPECT_EQ(kv::ParameterValueFromText(PRO_PARAM_DOUBLE, L"0." + std::wstring(5000, L'3'), value),
+              PRO_TK_NO_ERROR);
     EXPECT_DOUBLE_EQ(value.value.d_val, 1.0 / 3);
     EXPECT_NE(kv::ParameterValueFromText(PRO_PARAM_STRING, std::wstring(5000, L'x'), value), PRO_TK_NO_ERROR);
     EXPECT_NE(kv::ParameterValueFromText(PRO_PARAM_NOT_SET, L"x", value), PRO_TK_NO_ERROR);

@@ -80,7 +80,8 @@ TEST(PrefixList, SplitsAtBothCommasAndKeepsBlanks) {
 
 TEST(PrefixList, MatchesTheBeginningOfANameInAnyLetterCase) {
     const kv::PrefixList prefixes = kv::PrefixListFromText(L"abc,泵,STD_");
-    for (const wchar_t* name : {L"abc", L"Abc1", L"泵体", L"std_bolt"}) EXPECT_TRUE(kv::HasPrefix(prefixes, name));
+    for (const wchar_t* name : {L"abc", L"Abc1", L"泵体", L"std_bolt"})
+        EXPECT_TRUE(kv::HasPrefix(prefixes, name));
     for (const wchar_t* name : {L"", L"AB", L"XABC", L"水泵", L"STDBOLT", L" ABC"})
         EXPECT_FALSE(kv::HasPrefix(prefixes, name));
     EXPECT_FALSE(kv::HasPrefix({}, L"ABC"));

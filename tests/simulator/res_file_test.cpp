@@ -1,5 +1,6 @@
 // Dialog layouts: what a well-formed file becomes, and where a damaged one is faulted.
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -197,11 +198,52 @@ TEST(ResFile, NeedsTheEncodingThatTheHostReads) {
               Lines{"D.res:1:1: expected ( before a container statement, found the end of the file"});
 }
 
+TEST(ResFile, IsFaultedForWhatWouldNotEnd) {
+    const std::string dialog = "(Dialog D (Components) (Resources (.Layout (Grid (Rows 0) (Cols 0)))))\n";
+    EXPECT_EQ(Errors(dialog), Lines{});
+    EXPECT_EQ(
+        Errors(dialog +
+               "(Layout R (Components (SubLayout R)) (Resources (.Layout (Grid (Rows 0) (Cols 0) R))))"),
+        Lines{"D.res:2:1: expected a place in the dialog for R"});
+    std::string deep = "(Dialog D (Components) (Resources (.Layout ";
+    for (int i = 0; i < 10000; ++i) deep += "(Grid (Rows 0) (Cols 0) ";
+    EXPECT_EQ(Errors(deep).size(), 1U);
+    EXPECT_EQ(Errors("(Dialog D (Components) (Resources (.Width 2147483648)"),
+              Lines{"D.res:1:43: expected a number, found 2147483648"});
+}
+
 TEST(ResFile, SurvivesBeingCutAnywhere) {
     const std::string whole = Marked(kLayout);
     const std::size_t end = whole.rfind(')');
     for (std::size_t length = 0; length < end; ++length)
         EXPECT_FALSE(Errors(whole.substr(0, length)).empty()) << length;
+}
+
+// The drawing stays inside its window, whatever the texts are.
+TEST(DialogSvg, DrawsEveryComponentInsideTheWindow) {
+    Lines errors;
+    Dialog dialog("D", "D", ParseResFile(Marked(kLayout), "D.res", errors));
+    dialog.Find("List")->table.InsertRows(std::nullopt, {"1", "2"});
+    dialog.Find("List")->table.SetColumnLabels({L"a very long title of a column", L"b"});
+    const std::string svg = DialogSvg(dialog);
+    for (const char* text : {">标题<", ">甲<", ">乙<", ">abc<", ">实数<", ">框<", "a &quot;b&quot;\\"})
+        EXPECT_NE(svg.find(text), std::string::npos) << text;
+
+    double windowWidth = 0, windowHeight = 0;
+    int boxes = 0;
+    for (std::size_t at = 0; (at = svg.find("<rect", at)) != std::string::npos; ++at, ++boxes) {
+        double x = -1, y = -1, width = -1, height = -1;
+        ASSERT_EQ(std::sscanf(svg.c_str() + at, "<rect x=\"%lf\" y=\"%lf\" width=\"%lf\" height=\"%lf\"", &x,
+                              &y, &width, &height),
+                  4);
+        if (boxes == 0) {
+            windowWidth = x + width;
+            windowHeight = y + height;
+        }
+        EXPECT_TRUE(x >= 0 && y >= 0 && width > 0 && height > 0) << svg.substr(at, 80);
+        EXPECT_TRUE(x + width <= windowWidth + 0.5 && y + height <= windowHeight + 0.5) << svg.substr(at, 80);
+    }
+    EXPECT_GE(boxes, 6);
 }
 
 // Tables answer by name; a refused change leaves them as they were.

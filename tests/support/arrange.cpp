@@ -25,7 +25,7 @@ void ChangeSetting(std::wstring_view file, std::wstring_view section, std::wstri
 }
 
 fs::path MakeFolder(const SimHost& host, const fs::path& relative) {
-    const fs::path folder = host.WorkingDirectory() / relative;
+    fs::path folder = host.WorkingDirectory() / relative;
     std::error_code error;
     fs::create_directories(folder, error);
     EXPECT_TRUE(fs::is_directory(folder)) << folder.string().size();
@@ -48,7 +48,9 @@ TempFolder::~TempFolder() {
     fs::remove_all(path_, error);
 }
 
-sim::Pick Whole(sim::SimModel& model) { return ItemOf(model, 0, 0); }
+sim::Pick Whole(sim::SimModel& model) {
+    return ItemOf(model, 0, 0);
+}
 
 sim::Pick ItemOf(sim::SimModel& model, int type, int id) {
     sim::Pick pick;
@@ -65,7 +67,7 @@ void StartWithRightClick(SimHost& host) {
 }
 
 std::vector<PopupButton> RightClick(SimHost& host, std::string_view menu) {
-    const std::vector<PopupButton> entries = host.session().interface_.OpenPopup(menu).buttons;
+    std::vector<PopupButton> entries = host.session().interface_.OpenPopup(menu).buttons;
     EXPECT_EQ(host.session().report.OpenItems(), std::vector<std::string>());
     return entries;
 }
@@ -96,8 +98,8 @@ std::wstring PathText(const fs::path& path) {
 std::string Encode936(std::wstring_view text) {
     const int length = static_cast<int>(text.size());
     std::string bytes(2 * text.size(), '\0');
-    bytes.resize(static_cast<std::size_t>(WideCharToMultiByte(936, 0, text.data(), length, bytes.data(),
-                                                              static_cast<int>(bytes.size()), nullptr, nullptr)));
+    bytes.resize(static_cast<std::size_t>(WideCharToMultiByte(
+        936, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr)));
     return bytes;
 }
 

@@ -50,8 +50,8 @@ void StartWithRightClick(sim::SimHost& host);
 
 inline constexpr char kSelectionPopup[] = "Sel Obj Menu";
 
-// The user right-clicks; the entries of the popup menu as the host made it, which stays open. Nothing that the host
-// handed out may stay with the plug-in.
+// The user right-clicks; the entries of the popup menu as the host made it, which stays open. Nothing that
+// the host handed out may stay with the plug-in.
 std::vector<sim::PopupButton> RightClick(sim::SimHost& host, std::string_view menu = kSelectionPopup);
 
 // Availability of an entry, kAbsent when it is not there.

@@ -35,6 +35,11 @@ constexpr std::size_t RoundUp(std::size_t size, std::size_t unit) {
     return (size + unit - 1) / unit * unit;
 }
 
+// Room for an allocation of `size` bytes, which may be none.
+constexpr std::size_t Room(std::size_t size) {
+    return RoundUp(size == 0 ? 1 : size, kAlignment);
+}
+
 void* Mark(void* block, Kind kind, void* start) {
     static_cast<Header*>(block)[-1] = {kind, start};
     return block;
@@ -113,19 +118,20 @@ void GivePagesBack(void* start) {
     nextKept = (nextKept + 1) % kKeptAfterFree;
 }
 
-void* AllocatePlain(std::size_t room) {
-    char* start = static_cast<char*>(std::malloc(sizeof(Header) + room));
-    return start == nullptr ? nullptr : Mark(start + sizeof(Header), Kind::Plain, start);
-}
-
 }  // namespace
 
 void* GuardAllocate(std::size_t size) noexcept {
-    const std::size_t room = RoundUp(size == 0 ? 1 : size, kAlignment);
+    const std::size_t room = Room(size);
     if (room < size) return nullptr;
     void* block = room <= kLargestInSlot ? AllocateSlot(room) : AllocatePages(room);
     // With all slots in use the ordinary heap serves the rest.
-    return block != nullptr ? block : AllocatePlain(room);
+    return block != nullptr ? block : GuardlessAllocate(size);
+}
+
+void* GuardlessAllocate(std::size_t size) noexcept {
+    const std::size_t room = Room(size);
+    char* start = room < size ? nullptr : static_cast<char*>(std::malloc(sizeof(Header) + room));
+    return start == nullptr ? nullptr : Mark(start + sizeof(Header), Kind::Plain, start);
 }
 
 void GuardFree(void* block) noexcept {
