@@ -1,7 +1,8 @@
 // Cost of the parameter commands on generated assemblies, counted in host calls first and in time second.
 //
-// Each size is run several times and the quickest and the middle run are printed: the machines are noisy, so times are
-// to be compared within one run only. The bare walk makes the fewest host calls that can visit every placement.
+// Each size is run several times and the quickest and the middle run are printed: the machines are noisy, so
+// times are to be compared within one run only. The bare walk makes the fewest host calls that can visit
+// every placement.
 
 #include <algorithm>
 #include <cstdio>
@@ -50,7 +51,8 @@ double Quickest(const Series& series, double Sample::*field) {
 double Middle(const Series& series, double Sample::*field) {
     std::vector<double> values;
     for (const Sample& sample : series.samples) values.push_back(sample.*field);
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
+                     values.end());
     return values[values.size() / 2];
 }
 
@@ -82,12 +84,12 @@ BareResult RunBareWalk(SimHost& host, SimModel& top) {
     BareResult best;
     for (int i = 0; i < kRepeats; ++i) {
         BareWalk walk;
-        host.session().report.ResetCalls();
+        host.State().report.ResetCalls();
         const std::int64_t start = sim::ClockTicks();
         (void)ProSolidFeatVisit(reinterpret_cast<ProSolid>(&top), VisitBare, nullptr, &walk);
         const double seconds = sim::ClockSeconds(sim::ClockTicks() - start);
         if (i == 0 || seconds < best.seconds)
-            best = {seconds, walk.placements, host.session().report.CallCount()};
+            best = {seconds, walk.placements, host.State().report.CallCount()};
     }
     return best;
 }
@@ -95,7 +97,7 @@ BareResult RunBareWalk(SimHost& host, SimModel& top) {
 // ---- The buttons of the parameter editor
 
 void PressAndSample(SimHost& host, SimDialog& dialog, const char* button, Series& series) {
-    Report& report = host.session().report;
+    Report& report = host.State().report;
     report.ResetCalls();
     sim::ResetPluginHeap();
     const long long before = sim::PluginHeap().liveBytes;
@@ -128,13 +130,15 @@ void PrintSize(const BareResult& bare, std::size_t models, const std::vector<Ser
         std::printf("  %-9s  %8lld calls (%.2f a placement, %.2f a model)\n", one.name.c_str(), last.calls,
                     static_cast<double>(last.calls) / placements,
                     static_cast<double>(last.calls) / static_cast<double>(models));
-        std::printf("             own   %9.3f ms quickest, %9.3f ms middle  (%.1f ns a placement, %.0f%% of the bare walk)\n",
-                    1e3 * own, 1e3 * Middle(one, &Sample::pluginSeconds), 1e9 * own / placements,
-                    100 * own / bare.seconds);
+        std::printf(
+            "             own   %9.3f ms quickest, %9.3f ms middle  (%.1f ns a placement, %.0f%% of the bare "
+            "walk)\n",
+            1e3 * own, 1e3 * Middle(one, &Sample::pluginSeconds), 1e9 * own / placements,
+            100 * own / bare.seconds);
         std::printf("             host  %9.3f ms quickest, %9.3f ms middle\n",
                     1e3 * Quickest(one, &Sample::hostSeconds), 1e3 * Middle(one, &Sample::hostSeconds));
-        std::printf("             heap  %9lld bytes peak (%.1f a placement), %lld allocations\n", last.peakBytes,
-                    static_cast<double>(last.peakBytes) / placements, last.allocations);
+        std::printf("             heap  %9lld bytes peak (%.1f a placement), %lld allocations\n",
+                    last.peakBytes, static_cast<double>(last.peakBytes) / placements, last.allocations);
         for (const auto& [function, count] : one.callsByFunction)
             std::printf("             %10lld  %s\n", count, function.c_str());
     }
@@ -146,10 +150,10 @@ int main() {
     std::printf("Parameter commands on generated assemblies, depth %d, %d runs each\n", kDepth, kRepeats);
     for (const int placements : {1000, 10000, 100000}) {
         SimHost host;
-        SimModel& top = sim::GenerateAssembly(host.session().models, placements, kDepth, 1);
+        SimModel& top = sim::GenerateAssembly(host.State().models, placements, kDepth, 1);
         host.Open(top);
         const BareResult bare = RunBareWalk(host, top);
-        PrintSize(bare, host.session().models.All().size(), RunParameterCommands(host));
+        PrintSize(bare, host.State().models.All().size(), RunParameterCommands(host));
         for (const std::string& problem : host.TakeProblems()) std::printf("PROBLEM: %s\n", problem.c_str());
     }
     return 0;

@@ -23,7 +23,8 @@ HostSetup SetupFor(const Places& places) {
     HostSetup setup;
     setup.pluginHome = places.plugin.empty() ? SimHost::DefaultPluginHome() : places.plugin;
     if (!fs::exists(setup.pluginHome / kPluginFile))
-        throw BadInput("no " + Utf8(kPluginFile) + " in " + Utf8(setup.pluginHome.wstring()) + "; name its folder with --plugin");
+        throw BadInput("no " + Utf8(kPluginFile) + " in " + Utf8(setup.pluginHome.wstring()) +
+                       "; name its folder with --plugin");
     if (!places.workspace.empty()) {
         std::error_code error;
         if (!fs::is_directory(places.workspace, error))
@@ -45,24 +46,27 @@ HostMode ModeFromText(const std::string& text) {
     }};
     for (const auto& [name, mode] : kModes)
         if (text == name) return mode;
-    throw BadInput("unknown mode \"" + text + "\": use none, part, sheetmetal, assembly, drawing, manufacture or mould");
+    throw BadInput("unknown mode \"" + text +
+                   "\": use none, part, sheetmetal, assembly, drawing, manufacture or mould");
 }
 
-// The newest file of the model that a person means by "pump" or "pump.asm": of several kinds the first of asm, prt,
-// mfg, drw, frm.
+// The newest file of the model that a person means by "pump" or "pump.asm": of several kinds the first of
+// asm, prt, mfg, drw, frm.
 ModelFile FindModel(const ModelStore& models, const std::string& text) {
     const std::wstring wanted = UpperName(Wide(text));
     const std::vector<ModelFile> files = models.NewestFiles(models.WorkingDirectory());
     if (files.empty()) throw BadInput("no models in " + Utf8(models.WorkingDirectory().wstring()));
     for (const ModelFile& file : files)
-        if (UpperName(file.name) == wanted || UpperName(file.name + L"." + file.extension) == wanted) return file;
+        if (UpperName(file.name) == wanted || UpperName(file.name + L"." + file.extension) == wanted)
+            return file;
     throw BadInput("no model \"" + text + "\" in " + Utf8(models.WorkingDirectory().wstring()) +
                    "; `hostsim models` lists what is there");
 }
 
 // Files that were met damaged on the way are named; the rest was used.
 void PrintDamagedFiles(const ModelStore& models) {
-    for (const std::string& problem : models.Problems()) std::fprintf(stderr, "hostsim: %s\n", problem.c_str());
+    for (const std::string& problem : models.Problems())
+        std::fprintf(stderr, "hostsim: %s\n", problem.c_str());
 }
 
 SimModel& RetrieveModel(ModelStore& models, const std::string& text) {
@@ -88,7 +92,8 @@ void SaveChanged(ModelStore& models) {
         if (status == PRO_TK_NO_ERROR)
             std::printf("saved          %s\n", FileLabel(*model).c_str());
         else
-            std::fprintf(stderr, "hostsim: %s was not saved (%d)\n", FileLabel(*model).c_str(), static_cast<int>(status));
+            std::fprintf(stderr, "hostsim: %s was not saved (%d)\n", FileLabel(*model).c_str(),
+                         static_cast<int>(status));
     }
 }
 
@@ -96,14 +101,14 @@ void SaveChanged(ModelStore& models) {
 
 int ListCommands(const Places& places, const std::string& mode) {
     SimHost host(SetupFor(places));
-    host.session().models.currentMode = static_cast<int>(ModeFromText(mode.empty() ? "assembly" : mode));
-    PrintMenu(host.session());
+    host.State().models.currentMode = static_cast<int>(ModeFromText(mode.empty() ? "assembly" : mode));
+    PrintMenu(host.State());
     return ReportProblems(host.TakeProblems());
 }
 
 int RunCommand(const Places& places, const RunOptions& options) {
     SimHost host(SetupFor(places));
-    Session& session = host.session();
+    Session& session = host.State();
     if (session.interface_.FindCommand(options.command) == nullptr)
         throw BadInput("unknown command \"" + options.command + "\"; `hostsim commands` lists them");
     if (!options.script.empty()) {
@@ -149,7 +154,7 @@ int ShowModel(const Places& places, const std::string& model, int levels) {
 
 int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile) {
     SimHost host(SetupFor(places));
-    Session& session = host.session();
+    Session& session = host.State();
     std::string fault;
     Dialog* shown = session.interface_.LoadDialog(dialog, dialog, fault);
     if (shown == nullptr) throw BadInput("cannot show the dialog " + dialog + ": " + fault);
@@ -161,8 +166,8 @@ int ShowDialog(const Places& places, const std::string& dialog, const std::strin
 
 int Check(const Places& places) {
     SimHost host(SetupFor(places));
-    std::vector<std::string> problems = CheckTextTree(host.session());
-    const std::size_t commands = host.session().interface_.Commands().size();
+    std::vector<std::string> problems = CheckTextTree(host.State());
+    const std::size_t commands = host.State().interface_.Commands().size();
     for (std::string& problem : host.TakeProblems()) problems.push_back(std::move(problem));
     std::printf("%zu commands, %zu problems\n", commands, problems.size());
     return ReportProblems(problems);
@@ -175,7 +180,8 @@ int Generate(const Places& places, const GenerateOptions& options) {
     SimModel& top =
         GenerateAssembly(models, options.placements, options.depth, options.seed, Wide(options.name));
     // Saving the top assembly writes everything below it.
-    if (models.Save(top) != PRO_TK_NO_ERROR) throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
+    if (models.Save(top) != PRO_TK_NO_ERROR)
+        throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
     std::printf("%s: %zu models written\n", FileLabel(top).c_str(), models.All().size());
     return 0;
 }

@@ -1,5 +1,5 @@
-// What the sub-commands of hostsim do. Each prints to stdout and answers the exit code: 0 done, 1 the plug-in or the
-// files have a problem (named on stderr), 2 the call was wrong (BadInput, thrown).
+// What the sub-commands of hostsim do. Each prints to stdout and answers the exit code: 0 done, 1 the plug-in
+// or the files have a problem (named on stderr), 2 the call was wrong (BadInput, thrown).
 
 #pragma once
 
@@ -27,7 +27,7 @@ struct RunOptions {
     std::string mode;    // overrides the model's own mode
     bool trace = false;
     bool profile = false;
-    bool save = false;   // saves what was changed, as the user would afterwards
+    bool save = false;  // saves what was changed, as the user would afterwards
 };
 
 struct GenerateOptions {

@@ -19,34 +19,41 @@ using sim::cli::Places;
 using sim::cli::RunOptions;
 
 // UTF-8 from the command line becomes a path without passing the code page of the machine.
-CLI::Option* AddFolder(CLI::App* app, const std::string& flag, std::filesystem::path& folder, const std::string& help) {
+CLI::Option* AddFolder(CLI::App* app, const std::string& flag, std::filesystem::path& folder,
+                       const std::string& help) {
     return app
         ->add_option_function<std::string>(
-            flag, [&folder](const std::string& text) { folder = std::filesystem::path(sim::Wide(text)); }, help)
+            flag, [&folder](const std::string& text) { folder = std::filesystem::path(sim::Wide(text)); },
+            help)
         ->type_name("DIR");
 }
 
 int Main(std::vector<std::string> arguments) {
     CLI::App app{
-        "hostsim stands in for a CAD host: it loads the Korvane plug-in, shows its menu, runs its commands on models\n"
-        "in a folder, and reports every call. Exit code 0: done; 1: a problem, named; 2: the call was wrong."};
+        "hostsim stands in for a CAD host: it loads the Korvane plug-in, shows its menu, runs its commands "
+        "on models\n"
+        "in a folder, and reports every call. Exit code 0: done; 1: a problem, named; 2: the call was "
+        "wrong."};
     app.name("hostsim");
     app.require_subcommand(1);
     app.fallthrough();
     app.set_help_all_flag("--help-all", "help of all sub-commands");
     int exitCode = 0;
     Places places;
-    AddFolder(&app, "--plugin", places.plugin, "home of the plug-in (default: ../korvane beside this program)");
+    AddFolder(&app, "--plugin", places.plugin,
+              "home of the plug-in (default: ../korvane beside this program)");
 
     std::string mode;
-    CLI::App* commands = app.add_subcommand("commands", "list the plug-in's menu with texts and availability");
+    CLI::App* commands =
+        app.add_subcommand("commands", "list the plug-in's menu with texts and availability");
     commands->add_option("--mode", mode, "none, part, sheetmetal, assembly, drawing, manufacture or mould");
     commands->callback([&] { exitCode = sim::cli::ListCommands(places, mode); });
 
     RunOptions run;
     CLI::App* runCommand = app.add_subcommand("run", "run one command of the plug-in");
     runCommand->add_option("COMMAND", run.command, "command name, see `hostsim commands`")->required();
-    AddFolder(runCommand, "--workspace", places.workspace, "folder with the models (working directory)")->required();
+    AddFolder(runCommand, "--workspace", places.workspace, "folder with the models (working directory)")
+        ->required();
     runCommand->add_option("--model", run.model, "model to open first, e.g. pump or pump.asm");
     runCommand->add_option("--user", run.script, "script of the playing user")->type_name("FILE");
     runCommand->add_option("--mode", run.mode, "open the model in this mode instead of its own");
@@ -81,9 +88,12 @@ int Main(std::vector<std::string> arguments) {
     CLI::App* generator = app.add_subcommand("generate", "write an assembly of a given size and depth");
     AddFolder(generator, "--workspace", places.workspace, "folder to write into")->required();
     generator->add_option("--name", generate.name, "name of the top assembly")->capture_default_str();
-    generator->add_option("--placements", generate.placements, "placements in all levels")->capture_default_str()
+    generator->add_option("--placements", generate.placements, "placements in all levels")
+        ->capture_default_str()
         ->check(CLI::Range(1, 1000000));
-    generator->add_option("--depth", generate.depth, "levels below the top")->capture_default_str()->check(CLI::Range(1, 24));
+    generator->add_option("--depth", generate.depth, "levels below the top")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 24));
     generator->add_option("--seed", generate.seed, "same seed, same assembly")->capture_default_str();
     generator->callback([&] { exitCode = sim::cli::Generate(places, generate); });
 

@@ -12,10 +12,14 @@ namespace {
 
 const char* AccessText(uiCmdAccessState state) {
     switch (state) {
-        case ACCESS_AVAILABLE: return "available";
-        case ACCESS_INVISIBLE: return "hidden";
-        case ACCESS_REMOVE: return "removed";
-        default: return "greyed";
+        case ACCESS_AVAILABLE:
+            return "available";
+        case ACCESS_INVISIBLE:
+            return "hidden";
+        case ACCESS_REMOVE:
+            return "removed";
+        default:
+            return "greyed";
     }
 }
 
@@ -37,10 +41,14 @@ std::string StateText(const Feature& feature) {
 
 const char* SubtypeText(ModelSubtype subtype) {
     switch (subtype) {
-        case ModelSubtype::kSheetmetal: return "  sheet metal";
-        case ModelSubtype::kSkeleton: return "  skeleton";
-        case ModelSubtype::kMould: return "  mould";
-        default: return "";
+        case ModelSubtype::kSheetmetal:
+            return "  sheet metal";
+        case ModelSubtype::kSkeleton:
+            return "  skeleton";
+        case ModelSubtype::kMould:
+            return "  mould";
+        default:
+            return "";
     }
 }
 
@@ -53,7 +61,8 @@ void PrintComponents(const SimModel& model, int level, int levels, std::vector<c
             feature.component == nullptr ? Utf8(feature.missingName) : FileLabel(*feature.component);
         std::printf("%*s%s%s\n", 2 * level, "", name.c_str(), StateText(feature).c_str());
         const bool contained = std::find(above.begin(), above.end(), feature.component) != above.end();
-        if (feature.component != nullptr && !contained) PrintComponents(*feature.component, level + 1, levels, above);
+        if (feature.component != nullptr && !contained)
+            PrintComponents(*feature.component, level + 1, levels, above);
     }
     above.pop_back();
 }
@@ -79,7 +88,8 @@ void PrintModel(const SimModel& model, int levels) {
                 model.IsReadOnly() ? "  read-only" : "");
     if (!model.Parameters().empty()) std::printf("parameters\n");
     for (const ModelParameter& parameter : model.Parameters())
-        std::printf("  %s = %s%s%s\n", Utf8(parameter.name).c_str(), Utf8(model.Parameter(parameter.name)).c_str(),
+        std::printf("  %s = %s%s%s\n", Utf8(parameter.name).c_str(),
+                    Utf8(model.Parameter(parameter.name)).c_str(),
                     parameter.relationDriven ? "  (relation)" : "", parameter.locked ? "  (locked)" : "");
     if (!model.Sheets().empty()) std::printf("sheets\n");
     for (const DrawingSheet& sheet : model.Sheets())
@@ -98,7 +108,8 @@ void PrintTrace(const Report& report) {
 
 void PrintProfile(const Report& report) {
     std::printf("host calls %lld\n", report.CallCount());
-    for (const auto& [function, count] : report.CallCounts()) std::printf("%10lld  %s\n", count, function.c_str());
+    for (const auto& [function, count] : report.CallCounts())
+        std::printf("%10lld  %s\n", count, function.c_str());
     const PluginHeapFigures heap = PluginHeap();
     std::printf("time       %.3f ms in the plug-in, %.3f ms in the host\n", 1e3 * report.PluginSeconds(),
                 1e3 * report.HostSeconds());

@@ -39,7 +39,7 @@ fs::path NewTemporaryFolder() {
     static int counter = 0;
     const std::wstring name =
         L"hostsim-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++counter);
-    const fs::path folder = fs::temp_directory_path() / name;
+    fs::path folder = fs::temp_directory_path() / name;
     std::error_code error;
     fs::remove_all(folder, error);
     fs::create_directories(folder);
@@ -77,7 +77,8 @@ int SimHost::Initialize() {
     std::wstring message;
     const int status = plugin_->Initialize(kHostVersion, message);
     running_ = status == 0;
-    if (!running_) problems_.push_back("user_initialize answered " + std::to_string(status) + ": " + Utf8(message));
+    if (!running_)
+        problems_.push_back("user_initialize answered " + std::to_string(status) + ": " + Utf8(message));
     return status;
 }
 
@@ -86,7 +87,9 @@ void SimHost::Terminate() {
     running_ = false;
 }
 
-void SimHost::FireTimers() { FireDesktopTimers(); }
+void SimHost::FireTimers() {
+    FireDesktopTimers();
+}
 
 // ---- Models
 
@@ -97,7 +100,9 @@ SimModel& SimHost::Add(std::wstring_view name, ModelKind kind, ModelSubtype subt
     std::abort();
 }
 
-SimModel& SimHost::AddPart(std::wstring_view name) { return Add(name, ModelKind::kPart, ModelSubtype::kSolidPart); }
+SimModel& SimHost::AddPart(std::wstring_view name) {
+    return Add(name, ModelKind::kPart, ModelSubtype::kSolidPart);
+}
 
 SimModel& SimHost::AddSheetmetal(std::wstring_view name) {
     return Add(name, ModelKind::kPart, ModelSubtype::kSheetmetal);
@@ -129,7 +134,9 @@ SimModel* SimHost::Retrieve(std::wstring_view name, ModelKind kind) {
     return session_->models.Retrieve(name, kind, model) == PRO_TK_NO_ERROR ? model : nullptr;
 }
 
-void SimHost::Open(SimModel& model) { session_->desk.Open(model); }
+void SimHost::Open(SimModel& model) {
+    session_->desk.Open(model);
+}
 
 void SimHost::Open(SimModel& model, HostMode mode) {
     Open(model);
@@ -142,13 +149,25 @@ void SimHost::OnDialog(std::string name, std::function<void(SimDialog&)> actions
     session_->user.dialogs[std::move(name)].push_back(std::move(actions));
 }
 
-void SimHost::AnswerFolder(std::optional<std::wstring> folder) { session_->user.folders.push_back(std::move(folder)); }
-void SimHost::AnswerFile(std::optional<std::wstring> file) { session_->user.files.push_back(std::move(file)); }
-void SimHost::AnswerPrompt(PromptAnswer answer) { session_->user.prompts.push_back(std::move(answer)); }
-void SimHost::AnswerPick(PickAnswer answer) { session_->user.picks.push_back(std::move(answer)); }
-void SimHost::AnswerBox(int answer) { session_->user.boxAnswers.push_back(answer); }
+void SimHost::AnswerFolder(std::optional<std::wstring> folder) {
+    session_->user.folders.push_back(std::move(folder));
+}
+void SimHost::AnswerFile(std::optional<std::wstring> file) {
+    session_->user.files.push_back(std::move(file));
+}
+void SimHost::AnswerPrompt(PromptAnswer answer) {
+    session_->user.prompts.push_back(std::move(answer));
+}
+void SimHost::AnswerPick(PickAnswer answer) {
+    session_->user.picks.push_back(std::move(answer));
+}
+void SimHost::AnswerBox(int answer) {
+    session_->user.boxAnswers.push_back(answer);
+}
 
-void SimHost::Select(const std::vector<Pick>& picks) { session_->desk.selected = picks; }
+void SimHost::Select(const std::vector<Pick>& picks) {
+    session_->desk.selected = picks;
+}
 
 // ---- Acting
 
@@ -179,12 +198,15 @@ void SimHost::LookForLeftovers(const fs::path& directory,
     if (options != session_->configOptions) problems_.push_back("a configuration option was left changed");
 }
 
-std::wstring SimHost::LastMessage() const { return Boxes().empty() ? std::wstring() : Boxes().back().text; }
+std::wstring SimHost::LastMessage() const {
+    return Boxes().empty() ? std::wstring() : Boxes().back().text;
+}
 
 std::vector<std::string> SimHost::TakeProblems() {
     std::vector<std::string> problems = std::move(problems_);
     problems_.clear();
-    for (const std::string& violation : session_->report.Violations()) problems.push_back("violation: " + violation);
+    for (const std::string& violation : session_->report.Violations())
+        problems.push_back("violation: " + violation);
     session_->report.ClearViolations();
     for (const std::string& problem : session_->user.problems) problems.push_back(problem);
     session_->user.problems.clear();
@@ -215,6 +237,8 @@ fs::path SimHost::DefaultPluginHome() {
     return fs::path(program).parent_path().parent_path() / "korvane";
 }
 
-void SimHost::SetDefaultPluginHome(fs::path home) { PluginHomeSetting() = std::move(home); }
+void SimHost::SetDefaultPluginHome(fs::path home) {
+    PluginHomeSetting() = std::move(home);
+}
 
 }  // namespace sim

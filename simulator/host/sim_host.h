@@ -1,5 +1,5 @@
-// The simulator's control interface: arrange a workspace, answer the plug-in, run its commands, look at what happened.
-// Tests and the command line drive the host through it.
+// The simulator's control interface: arrange a workspace, answer the plug-in, run its commands, look at what
+// happened. Tests and the command line drive the host through it.
 
 #pragma once
 
@@ -29,7 +29,15 @@ struct HostSetup {
 };
 
 // Host modes by their numbers in the host.
-enum class HostMode { kNone = -1, kPart = 1, kSheetmetal = 2, kAssembly = 5, kDrawing = 6, kManufacture = 7, kMould = 8 };
+enum class HostMode {
+    kNone = -1,
+    kPart = 1,
+    kSheetmetal = 2,
+    kAssembly = 5,
+    kDrawing = 6,
+    kManufacture = 7,
+    kMould = 8
+};
 
 inline constexpr int kNotRegistered = -2;
 
@@ -66,10 +74,12 @@ public:
     void Select(const std::vector<Pick>& picks);
 
     // ---- Acting
-    // Picks the command from the menu. GENERAL_ERROR and a problem when it is unknown or not available now. After it
-    // the host looks for what was left behind: open items, a changed working directory, changed options.
+    // Picks the command from the menu. GENERAL_ERROR and a problem when it is unknown or not available now.
+    // After it the host looks for what was left behind: open items, a changed working directory, changed
+    // options.
     ProError Run(std::string_view command);
-    // Availability of a command as the host would show it: 0 hidden, 1 greyed, 3 available; else kNotRegistered.
+    // Availability of a command as the host would show it: 0 hidden, 1 greyed, 3 available; else
+    // kNotRegistered.
     int Availability(std::string_view command);
     // Starts the plug-in when the setup said not to; its answer.
     int Initialize();
@@ -89,13 +99,13 @@ public:
     // Host calls of the last Run, all or of one function.
     long long Calls() const { return session_->report.CallCount(); }
     long long Calls(std::string_view function) const { return session_->report.CallCount(function); }
-    // Everything wrong so far: violations, open items, unexpected questions, arranged answers that were never asked for.
-    // Taken problems are not reported again.
+    // Everything wrong so far: violations, open items, unexpected questions, arranged answers that were never
+    // asked for. Taken problems are not reported again.
     std::vector<std::string> TakeProblems();
     // Arranged answers that were not asked for are no problem from here on.
     void ForgetAnswers();
 
-    Session& session() { return *session_; }
+    Session& State() { return *session_; }
 
     // ---- For all hosts of the process
     // Where problems go when a host ends; without a handler they go to stderr.

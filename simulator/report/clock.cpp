@@ -28,7 +28,9 @@ const ClockPair kStart = ReadBoth();
 
 }  // namespace
 
-std::int64_t ClockTicks() { return static_cast<std::int64_t>(__rdtsc()); }
+std::int64_t ClockTicks() {
+    return static_cast<std::int64_t>(__rdtsc());
+}
 
 double ClockSeconds(std::int64_t ticks) {
     LARGE_INTEGER frequency;

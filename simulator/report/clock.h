@@ -6,7 +6,8 @@
 
 namespace sim {
 
-// Processor ticks since some fixed moment. Costs a few nanoseconds, so that timing every host call stays affordable.
+// Processor ticks since some fixed moment. Costs a few nanoseconds, so that timing every host call stays
+// affordable.
 std::int64_t ClockTicks();
 
 // Seconds that `ticks` ticks last; the rate is measured against the system's performance counter.

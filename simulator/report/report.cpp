@@ -15,22 +15,32 @@ std::vector<const CallSite*>& Registry() {
 
 const char* AccountName(Account account) {
     switch (account) {
-        case Account::kArray: return "array";
-        case Account::kString: return "string";
-        case Account::kStringArray: return "string array";
-        case Account::kSelection: return "selection";
-        case Account::kGeometryData: return "geometry data";
-        case Account::kDialog: return "dialog";
-        case Account::kWindow: return "window";
-        case Account::kElement: return "element";
-        case Account::kOptionSet: return "option set";
+        case Account::kArray:
+            return "array";
+        case Account::kString:
+            return "string";
+        case Account::kStringArray:
+            return "string array";
+        case Account::kSelection:
+            return "selection";
+        case Account::kGeometryData:
+            return "geometry data";
+        case Account::kDialog:
+            return "dialog";
+        case Account::kWindow:
+            return "window";
+        case Account::kElement:
+            return "element";
+        case Account::kOptionSet:
+            return "option set";
     }
     return "item";
 }
 
 }  // namespace
 
-CallSite::CallSite(const char* functionName, std::initializer_list<ProError> documentedFailures, bool givesBackFlag)
+CallSite::CallSite(const char* functionName, std::initializer_list<ProError> documentedFailures,
+                   bool givesBackFlag)
     : name(functionName),
       failures(documentedFailures),
       givesBack(givesBackFlag),
@@ -38,7 +48,9 @@ CallSite::CallSite(const char* functionName, std::initializer_list<ProError> doc
     Registry().push_back(this);
 }
 
-const std::vector<const CallSite*>& CallSites() { return Registry(); }
+const std::vector<const CallSite*>& CallSites() {
+    return Registry();
+}
 
 void Report::Charge(std::int64_t& side) {
     const std::int64_t now = ClockTicks();
@@ -93,14 +105,21 @@ std::vector<std::pair<std::string, long long>> Report::CallCounts() const {
     std::vector<std::pair<std::string, long long>> counts;
     for (std::size_t i = 0; i < counts_.size(); ++i)
         if (counts_[i] > 0) counts.emplace_back(Registry()[i]->name, counts_[i]);
-    std::stable_sort(counts.begin(), counts.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
+    std::stable_sort(counts.begin(), counts.end(),
+                     [](const auto& a, const auto& b) { return a.second > b.second; });
     return counts;
 }
 
-double Report::HostSeconds() const { return ClockSeconds(hostTicks_); }
-double Report::PluginSeconds() const { return ClockSeconds(pluginTicks_); }
+double Report::HostSeconds() const {
+    return ClockSeconds(hostTicks_);
+}
+double Report::PluginSeconds() const {
+    return ClockSeconds(pluginTicks_);
+}
 
-void Report::Arm(const Fault& fault) { faults_.push_back({fault, 0}); }
+void Report::Arm(const Fault& fault) {
+    faults_.push_back({fault, 0});
+}
 
 ProError Report::MatchFault(const CallSite& site) {
     for (ArmedFault& armed : faults_) {
@@ -122,7 +141,8 @@ void Report::Violation(const std::string& text) {
 }
 
 void Report::Opened(Account account, const void* item, std::string_view note) {
-    const char* function = callStack_.empty() || callStack_.back() == nullptr ? "host" : callStack_.back()->name;
+    const char* function =
+        callStack_.empty() || callStack_.back() == nullptr ? "host" : callStack_.back()->name;
     open_[account][item] = {std::string(note), function, callCount_};
 }
 
@@ -147,8 +167,8 @@ std::vector<std::string> Report::OpenItems() const {
     std::vector<std::string> lines;
     for (const auto& [account, items] : open_)
         for (const auto& [item, open] : items)
-            lines.push_back(std::string(AccountName(account)) + (open.note.empty() ? "" : " " + open.note) + " from " +
-                            open.function + ", call " + std::to_string(open.call));
+            lines.push_back(std::string(AccountName(account)) + (open.note.empty() ? "" : " " + open.note) +
+                            " from " + open.function + ", call " + std::to_string(open.call));
     return lines;
 }
 

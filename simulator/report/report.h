@@ -20,9 +20,11 @@ namespace sim {
 // A host function as the report sees it. One static object a function, made by the function itself.
 struct CallSite {
     // failures   the statuses that the documents name for the function, besides the general error
-    // givesBack  the function returns something to the host: an injected fault then still does the work, so that
+    // givesBack  the function returns something to the host: an injected fault then still does the work, so
+    // that
     //            a failing free is not mistaken for a forgotten one
-    CallSite(const char* functionName, std::initializer_list<ProError> documentedFailures = {}, bool givesBackFlag = false);
+    CallSite(const char* functionName, std::initializer_list<ProError> documentedFailures = {},
+             bool givesBackFlag = false);
 
     const char* name;
     std::vector<ProError> failures;
@@ -41,7 +43,17 @@ struct Fault {
 };
 
 // What of the host's the plug-in holds.
-enum class Account { kArray, kString, kStringArray, kSelection, kGeometryData, kDialog, kWindow, kElement, kOptionSet };
+enum class Account {
+    kArray,
+    kString,
+    kStringArray,
+    kSelection,
+    kGeometryData,
+    kDialog,
+    kWindow,
+    kElement,
+    kOptionSet
+};
 
 struct CallRecord {
     const CallSite* site;

@@ -11,12 +11,14 @@ class TraceArg {
 public:
     TraceArg(const char* text) : kind_(Kind::kNarrow), narrow_(text) {}
     TraceArg(const wchar_t* text) : kind_(Kind::kWide), wide_(text) {}
+    TraceArg(char* text) : TraceArg(static_cast<const char*>(text)) {}
+    TraceArg(wchar_t* text) : TraceArg(static_cast<const wchar_t*>(text)) {}
     TraceArg(double number) : kind_(Kind::kReal), real_(number) {}
     TraceArg(std::nullptr_t) : kind_(Kind::kPointer), pointer_(nullptr) {}
 
     template <typename T>
-        requires(std::is_integral_v<T> || std::is_enum_v<T>)
-    TraceArg(T number) : kind_(Kind::kInteger), integer_(static_cast<long long>(number)) {}
+    requires(std::is_integral_v<T> || std::is_enum_v<T>) TraceArg(T number)
+        : kind_(Kind::kInteger), integer_(static_cast<long long>(number)) {}
 
     template <typename T>
     TraceArg(T* pointer) : kind_(Kind::kPointer) {

@@ -24,15 +24,15 @@ std::wstring Wide(std::string_view text) {
 
 bool IsUtf8(std::string_view text) {
     if (text.empty()) return true;
-    return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), static_cast<int>(text.size()), nullptr,
-                               0) > 0;
+    return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), static_cast<int>(text.size()),
+                               nullptr, 0) > 0;
 }
 
 std::wstring UpperName(std::wstring_view name) {
     std::wstring upper(name);
     if (!upper.empty())
-        LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, name.data(), static_cast<int>(name.size()), upper.data(),
-                      static_cast<int>(upper.size()), nullptr, nullptr, 0);
+        LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, name.data(), static_cast<int>(name.size()),
+                      upper.data(), static_cast<int>(upper.size()), nullptr, nullptr, 0);
     return upper;
 }
 

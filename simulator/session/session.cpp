@@ -19,7 +19,9 @@ Session::Session(std::filesystem::path workingDirectory, std::filesystem::path t
     current = this;
 }
 
-Session::~Session() { current = nullptr; }
+Session::~Session() {
+    current = nullptr;
+}
 
 Session& Host() {
     if (current == nullptr) {
@@ -29,6 +31,8 @@ Session& Host() {
     return *current;
 }
 
-bool HostIsRunning() { return current != nullptr; }
+bool HostIsRunning() {
+    return current != nullptr;
+}
 
 }  // namespace sim

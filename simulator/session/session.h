@@ -21,8 +21,8 @@ namespace sim {
 struct Strictness {
     // ProParameterValueWithUnitsSet may change a parameter's type (not documented either way).
     bool typeChangeRefused = true;
-    // ProMdlExtensionGet knows the extension of a model that was never on disk (the documents speak of the file that the
-    // model was retrieved from).
+    // ProMdlExtensionGet knows the extension of a model that was never on disk (the documents speak of the
+    // file that the model was retrieved from).
     bool newModelHasExtension = true;
 };
 
@@ -47,8 +47,8 @@ public:
     std::map<std::wstring, std::vector<std::wstring>> configOptions;
 };
 
-// The session of this process. Calling the host without one is a programming error and ends the process with a
-// message: there is no status for it.
+// The session of this process. Calling the host without one is a programming error and ends the process with
+// a message: there is no status for it.
 Session& Host();
 
 // True while a session is alive.

@@ -14,9 +14,9 @@
 
 namespace sim {
 
-// Runs `body(host)` as one host call. An injected fault takes the body's place and leaves all outputs alone; only a
-// call that gives something back to the host does its work first. A C++ exception that reaches this frame came from a
-// callback of the plug-in: a violation, answered with the general error.
+// Runs `body(host)` as one host call. An injected fault takes the body's place and leaves all outputs alone;
+// only a call that gives something back to the host does its work first. A C++ exception that reaches this
+// frame came from a callback of the plug-in: a violation, answered with the general error.
 template <typename Body>
 ProError Traced(const CallSite& site, std::initializer_list<TraceArg> arguments, Body body) {
     Session& host = Host();

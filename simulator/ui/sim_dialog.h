@@ -11,31 +11,35 @@ namespace sim {
 class Dialog;
 class Session;
 
-// Every action checks what a person could do: the component exists and is on the layout, has the right kind, is
-// visible and sensitive, the text is no longer than MaxLen, the entry exists, the dialog is still open. What a person
-// could not do is recorded as a problem (User::Problem) and not done. Actions return *this so that they can be chained.
+// Every action checks what a person could do: the component exists and is on the layout, has the right kind,
+// is visible and sensitive, the text is no longer than MaxLen, the entry exists, the dialog is still open.
+// What a person could not do is recorded as a problem (User::Problem) and not done. Actions return *this so
+// that they can be chained.
 class SimDialog {
 public:
     SimDialog(Session& session, Dialog& dialog) : session_(session), dialog_(dialog) {}
 
     // ---- Doing
-    SimDialog& Type(std::string_view component, std::wstring_view text);    // InputPanel, TextArea, editable OptionMenu
-    SimDialog& Choose(std::string_view component, std::wstring_view entry); // RadioGroup, OptionMenu, List: by label or name
-    SimDialog& Check(std::string_view component, bool on = true);           // CheckButton
-    SimDialog& Press(std::string_view component);                           // PushButton: runs its action
-    SimDialog& PressReturn();                                               // the default button
+    SimDialog& Type(std::string_view component,
+                    std::wstring_view text);  // InputPanel, TextArea, editable OptionMenu
+    SimDialog& Choose(std::string_view component,
+                      std::wstring_view entry);  // RadioGroup, OptionMenu, List: by label or name
+    SimDialog& Check(std::string_view component, bool on = true);  // CheckButton
+    SimDialog& Press(std::string_view component);                  // PushButton: runs its action
+    SimDialog& PressReturn();                                      // the default button
     SimDialog& SelectRows(std::string_view table, const std::vector<std::string>& rows);
     SimDialog& DoubleClick(std::string_view table, std::string_view row, std::string_view column);
-    SimDialog& Close();                                                     // the close box: runs the close action
+    SimDialog& Close();  // the close box: runs the close action
 
     // ---- Seeing
     bool IsOpen() const;  // false once the plug-in asked to end the activation
     std::wstring Title() const;
-    std::wstring Text(std::string_view component) const;     // what the component shows
+    std::wstring Text(std::string_view component) const;  // what the component shows
     bool IsChecked(std::string_view component) const;
-    std::string Chosen(std::string_view component) const;    // the selected name; empty: none
+    std::string Chosen(std::string_view component) const;  // the selected name; empty: none
     bool IsSensitive(std::string_view component) const;
-    std::vector<std::wstring> Entries(std::string_view component) const;  // labels of a radio group, option menu or list
+    std::vector<std::wstring> Entries(
+        std::string_view component) const;  // labels of a radio group, option menu or list
     std::vector<std::string> Rows(std::string_view table) const;
     std::vector<std::wstring> ColumnTitles(std::string_view table) const;
     std::wstring Cell(std::string_view table, std::string_view row, std::string_view column) const;

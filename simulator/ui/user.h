@@ -18,7 +18,7 @@ class SimModel;
 struct ShownBox {
     std::wstring text;
     std::wstring caption;
-    unsigned flags;   // as passed to MessageBoxW
+    unsigned flags;  // as passed to MessageBoxW
     bool hasOwner;
 };
 
@@ -40,9 +40,9 @@ struct PromptAnswer {
 // What the user picks in the graphics window: a model or an item in it. Empty picks: Done without a pick.
 struct Pick {
     SimModel* model = nullptr;
-    int type = 0;            // the host's item type code; 0: the model itself
-    int id = 0;              // the item's identifier in its model
-    std::vector<int> path;   // component feature ids from the top assembly down
+    int type = 0;           // the host's item type code; 0: the model itself
+    int id = 0;             // the item's identifier in its model
+    std::vector<int> path;  // component feature ids from the top assembly down
 };
 
 struct PickAnswer {
@@ -50,8 +50,8 @@ struct PickAnswer {
     std::vector<Pick> picks;
 };
 
-// Questions are answered in the order in which the answers were arranged, dialogs by their name. A question without an
-// answer is a problem: it is recorded with its text and answered by cancelling.
+// Questions are answered in the order in which the answers were arranged, dialogs by their name. A question
+// without an answer is a problem: it is recorded with its text and answered by cancelling.
 class User {
 public:
     // ---- Arranged answers

@@ -33,7 +33,8 @@ int AnswerBox(UINT flags, const std::wstring& text) {
 }
 
 int WINAPI ShowBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
-    Host().user.boxes.push_back({text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags, owner != nullptr});
+    Host().user.boxes.push_back(
+        {text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags, owner != nullptr});
     return AnswerBox(flags, Host().user.boxes.back().text);
 }
 
@@ -55,15 +56,21 @@ BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
     return TRUE;
 }
 
-BOOL WINAPI ChooseFileToOpen(LPOPENFILENAMEW request) { return ChooseFile(request, "choice of a file to open"); }
-BOOL WINAPI ChooseFileToSave(LPOPENFILENAMEW request) { return ChooseFile(request, "choice of a file to save"); }
+BOOL WINAPI ChooseFileToOpen(LPOPENFILENAMEW request) {
+    return ChooseFile(request, "choice of a file to open");
+}
+BOOL WINAPI ChooseFileToSave(LPOPENFILENAMEW request) {
+    return ChooseFile(request, "choice of a file to save");
+}
 
-std::wstring Text(LPCWSTR text) { return text == nullptr ? std::wstring() : std::wstring(text); }
+std::wstring Text(LPCWSTR text) {
+    return text == nullptr ? std::wstring() : std::wstring(text);
+}
 
 HINSTANCE WINAPI StartProgram(HWND, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT show) {
     Host().user.started.push_back({Text(verb), Text(file), Text(parameters), show});
     // Anything above 32 means started.
-    return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(33));
+    return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(33));  // NOLINT(performance-no-int-to-ptr)
 }
 
 UINT WINAPI StartCommandLine(LPCSTR commandLine, UINT show) {
@@ -88,7 +95,8 @@ UINT_PTR WINAPI StartTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC proc
 }
 
 BOOL WINAPI StopTimer(HWND, UINT_PTR id) {
-    const auto timer = std::find_if(timers.begin(), timers.end(), [id](const DesktopTimer& t) { return t.id == id; });
+    const auto timer =
+        std::find_if(timers.begin(), timers.end(), [id](const DesktopTimer& t) { return t.id == id; });
     if (timer == timers.end()) {
         Host().report.Violation("KillTimer for a timer that does not run");
         return FALSE;
@@ -156,8 +164,8 @@ const std::array<Redirection, 11> kRedirections = {{
 
 // Relatives of the calls above: a plug-in that imports one would put a real box or program before nobody.
 constexpr std::array<std::string_view, 13> kUncaught = {
-    "MessageBoxA",      "MessageBoxExW",    "MessageBoxExA",    "MessageBoxIndirectW", "TaskDialog",
-    "ShellExecuteA",    "ShellExecuteExW",  "ShellExecuteExA",  "CreateProcessW",      "CreateProcessA",
+    "MessageBoxA",      "MessageBoxExW",    "MessageBoxExA",      "MessageBoxIndirectW", "TaskDialog",
+    "ShellExecuteA",    "ShellExecuteExW",  "ShellExecuteExA",    "CreateProcessW",      "CreateProcessA",
     "GetOpenFileNameA", "GetSaveFileNameA", "SHBrowseForFolderW",
 };
 
@@ -192,7 +200,7 @@ struct Stub<kIndex, Result(WINAPI*)(Arguments...)> {
         Breakable& call = BreakableAt(kIndex);
         if (MustFail(call)) {
             if constexpr (std::is_pointer_v<Result>)
-                return reinterpret_cast<Result>(call.failure);
+                return reinterpret_cast<Result>(call.failure);  // NOLINT(performance-no-int-to-ptr)
             else
                 return static_cast<Result>(call.failure);
         }
@@ -219,13 +227,16 @@ std::array<Breakable, 11> breakables = {{
     {"MoveFileExW", StubOf<10>(&MoveFileExW), FALSE},
 }};
 
-Breakable& BreakableAt(int index) { return breakables[static_cast<std::size_t>(index)]; }
+Breakable& BreakableAt(int index) {
+    return breakables[static_cast<std::size_t>(index)];
+}
 
 void PatchBreakables(HMODULE module, std::vector<ImportPatch>& patches) {
     for (Breakable& call : breakables) {
         call.original = nullptr;
         const std::size_t first = patches.size();
-        if (PatchImport(module, call.function, call.stub, patches) > 0) call.original = patches[first].original;
+        if (PatchImport(module, call.function, call.stub, patches) > 0)
+            call.original = patches[first].original;
     }
 }
 
@@ -243,7 +254,9 @@ std::vector<std::string> PatchDesktop(HMODULE module, std::vector<ImportPatch>& 
     return uncaught;
 }
 
-const std::vector<DesktopTimer>& DesktopTimers() { return timers; }
+const std::vector<DesktopTimer>& DesktopTimers() {
+    return timers;
+}
 
 void FireDesktopTimers() {
     const std::vector<DesktopTimer> due = timers;
@@ -256,7 +269,9 @@ void FireDesktopTimers() {
     }
 }
 
-void ForgetDesktopTimers() { timers.clear(); }
+void ForgetDesktopTimers() {
+    timers.clear();
+}
 
 bool FailWindowsCall(const std::string& function, long long nth, DWORD error) {
     for (Breakable& call : breakables) {

@@ -1,4 +1,5 @@
-// Windows calls of the plug-in that need a person, start something or wait: recorded and answered for the user.
+// Windows calls of the plug-in that need a person, start something or wait: recorded and answered for the
+// user.
 
 #pragma once
 
@@ -18,8 +19,8 @@ struct DesktopTimer {
     TIMERPROC procedure;
 };
 
-// Redirects the calls that `module` imports. Returns a line for each imported call of the same purpose that is not
-// caught, and would reach the real desktop.
+// Redirects the calls that `module` imports. Returns a line for each imported call of the same purpose that
+// is not caught, and would reach the real desktop.
 std::vector<std::string> PatchDesktop(HMODULE module, std::vector<ImportPatch>& patches);
 
 const std::vector<DesktopTimer>& DesktopTimers();
@@ -27,8 +28,8 @@ const std::vector<DesktopTimer>& DesktopTimers();
 void FireDesktopTimers();
 void ForgetDesktopTimers();
 
-// Makes one Windows call of the plug-in fail: the n-th call of `function` answers its failure with `error` as last
-// error. Known functions: the profile and file calls that the plug-in imports. False: not imported.
+// Makes one Windows call of the plug-in fail: the n-th call of `function` answers its failure with `error` as
+// last error. Known functions: the profile and file calls that the plug-in imports. False: not imported.
 bool FailWindowsCall(const std::string& function, long long nth, DWORD error);
 void HealWindowsCalls();
 // How often such a call was made since HealWindowsCalls.

@@ -10,7 +10,8 @@ void VisitImports(HMODULE module, Visit visit) {
     auto* base = reinterpret_cast<std::uint8_t*>(module);
     const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
     const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const IMAGE_DATA_DIRECTORY& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    const IMAGE_DATA_DIRECTORY& directory =
+        headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
     if (directory.VirtualAddress == 0) return;
     const auto* library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
     for (; library->Name != 0; ++library) {
@@ -42,7 +43,8 @@ std::vector<void**> ImportSlots(HMODULE module, std::string_view function) {
     return slots;
 }
 
-int PatchImport(HMODULE module, std::string_view function, void* replacement, std::vector<ImportPatch>& patches) {
+int PatchImport(HMODULE module, std::string_view function, void* replacement,
+                std::vector<ImportPatch>& patches) {
     int count = 0;
     for (void** slot : ImportSlots(module, function)) {
         patches.push_back({slot, *slot});

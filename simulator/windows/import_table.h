@@ -1,7 +1,7 @@
 // Changing where a loaded module's imported calls go.
 //
-// The plug-in under test is byte for byte the one that ships: what a person would have to answer is caught in its
-// import table, after loading.
+// The plug-in under test is byte for byte the one that ships: what a person would have to answer is caught in
+// its import table, after loading.
 
 #pragma once
 
@@ -22,9 +22,10 @@ struct ImportPatch {
 // GetProcAddress are not seen.
 std::vector<void**> ImportSlots(HMODULE module, std::string_view function);
 
-// Points every import of `function` at `replacement`; what was changed is appended to `patches`. Returns how many slots
-// were changed.
-int PatchImport(HMODULE module, std::string_view function, void* replacement, std::vector<ImportPatch>& patches);
+// Points every import of `function` at `replacement`; what was changed is appended to `patches`. Returns how
+// many slots were changed.
+int PatchImport(HMODULE module, std::string_view function, void* replacement,
+                std::vector<ImportPatch>& patches);
 
 void Restore(const std::vector<ImportPatch>& patches);
 

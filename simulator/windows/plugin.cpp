@@ -21,13 +21,16 @@ Entry FindEntry(HMODULE module, const char* name) {
 
 }  // namespace
 
-Plugin::~Plugin() { Unload(); }
+Plugin::~Plugin() {
+    Unload();
+}
 
 std::string Plugin::Load(const std::filesystem::path& home) {
     const std::filesystem::path file = home / kPluginFile;
     module_ = LoadLibraryW(file.c_str());
     if (module_ == nullptr)
-        return "cannot load " + Utf8(file.wstring()) + " (system error " + std::to_string(GetLastError()) + ")";
+        return "cannot load " + Utf8(file.wstring()) + " (system error " + std::to_string(GetLastError()) +
+               ")";
     const std::vector<std::string> uncaught = PatchDesktop(module_, patches_);
     PatchPluginHeap(module_, patches_);
     if (!uncaught.empty()) return "the plug-in " + uncaught.front();

@@ -22,9 +22,11 @@ public:
     Plugin(const Plugin&) = delete;
     Plugin& operator=(const Plugin&) = delete;
 
-    // Loads `<home>/korvane5.1C9.dll` and redirects its imports. Empty: loaded; else what is wrong, in one line.
+    // Loads `<home>/korvane5.1C9.dll` and redirects its imports. Empty: loaded; else what is wrong, in one
+    // line.
     std::string Load(const std::filesystem::path& home);
-    // The entry points. A non-zero answer of user_initialize is a failed start; `message` gets the plug-in's text.
+    // The entry points. A non-zero answer of user_initialize is a failed start; `message` gets the plug-in's
+    // text.
     int Initialize(const std::string& version, std::wstring& message);
     void Terminate();
 

@@ -31,7 +31,9 @@ void Uncount(void* block) {
     if (block != nullptr) figures.liveBytes -= static_cast<long long>(_msize(block));
 }
 
-void* HeapMalloc(std::size_t size) { return MustFail() ? nullptr : Counted(std::malloc(size)); }
+void* HeapMalloc(std::size_t size) {
+    return MustFail() ? nullptr : Counted(std::malloc(size));
+}
 
 void* HeapCalloc(std::size_t count, std::size_t size) {
     return MustFail() ? nullptr : Counted(std::calloc(count, size));
@@ -60,7 +62,9 @@ void PatchPluginHeap(HMODULE module, std::vector<ImportPatch>& patches) {
     PatchImport(module, "free", reinterpret_cast<void*>(&HeapFree), patches);
 }
 
-PluginHeapFigures PluginHeap() { return figures; }
+PluginHeapFigures PluginHeap() {
+    return figures;
+}
 
 void ResetPluginHeap() {
     figures.allocations = 0;
@@ -68,6 +72,8 @@ void ResetPluginHeap() {
     figures.peakBytes = figures.liveBytes;
 }
 
-void FailPluginAllocation(long long nth) { failCountdown = nth; }
+void FailPluginAllocation(long long nth) {
+    failCountdown = nth;
+}
 
 }  // namespace sim

@@ -77,14 +77,13 @@ ProError DistinctModels(ProMdl top, WalkVariant variant, std::vector<ProMdl>& mo
     models.clear();
     models.reserve(result.models.size());
     for (const PlacedModel& placed : result.models) models.push_back(placed.model);
-    std::ranges::sort(models, std::less<>());
-    const auto repeated = std::ranges::unique(models);
-    models.erase(repeated.begin(), repeated.end());
+    std::sort(models.begin(), models.end(), std::less<>());
+    models.erase(std::unique(models.begin(), models.end()), models.end());
     return PRO_TK_NO_ERROR;
 }
 
 void AddDistinct(std::vector<ProMdl>& models, ProMdl model) {
-    const auto place = std::ranges::lower_bound(models, model, std::less<>());
+    const auto place = std::lower_bound(models.begin(), models.end(), model, std::less<>());
     if (place == models.end() || *place != model) models.insert(place, model);
 }
 

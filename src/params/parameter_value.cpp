@@ -44,9 +44,9 @@ bool IsBooleanText(std::wstring_view text) {
 }
 
 int IntegerFromText(const std::wstring& text) {
-    constexpr long long lowest = std::numeric_limits<int>::min();
-    constexpr long long highest = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(std::wcstoll(text.c_str(), nullptr, 10), lowest, highest));
+    constexpr long long kLowest = std::numeric_limits<int>::min();
+    constexpr long long kHighest = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(std::wcstoll(text.c_str(), nullptr, 10), kLowest, kHighest));
 }
 
 ProError RealFromText(std::wstring_view text, double& number) {

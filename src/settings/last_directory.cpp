@@ -20,7 +20,7 @@ namespace kv {
 
 static constexpr wchar_t kDirectoryFile[] = L"KVconfig\\korvane.ini";
 // A character takes at most two bytes in this code page.
-static constexpr std::size_t kLongestFile = 2 * PRO_PATH_SIZE;
+static constexpr std::size_t kLongestFile = std::size_t{2} * PRO_PATH_SIZE;
 
 // The locale belongs to the whole process, so the guard puts back what was set before.
 static auto UseCharacterLocale(const char* locale) {

@@ -15,7 +15,7 @@ static constexpr wchar_t kModule[] = L"korvane5.1C9.dll";
 static constexpr char kUnicodeMark[] = "\xFF\xFE";
 static constexpr DWORD kValueSize = 255;
 
-static std::wstring FittingPath(std::wstring path);
+static std::wstring FittingPath(const std::wstring& path);
 
 std::wstring SettingsPath(std::wstring_view relativeName) {
     // Without a module of this name the handle would stand for the host's own executable.
@@ -54,7 +54,7 @@ void WriteSetting(const std::wstring& path, const wchar_t* section, const wchar_
 }
 
 // A path that the Windows calls cannot take counts as no path at all.
-static std::wstring FittingPath(std::wstring path) {
+static std::wstring FittingPath(const std::wstring& path) {
     return path.size() < MAX_PATH ? path : std::wstring();
 }
 

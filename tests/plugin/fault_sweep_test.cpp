@@ -53,12 +53,12 @@ CleanRun RunClean(const Scenario& scenario) {
     test::RestoreSettings();
     SimHost host(SetupFor(scenario));
     scenario.arrange(host);
-    host.session().report.ResetCalls();
-    host.session().report.SetTracing(true);
+    host.State().report.ResetCalls();
+    host.State().report.SetTracing(true);
     sim::ResetPluginHeap();
     scenario.act(host);
     CleanRun run;
-    for (const sim::CallRecord& call : host.session().report.Trace())
+    for (const sim::CallRecord& call : host.State().report.Trace())
         run.calls.push_back({call.site->name, call.site->failures});
     run.allocations = sim::PluginHeap().allocations;
     return run;
@@ -93,11 +93,11 @@ void RunWith(const Scenario& scenario, const std::string& what, Arm arm) {
     scenario.arrange(host);
     arm(host);
     scenario.act(host);
-    host.session().report.DisarmAll();
+    host.State().report.DisarmAll();
     sim::FailPluginAllocation(0);
     host.ForgetAnswers();
     for (const std::string& problem : host.TakeProblems())
-        if (!IsExcused(problem, host.session().report.FaultedFunction()))
+        if (!IsExcused(problem, host.State().report.FaultedFunction()))
             ADD_FAILURE() << attempt << ": " << problem;
 }
 
@@ -122,8 +122,8 @@ TEST_P(FaultSweep, HostCallsFailInTurn) {
             const std::string what = "call " + std::to_string(nth) + " (" + clean.calls[i].function +
                                      ") answers " + std::to_string(status);
             RunWith(scenario, what, [&](SimHost& host) {
-                host.session().report.ResetCalls();
-                host.session().report.Arm(Fault{"", nth, status});
+                host.State().report.ResetCalls();
+                host.State().report.Arm(Fault{"", nth, status});
             });
             if (HasFailure()) return;
         }

@@ -32,8 +32,8 @@ TEST(KvOpenDir, ShowsTheWorkingDirectoryInTheExplorer) {
     SimHost host;
     test::EnterFolder(host, L"图纸 一,二");
     EXPECT_EQ(host.Run("KvOpenDir"), PRO_TK_NO_ERROR);
-    ASSERT_EQ(host.session().user.started.size(), 1u);
-    const sim::StartedProgram& explorer = host.session().user.started[0];
+    ASSERT_EQ(host.State().user.started.size(), 1u);
+    const sim::StartedProgram& explorer = host.State().user.started[0];
     EXPECT_EQ(explorer.verb, L"");
     EXPECT_EQ(explorer.file, L"explorer");
     EXPECT_EQ(PathText(explorer.parameters), PathText(host.WorkingDirectory()));
@@ -49,8 +49,8 @@ TEST(KvSetDirectory, GoesToTheFolderOfTheModelAndSaysSo) {
     host.AllowDirectoryChange();
     EXPECT_EQ(host.Run("KvSetDirectory"), PRO_TK_NO_ERROR);
     EXPECT_EQ(PathText(host.WorkingDirectory()), PathText(folder));
-    ASSERT_EQ(host.session().user.messageArea.size(), 1u);
-    EXPECT_NE(host.session().user.messageArea[0].find(PathText(folder)), std::wstring::npos);
+    ASSERT_EQ(host.State().user.messageArea.size(), 1u);
+    EXPECT_NE(host.State().user.messageArea[0].find(PathText(folder)), std::wstring::npos);
     EXPECT_EQ(Messages(host), Texts{});
 }
 
@@ -63,7 +63,7 @@ TEST(KvSetDirectory, LeavesTheDirectoryWithoutAModelOrItsFolder) {
     host.Open(bolt);
     EXPECT_NE(host.Run("KvSetDirectory"), PRO_TK_NO_ERROR);
     EXPECT_EQ(host.WorkingDirectory(), before);
-    EXPECT_TRUE(host.session().user.messageArea.empty());
+    EXPECT_TRUE(host.State().user.messageArea.empty());
 }
 
 // ---- KvBackup
@@ -73,7 +73,7 @@ protected:
     KvBackup() { folder = test::MakeFolder(host, L"备份"); }
 
     bool IsBackedUp(std::wstring_view name, ModelKind kind) {
-        return !host.session().models.NewestFile(name, kind, folder).path.empty();
+        return !host.State().models.NewestFile(name, kind, folder).path.empty();
     }
     // Runs the command with `folder` chosen; the message has to begin like this.
     void BackUp(std::wstring_view message) {
@@ -81,7 +81,7 @@ protected:
         host.Run("KvBackup");
         ASSERT_EQ(Messages(host).size(), 1u);
         EXPECT_TRUE(Messages(host)[0].starts_with(message)) << testing::PrintToString(Messages(host)[0]);
-        EXPECT_EQ(host.session().user.questions, Texts{L"请选择模型备份目录"});
+        EXPECT_EQ(host.State().user.questions, Texts{L"请选择模型备份目录"});
     }
 
     SimHost host;
@@ -128,7 +128,7 @@ TEST_F(KvBackup, GoesOnWhenOneModelCannotBeBackedUp) {
     SimModel& pump = host.AddAssembly(L"PUMP");
     pump.Place(host.AddPart(L"BOLT")).Place(host.AddPart(L"SEAL")).Place(host.AddPart(L"RING"));
     host.Open(pump);
-    host.session().report.Arm(Fault{"ProMdlnameBackup", 1, PRO_TK_CANT_WRITE});
+    host.State().report.Arm(Fault{"ProMdlnameBackup", 1, PRO_TK_CANT_WRITE});
     BackUp(L"图纸备份操作已完成");
     EXPECT_EQ(IsBackedUp(L"BOLT", ModelKind::kPart) + IsBackedUp(L"SEAL", ModelKind::kPart) +
                   IsBackedUp(L"RING", ModelKind::kPart),
@@ -142,7 +142,7 @@ TEST_F(KvBackup, LooksForDrawingsInTheWorkingDirectoryAlone) {
     // An older backup lies in the chosen folder, with a drawing that the workspace no longer has.
     host.AddDrawingFile(L"BOLT", {L"A4"});
     const sim::ModelFile drawing =
-        host.session().models.NewestFile(L"BOLT", ModelKind::kDrawing, host.WorkingDirectory());
+        host.State().models.NewestFile(L"BOLT", ModelKind::kDrawing, host.WorkingDirectory());
     fs::rename(drawing.path, folder / drawing.path.filename());
     BackUp(L"图纸备份操作已完成");
     EXPECT_EQ(host.Calls("ProMdlnameBackup"), 1);
@@ -176,7 +176,7 @@ TEST_F(KvBackup, TellsThatTheHostHasNoMemoryForTheList) {
     SimModel& pump = host.AddAssembly(L"PUMP");
     pump.Place(host.AddPart(L"BOLT"));
     host.Open(pump);
-    host.session().report.Arm(Fault{"ProArrayAlloc", 0, PRO_TK_OUT_OF_MEMORY});
+    host.State().report.Arm(Fault{"ProArrayAlloc", 0, PRO_TK_OUT_OF_MEMORY});
     BackUp(L"ProArray Alloc error");
     EXPECT_TRUE(fs::is_empty(folder));
 }
@@ -195,11 +195,11 @@ protected:
     ProError Open(const std::vector<Pick>& picks) {
         host.Select(picks);
         test::RightClick(host);
-        return host.session().interface_.ChoosePopupEntry("KvOpenDrw");
+        return host.State().interface_.ChoosePopupEntry("KvOpenDrw");
     }
     // Name of the drawing that the host shows; empty: another model is shown.
     std::wstring ShownDrawing() {
-        const SimModel* current = host.session().models.current;
+        const SimModel* current = host.State().models.current;
         return current != nullptr && current->Kind() == ModelKind::kDrawing ? current->Name() : L"";
     }
 

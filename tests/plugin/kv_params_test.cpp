@@ -20,6 +20,7 @@
 #include "report/utf8.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
+#include "support/temp_directory.h"
 
 namespace {
 
@@ -75,17 +76,17 @@ protected:
     }
     // Puts text into a field whatever length the layout allows there.
     void Put(const std::string& field, std::wstring_view text) {
-        host.session().interface_.FindDialog("KvParams")->Find(field)->value = text;
+        host.State().interface_.FindDialog("KvParams")->Find(field)->value = text;
     }
     // Names of the models in memory that have the parameter.
     Names Having(std::wstring_view parameter) {
         Names names;
-        for (const SimModel* model : host.session().models.All())
+        for (const SimModel* model : host.State().models.All())
             if (model->HasParameter(parameter)) names.insert(model->Name());
         return names;
     }
     void Forget(std::wstring_view parameter) {
-        for (SimModel* model : host.session().models.All()) model->RemoveParameter(parameter);
+        for (SimModel* model : host.State().models.All()) model->RemoveParameter(parameter);
     }
     SimModel& Block(std::wstring_view name, double x, double y, double z) {
         return host.AddPart(name).AddBlock(x, y, z);
@@ -509,7 +510,7 @@ TEST_F(KvParams, MeasuresAssembliesAsDeepAsTheHostGoes) {
     EXPECT_EQ(Messages(host), Texts{kOutlineDone});
     // From ASM25 the cube is 25 levels down, the last that the host can name.
     for (const wchar_t* name : {L"ASM25", L"ASM10"})
-        EXPECT_EQ(host.session().models.Find(name, sim::ModelKind::kAssembly)->Parameter(L"OUT"), L"1×1×1");
+        EXPECT_EQ(host.State().models.Find(name, sim::ModelKind::kAssembly)->Parameter(L"OUT"), L"1×1×1");
 }
 
 TEST_F(KvParams, TakesTheOutlineFromModelsWithoutSurfaces) {
@@ -639,7 +640,7 @@ TEST_F(KvParams, ClosingSavesNothing) {
 TEST_F(KvParams, KeepsTheStoredOrderWhenTheCheckButtonCannotBeRead) {
     ChangeSetting(kFile, L"KvOutlineOrder", L"content", L"kept");
     Use(host.AddAssembly(L"PUMP"), [&](SimDialog& dialog) {
-        host.session().report.Arm(Fault{"ProUICheckbuttonGetState", 0});
+        host.State().report.Arm(Fault{"ProUICheckbuttonGetState", 0});
         dialog.Choose("KvOutlineNum", L"1").Press("Add");
     });
     EXPECT_EQ(ReadSettings(kFile, L"KvOutlineOrder", L"content"), L"kept");
@@ -671,7 +672,7 @@ TEST_F(KvParams, TakesTheOrderFromOneAndZeroAlone) {
                                                      {L"2", byLayout},   {L"", byLayout}};
     for (const auto& [stored, checked] : cases) {
         ChangeSetting(kFile, L"KvOutlineOrder", L"content", stored);
-        Use(host.AddAssembly(std::wstring(L"A") + std::to_wstring(host.session().models.All().size())),
+        Use(host.AddAssembly(std::wstring(L"A") + std::to_wstring(host.State().models.All().size())),
             [&, &stored = stored, &checked = checked](SimDialog& dialog) {
                 EXPECT_EQ(dialog.IsChecked("KvOutlineOrder"), checked) << Utf8(stored);
             });
@@ -680,7 +681,7 @@ TEST_F(KvParams, TakesTheOrderFromOneAndZeroAlone) {
 
 // The file lies beside the text tree, which may be apart from the module.
 TEST(KvParamsSettings, LieBesideTheTextTree) {
-    const test::TempFolder apart;
+    const test::TempDirectory apart;
     test::CopyPluginHome(apart.Path());
     sim::HostSetup setup;
     setup.textDirectory = apart.Path();
@@ -704,10 +705,10 @@ TEST_F(KvParams, TellsThatTheHostHasNoMemoryForTheList) {
     for (const char* button : {"Add", "Update", "Delete", "KvOutline", "KvSheetSize"}) {
         Use(pump, [&](SimDialog& dialog) {
             dialog.Type("ParaName", L"MAT").Type("outlinePname", L"MAT").Type("shSizePname", L"MAT");
-            host.session().report.Arm(Fault{"ProArrayAlloc", 0, PRO_TK_OUT_OF_MEMORY});
+            host.State().report.Arm(Fault{"ProArrayAlloc", 0, PRO_TK_OUT_OF_MEMORY});
             dialog.Press(button);
         });
-        host.session().report.DisarmAll();
+        host.State().report.DisarmAll();
         expected.push_back(L"ProArray Alloc error");
     }
     EXPECT_EQ(Messages(host), expected);

@@ -29,7 +29,7 @@ void ArrangePump(SimHost& host) {
 }
 
 SimModel& Bolt(SimHost& host) {
-    return *host.session().models.Find(L"BOLT", sim::ModelKind::kPart);
+    return *host.State().models.Find(L"BOLT", sim::ModelKind::kPart);
 }
 
 void ArrangePumpWithDrawing(SimHost& host) {
@@ -60,7 +60,7 @@ Scenario InMould(Scenario scenario) {
     scenario.name += "InMould";
     scenario.arrange = [arrange = scenario.arrange](SimHost& host) {
         arrange(host);
-        host.Open(host.AddManufacturing(L"MFG", *host.session().models.current));
+        host.Open(host.AddManufacturing(L"MFG", *host.State().models.current));
     };
     return scenario;
 }
@@ -73,7 +73,7 @@ void ArrangeBackup(SimHost& host) {
 void ArrangeConfig(SimHost& host) {
     const std::filesystem::path format = MakeFolder(host, "formats") / "a3.drw";
     WriteBytes(format, "");
-    host.session().configOptions[L"PRO_FORMAT_DIR"] = {format.parent_path().wstring()};
+    host.State().configOptions[L"PRO_FORMAT_DIR"] = {format.parent_path().wstring()};
     host.AnswerFile(format.wstring());
     host.OnDialog("KvConfig", [](SimDialog& dialog) { dialog.Press("SelA3Prt").Press("save").Close(); });
 }

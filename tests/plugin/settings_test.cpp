@@ -225,14 +225,14 @@ TEST(KvConfig, PutsAPickedTemplateIntoItsPanel) {
         for (const Template& row : Templates()) {
             host.AnswerFile(fileOf(row));
             dialog.Press(row.picker);
-            EXPECT_EQ(host.session().user.questions.back(), row.title);
+            EXPECT_EQ(host.State().user.questions.back(), row.title);
         }
         for (const Template& row : Templates()) EXPECT_EQ(dialog.Text(row.panel), fileOf(row));
         host.AnswerFile(std::nullopt);
         dialog.Press("SelA0Asm");
         EXPECT_EQ(dialog.Text("A0Asmpath"), fileOf(Templates()[0])) << "cancelled";
     });
-    EXPECT_EQ(host.session().user.questions.size(), 13u);
+    EXPECT_EQ(host.State().user.questions.size(), 13u);
     EXPECT_EQ(ReadSettings(kFile, L"A0Asmpath", L"path"), L"") << "not saved";
 }
 
@@ -242,7 +242,7 @@ TEST(KvConfig, OffersTheDrawingsOfTheFormatFolder) {
     const fs::path other = test::MakeFolder(host, "other");
     for (const fs::path& folder : {formats, other, host.WorkingDirectory()})
         for (const char* file : {"a.drw", "a.frm"}) test::WriteBytes(folder / file, "");
-    host.session().configOptions[L"PRO_FORMAT_DIR"] = {formats.wstring(), other.wstring()};
+    host.State().configOptions[L"PRO_FORMAT_DIR"] = {formats.wstring(), other.wstring()};
     Configure(host, [&](SimDialog& dialog) {
         host.AnswerFile(L"a.drw");
         dialog.Press("SelA2Prt");
@@ -251,11 +251,11 @@ TEST(KvConfig, OffersTheDrawingsOfTheFormatFolder) {
         dialog.Press("SelA3Prt");
         EXPECT_EQ(host.TakeProblems().size(), 1u) << "other kinds of files are not offered";
         // Without the option the choice starts in the working directory.
-        host.session().configOptions.clear();
+        host.State().configOptions.clear();
         host.AnswerFile(L"a.drw");
         dialog.Press("SelA4Prt");
         EXPECT_EQ(dialog.Text("A4Prtpath"), (host.WorkingDirectory() / "a.drw").wstring());
-        host.session().configOptions[L"PRO_FORMAT_DIR"] = {formats.wstring(), other.wstring()};
+        host.State().configOptions[L"PRO_FORMAT_DIR"] = {formats.wstring(), other.wstring()};
     });
 }
 
@@ -279,10 +279,10 @@ TEST(Dialogs, TellTheUserWhatFailedAndAnswerTheStatus) {
             SimHost host;
             host.Open(host.AddAssembly(L"PUMP"));
             if (failure.isShown) host.OnDialog(command, [](SimDialog&) {});
-            host.session().report.Arm(Fault{failure.function, 1});
+            host.State().report.Arm(Fault{failure.function, 1});
             EXPECT_EQ(host.Run(command), PRO_TK_GENERAL_ERROR);
             EXPECT_EQ(Messages(host), Texts{failure.message});
-            EXPECT_TRUE(host.session().interface_.OpenDialogs().empty());
+            EXPECT_TRUE(host.State().interface_.OpenDialogs().empty());
         }
     }
 }

@@ -17,6 +17,7 @@
 #include "report/utf8.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
+#include "support/temp_directory.h"
 #include "windows/desktop.h"
 
 namespace {
@@ -117,7 +118,7 @@ constexpr std::size_t kDesignatedCommands = 52;  // the first ones: all but vers
 
 TEST(StartUp, AddsEveryCommandInOrderToAMenuAfterHelp) {
     SimHost host;
-    sim::Interface& ui = host.session().interface_;
+    sim::Interface& ui = host.State().interface_;
     std::vector<std::string> menus;
     for (const sim::Menu& menu : ui.Menus()) menus.push_back(menu.name);
     const auto help = std::find(menus.begin(), menus.end(), "Help");
@@ -157,9 +158,9 @@ TEST(StartUp, NamesEveryCommandInChineseAndInEnglish) {
     std::map<std::string, std::vector<sim::MenuRow>> rows;
     for (const char* language : {"chinese_cn", "usascii"}) {
         SimHost host(test::Unstarted());
-        host.session().interface_.language = language;
+        host.State().interface_.language = language;
         host.Initialize();
-        for (sim::MenuRow& row : host.session().interface_.MenuRows())
+        for (sim::MenuRow& row : host.State().interface_.MenuRows())
             if (row.menu == "Menu") rows[language].push_back(std::move(row));
     }
     const auto isAscii = [](const std::wstring& text) {
@@ -185,11 +186,11 @@ TEST(StartUp, GoesOnAfterAFailedRow) {
          {"ProCmdActionAdd", "ProMenubarmenuPushbuttonAdd", "ProCmdIconSet", "ProCmdDesignate"}) {
         SCOPED_TRACE(function);
         SimHost host(test::Unstarted());
-        host.session().report.Arm(Fault{function, 1});
+        host.State().report.Arm(Fault{function, 1});
         EXPECT_EQ(host.Initialize(), 0);
-        EXPECT_EQ(host.session().report.FaultsHit(), 1);
+        EXPECT_EQ(host.State().report.FaultsHit(), 1);
         for (std::size_t i = 1; i < ExpectedCommands().size(); ++i)
-            EXPECT_NE(host.session().interface_.FindCommand(ExpectedCommands()[i].name), nullptr);
+            EXPECT_NE(host.State().interface_.FindCommand(ExpectedCommands()[i].name), nullptr);
         EXPECT_EQ(sim::DesktopTimers().size(), 1u);
     }
 }
@@ -218,14 +219,14 @@ TEST(Availability, FollowsTheModeOfTheHost) {
 TEST(Availability, GreysWhatDependsOnAModeThatCannotBeRead) {
     SimHost host;
     host.Open(host.AddAssembly(L"PUMP"));
-    host.session().report.Arm(Fault{"ProModeCurrentGet", 0});
+    host.State().report.Arm(Fault{"ProModeCurrentGet", 0});
     for (const ExpectedCommand& command : ExpectedCommands())
         EXPECT_EQ(host.Availability(command.name), command.rule == Rule::kAlways ? 3 : 1) << command.name;
 }
 
 TEST(Availability, OfferedInEveryModeCostsNoHostCall) {
     SimHost host;
-    host.session().report.ResetCalls();
+    host.State().report.ResetCalls();
     EXPECT_EQ(host.Availability("KvConfig"), 3);
     EXPECT_EQ(host.Calls(), 0);
 }
@@ -255,14 +256,14 @@ TEST(RightClickMenu, IsInstalledForTheSettingZeroAlone) {
             fs::remove(test::SettingsFile(L"KvConfig.ini"));
         SimHost host;
         RightClick(host);
-        EXPECT_EQ(host.session().interface_.FindMenu("ActionMenu")->buttons.size(), installs ? 5u : 0u);
+        EXPECT_EQ(host.State().interface_.FindMenu("ActionMenu")->buttons.size(), installs ? 5u : 0u);
         EXPECT_EQ(RightClick(host).size(), installs ? 6u : 0u);
     }
 }
 
 // The text tree may lie apart from the module; this one setting is looked for beside the text tree.
 TEST(RightClickMenu, ReadsItsSettingBesideTheTextTree) {
-    const test::TempFolder apart;
+    const test::TempDirectory apart;
     test::CopyPluginHome(apart.Path());
     test::ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
     test::WriteBytes(apart.Path() / "KVconfig" / "KvConfig.ini",
@@ -278,7 +279,7 @@ TEST(RightClickMenu, ReadsItsSettingBesideTheTextTree) {
 TEST(RightClickMenu, FirstPopupAddsFiveCommandsToTheActionMenu) {
     test::ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
     SimHost host;
-    EXPECT_TRUE(host.session().interface_.FindMenu("ActionMenu")->buttons.empty());
+    EXPECT_TRUE(host.State().interface_.FindMenu("ActionMenu")->buttons.empty());
     EXPECT_TRUE(RightClick(host, "Some Other Menu").empty());
 
     const std::vector<std::pair<std::string, std::wstring>> expected = {
@@ -286,13 +287,13 @@ TEST(RightClickMenu, FirstPopupAddsFiveCommandsToTheActionMenu) {
         {"KvShowAllComp", L"全部显示"},     {"KvMdlNameCopy", L"复制模型名称(kv)"},
         {"KvMdlRename", L"快速重命名(kv)"},
     };
-    const std::vector<sim::MenuButton>& buttons = host.session().interface_.FindMenu("ActionMenu")->buttons;
+    const std::vector<sim::MenuButton>& buttons = host.State().interface_.FindMenu("ActionMenu")->buttons;
     ASSERT_EQ(buttons.size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(buttons[i].name, sim::Utf8(expected[i].second));
         EXPECT_EQ(buttons[i].labelKey, expected[i].first);
         EXPECT_EQ(buttons[i].helpKey, expected[i].first + "_Help");
-        EXPECT_EQ(buttons[i].command, host.session().interface_.FindCommand(expected[i].first));
+        EXPECT_EQ(buttons[i].command, host.State().interface_.FindCommand(expected[i].first));
     }
 }
 
@@ -313,10 +314,10 @@ TEST(RightClickMenu, LaterSelectionPopupsShowSixEntriesEachTime) {
             EXPECT_EQ(entries[i].name, expected[i].first);
             EXPECT_EQ(entries[i].label, expected[i].second);
             EXPECT_EQ(entries[i].help, sim::Wide(expected[i].first + "_Help"));
-            EXPECT_EQ(entries[i].command, host.session().interface_.FindCommand(expected[i].first));
+            EXPECT_EQ(entries[i].command, host.State().interface_.FindCommand(expected[i].first));
         }
         EXPECT_EQ(entries[5].name, "KvOpenDrw");
-        sim::Interface& ui = host.session().interface_;
+        sim::Interface& ui = host.State().interface_;
         EXPECT_EQ(entries[5].label, ui.FindMessage(L"kvMenu.txt", "KvOpenDrw")->Shown());
         EXPECT_EQ(entries[5].help, ui.FindMessage(L"kvMenu.txt", "KvOpenDrw_Help")->Shown());
         ASSERT_NE(entries[5].command, nullptr);
@@ -373,7 +374,7 @@ TEST_F(RightClickRules, DependOnTheNumberOfItems) {
 }
 
 TEST_F(RightClickRules, GreyTheEntriesWhenTheSelectionCannotBeRead) {
-    sim::Report& report = host.session().report;
+    sim::Report& report = host.State().report;
     report.Arm(Fault{"ProSelbufferSelectionsGet", 0});
     EXPECT_EQ(States({Whole(bolt)}), std::pair(1, 1));
     report.DisarmAll();
@@ -401,7 +402,7 @@ std::wstring LongFolder(const fs::path& workspace, std::size_t length, wchar_t f
 
 TEST(LastDirectory, ComesBackInTheNextSession) {
     test::ChangeSetting(L"KvConfig.ini", L"SetLastDir", L"value", L"1");
-    const test::TempFolder workspace;
+    const test::TempDirectory workspace;
     HostSetup setup;
     setup.workspace = workspace.Path();
     // The longest path of the host has 259 characters, the separator at its end among them.
@@ -502,7 +503,7 @@ TEST(AboutKv, ShowsTheTermsOnceTheUserAgrees) {
         EXPECT_EQ(Messages(host), Texts{});
         dialog.Press("OK");
         EXPECT_FALSE(dialog.IsOpen());
-        EXPECT_EQ(host.session().interface_.FindDialog("AboutKv")->exitStatus, 1);
+        EXPECT_EQ(host.State().interface_.FindDialog("AboutKv")->exitStatus, 1);
     });
     EXPECT_EQ(host.Run("AboutKv"), PRO_TK_NO_ERROR);
     EXPECT_EQ(Messages(host),

@@ -33,19 +33,7 @@ fs::path MakeFolder(const SimHost& host, const fs::path& relative) {
 }
 
 void EnterFolder(SimHost& host, const fs::path& relative) {
-    EXPECT_EQ(host.session().models.ChangeDirectory(MakeFolder(host, relative).wstring()), PRO_TK_NO_ERROR);
-}
-
-TempFolder::TempFolder() {
-    static int counter = 0;
-    path_ = fs::temp_directory_path() /
-            (L"korvane-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++counter));
-    fs::create_directories(path_);
-}
-
-TempFolder::~TempFolder() {
-    std::error_code error;
-    fs::remove_all(path_, error);
+    EXPECT_EQ(host.State().models.ChangeDirectory(MakeFolder(host, relative).wstring()), PRO_TK_NO_ERROR);
 }
 
 sim::Pick Whole(sim::SimModel& model) {
@@ -67,8 +55,8 @@ void StartWithRightClick(SimHost& host) {
 }
 
 std::vector<PopupButton> RightClick(SimHost& host, std::string_view menu) {
-    std::vector<PopupButton> entries = host.session().interface_.OpenPopup(menu).buttons;
-    EXPECT_EQ(host.session().report.OpenItems(), std::vector<std::string>());
+    std::vector<PopupButton> entries = host.State().interface_.OpenPopup(menu).buttons;
+    EXPECT_EQ(host.State().report.OpenItems(), std::vector<std::string>());
     return entries;
 }
 

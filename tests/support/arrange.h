@@ -26,19 +26,6 @@ std::filesystem::path MakeFolder(const sim::SimHost& host, const std::filesystem
 // The user goes to a folder of the working directory, made if need be.
 void EnterFolder(sim::SimHost& host, const std::filesystem::path& relative);
 
-// A folder that goes with the object.
-class TempFolder {
-public:
-    TempFolder();
-    ~TempFolder();
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-    const std::filesystem::path& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 // What the user selects: a whole model, or an item of one by its type code and number.
 sim::Pick Whole(sim::SimModel& model);
 sim::Pick ItemOf(sim::SimModel& model, int type, int id);

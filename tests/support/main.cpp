@@ -1,4 +1,5 @@
-// Runs all tests: a host's problems become failures of the test that made it, and settings are fresh for each test.
+// Runs all tests: a host's problems become failures of the test that made it, and settings are fresh for each
+// test.
 
 #include <gtest/gtest.h>
 

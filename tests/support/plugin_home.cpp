@@ -48,7 +48,9 @@ const fs::path& PluginHome() {
     return home.path;
 }
 
-fs::path SettingsFile(std::wstring_view name) { return PluginHome() / "KVconfig" / name; }
+fs::path SettingsFile(std::wstring_view name) {
+    return PluginHome() / "KVconfig" / name;
+}
 
 void RestoreSettings() {
     const fs::path settings = PluginHome() / "KVconfig";
@@ -68,8 +70,8 @@ void WriteSettings(std::wstring_view name, std::wstring_view text, IniEncoding e
         const int length = static_cast<int>(text.size());
         bytes.resize(static_cast<std::size_t>(
             WideCharToMultiByte(936, 0, text.data(), length, nullptr, 0, nullptr, nullptr)));
-        WideCharToMultiByte(936, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                            nullptr);
+        WideCharToMultiByte(936, 0, text.data(), length, bytes.data(), static_cast<int>(bytes.size()),
+                            nullptr, nullptr);
     }
     WriteBytes(SettingsFile(name), bytes);
 }

@@ -1,4 +1,5 @@
-// The plug-in home that tests may write to: a private copy of the staged one, its settings fresh for every test.
+// The plug-in home that tests may write to: a private copy of the staged one, its settings fresh for every
+// test.
 
 #pragma once
 
@@ -20,7 +21,8 @@ void RestoreSettings();
 enum class IniEncoding { kUtf16, kAnsi936 };
 
 // Replaces a settings file by `text`.
-void WriteSettings(std::wstring_view name, std::wstring_view text, IniEncoding encoding = IniEncoding::kUtf16);
+void WriteSettings(std::wstring_view name, std::wstring_view text,
+                   IniEncoding encoding = IniEncoding::kUtf16);
 
 // One value by the profile call of Windows; empty when it is not there.
 std::wstring ReadSettings(std::wstring_view name, std::wstring_view section, std::wstring_view key);

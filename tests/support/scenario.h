@@ -1,5 +1,5 @@
-// One scenario a command: the smallest workspace and user in which the command does all of its work. The fault sweep
-// runs every scenario again and again.
+// One scenario a command: the smallest workspace and user in which the command does all of its work. The
+// fault sweep runs every scenario again and again.
 
 #pragma once
 
