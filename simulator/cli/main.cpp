@@ -28,6 +28,76 @@ CLI::Option* AddFolder(CLI::App* app, const std::string& flag, std::filesystem::
         ->type_name("DIR");
 }
 
+// What the options and sub-commands fill in; it outlives the parsing.
+struct Line {
+    Places places;
+    std::string mode;
+    RunOptions run;
+    std::string model;
+    int levels = 25;
+    std::string dialog;
+    std::string svgFile;
+    GenerateOptions generate;
+    int exitCode = 0;
+};
+
+void AddPluginCommands(CLI::App& app, Line& line) {
+    CLI::App* commands =
+        app.add_subcommand("commands", "list the plug-in's menu with texts and availability");
+    commands->add_option("--mode", line.mode,
+                         "none, part, sheetmetal, assembly, drawing, manufacture or mould");
+    commands->callback([&line] { line.exitCode = sim::cli::ListCommands(line.places, line.mode); });
+
+    RunOptions& run = line.run;
+    CLI::App* command = app.add_subcommand("run", "run one command of the plug-in");
+    command->add_option("COMMAND", run.command, "command name, see `hostsim commands`")->required();
+    AddFolder(command, "--workspace", line.places.workspace, "folder with the models (working directory)")
+        ->required();
+    command->add_option("--model", run.model, "model to open first, e.g. pump or pump.asm");
+    command->add_option("--user", run.script, "script of the playing user")->type_name("FILE");
+    command->add_option("--mode", run.mode, "open the model in this mode instead of its own");
+    command->add_flag("--trace", run.trace, "print every host call");
+    command->add_flag("--profile", run.profile, "print calls by function, times and memory");
+    command->add_flag("--save", run.save, "save changed models afterwards, as the user would");
+    command->callback([&line] { line.exitCode = sim::cli::RunCommand(line.places, line.run); });
+}
+
+void AddTextTreeCommands(CLI::App& app, Line& line) {
+    CLI::App* layout = app.add_subcommand("dialog", "print a dialog of the plug-in's text tree");
+    layout->add_option("NAME", line.dialog, "dialog name, e.g. KvParams")->required();
+    layout->add_option("--svg", line.svgFile, "draw it into this file as well")->type_name("FILE");
+    layout->callback(
+        [&line] { line.exitCode = sim::cli::ShowDialog(line.places, line.dialog, line.svgFile); });
+
+    CLI::App* check = app.add_subcommand("check", "load the plug-in and verify its whole text tree");
+    check->callback([&line] { line.exitCode = sim::cli::Check(line.places); });
+}
+
+void AddModelCommands(CLI::App& app, Line& line) {
+    CLI::App* models = app.add_subcommand("models", "list the models of a folder");
+    AddFolder(models, "--workspace", line.places.workspace, "folder with the models")->required();
+    models->callback([&line] { line.exitCode = sim::cli::ListModels(line.places); });
+
+    CLI::App* show = app.add_subcommand("show", "print a model: components, parameters, sheets");
+    show->add_option("MODEL", line.model, "name or name.ext")->required();
+    AddFolder(show, "--workspace", line.places.workspace, "folder with the models")->required();
+    show->add_option("--levels", line.levels, "depth of the component tree")->check(CLI::Range(0, 25));
+    show->callback([&line] { line.exitCode = sim::cli::ShowModel(line.places, line.model, line.levels); });
+
+    GenerateOptions& generate = line.generate;
+    CLI::App* generator = app.add_subcommand("generate", "write an assembly of a given size and depth");
+    AddFolder(generator, "--workspace", line.places.workspace, "folder to write into")->required();
+    generator->add_option("--name", generate.name, "name of the top assembly")->capture_default_str();
+    generator->add_option("--placements", generate.placements, "placements in all levels")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 1000000));
+    generator->add_option("--depth", generate.depth, "levels below the top")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 24));
+    generator->add_option("--seed", generate.seed, "same seed, same assembly")->capture_default_str();
+    generator->callback([&line] { line.exitCode = sim::cli::Generate(line.places, line.generate); });
+}
+
 int Main(std::vector<std::string> arguments) {
     CLI::App app{
         "hostsim stands in for a CAD host: it loads the Korvane plug-in, shows its menu, runs its commands "
@@ -38,64 +108,12 @@ int Main(std::vector<std::string> arguments) {
     app.require_subcommand(1);
     app.fallthrough();
     app.set_help_all_flag("--help-all", "help of all sub-commands");
-    int exitCode = 0;
-    Places places;
-    AddFolder(&app, "--plugin", places.plugin,
+    Line line;
+    AddFolder(&app, "--plugin", line.places.plugin,
               "home of the plug-in (default: ../korvane beside this program)");
-
-    std::string mode;
-    CLI::App* commands =
-        app.add_subcommand("commands", "list the plug-in's menu with texts and availability");
-    commands->add_option("--mode", mode, "none, part, sheetmetal, assembly, drawing, manufacture or mould");
-    commands->callback([&] { exitCode = sim::cli::ListCommands(places, mode); });
-
-    RunOptions run;
-    CLI::App* runCommand = app.add_subcommand("run", "run one command of the plug-in");
-    runCommand->add_option("COMMAND", run.command, "command name, see `hostsim commands`")->required();
-    AddFolder(runCommand, "--workspace", places.workspace, "folder with the models (working directory)")
-        ->required();
-    runCommand->add_option("--model", run.model, "model to open first, e.g. pump or pump.asm");
-    runCommand->add_option("--user", run.script, "script of the playing user")->type_name("FILE");
-    runCommand->add_option("--mode", run.mode, "open the model in this mode instead of its own");
-    runCommand->add_flag("--trace", run.trace, "print every host call");
-    runCommand->add_flag("--profile", run.profile, "print calls by function, times and memory");
-    runCommand->add_flag("--save", run.save, "save changed models afterwards, as the user would");
-    runCommand->callback([&] { exitCode = sim::cli::RunCommand(places, run); });
-
-    CLI::App* models = app.add_subcommand("models", "list the models of a folder");
-    AddFolder(models, "--workspace", places.workspace, "folder with the models")->required();
-    models->callback([&] { exitCode = sim::cli::ListModels(places); });
-
-    std::string model;
-    int levels = 25;
-    CLI::App* show = app.add_subcommand("show", "print a model: components, parameters, sheets");
-    show->add_option("MODEL", model, "name or name.ext")->required();
-    AddFolder(show, "--workspace", places.workspace, "folder with the models")->required();
-    show->add_option("--levels", levels, "depth of the component tree")->check(CLI::Range(0, 25));
-    show->callback([&] { exitCode = sim::cli::ShowModel(places, model, levels); });
-
-    std::string dialog;
-    std::string svgFile;
-    CLI::App* layout = app.add_subcommand("dialog", "print a dialog of the plug-in's text tree");
-    layout->add_option("NAME", dialog, "dialog name, e.g. KvParams")->required();
-    layout->add_option("--svg", svgFile, "draw it into this file as well")->type_name("FILE");
-    layout->callback([&] { exitCode = sim::cli::ShowDialog(places, dialog, svgFile); });
-
-    CLI::App* check = app.add_subcommand("check", "load the plug-in and verify its whole text tree");
-    check->callback([&] { exitCode = sim::cli::Check(places); });
-
-    GenerateOptions generate;
-    CLI::App* generator = app.add_subcommand("generate", "write an assembly of a given size and depth");
-    AddFolder(generator, "--workspace", places.workspace, "folder to write into")->required();
-    generator->add_option("--name", generate.name, "name of the top assembly")->capture_default_str();
-    generator->add_option("--placements", generate.placements, "placements in all levels")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 1000000));
-    generator->add_option("--depth", generate.depth, "levels below the top")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 24));
-    generator->add_option("--seed", generate.seed, "same seed, same assembly")->capture_default_str();
-    generator->callback([&] { exitCode = sim::cli::Generate(places, generate); });
+    AddPluginCommands(app, line);
+    AddModelCommands(app, line);
+    AddTextTreeCommands(app, line);
 
     try {
         std::reverse(arguments.begin(), arguments.end());
@@ -108,7 +126,7 @@ int Main(std::vector<std::string> arguments) {
         std::fprintf(stderr, "hostsim: %s\n", error.what());
         return 2;
     }
-    return exitCode;
+    return line.exitCode;
 }
 
 }  // namespace
