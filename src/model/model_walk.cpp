@@ -54,6 +54,7 @@ static bool IsKept(WalkVariant variant, ProMdl model, ProMdlType type);
 static ProError Descend(Walk& walk, ProMdl assembly, KnownModel& known);
 static ProError VisitLevel(Walk& walk, ProMdl assembly, KnownModel& known);
 static void RepeatGathered(Walk& walk, const KnownModel& known);
+static std::vector<ProMdl> KeptModels(const Walk& walk);
 
 ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result) {
     ProError status = ArrayAlloc(result.components);
@@ -65,8 +66,11 @@ ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result) {
     // The top level may also have ended early at a component without a model.
     if (Failed(status) && status != PRO_TK_CONTINUE) return status;
     status = ArrayAppend(result.components, std::span(walk.components));
-    if (!Failed(status)) result.models = std::move(walk.models);
-    return status;
+    if (Failed(status)) return status;
+
+    result.models = std::move(walk.models);
+    result.distinct = KeptModels(walk);
+    return PRO_TK_NO_ERROR;
 }
 
 ProError DistinctModels(ProMdl top, WalkVariant variant, std::vector<ProMdl>& models) {
@@ -74,11 +78,7 @@ ProError DistinctModels(ProMdl top, WalkVariant variant, std::vector<ProMdl>& mo
     const ProError status = ModelWalk(top, variant, result);
     if (Failed(status)) return status;
 
-    models.clear();
-    models.reserve(result.models.size());
-    for (const PlacedModel& placed : result.models) models.push_back(placed.model);
-    std::sort(models.begin(), models.end(), std::less<>());
-    models.erase(std::unique(models.begin(), models.end()), models.end());
+    models = std::move(result.distinct);
     return PRO_TK_NO_ERROR;
 }
 
@@ -186,6 +186,16 @@ static void RepeatGathered(Walk& walk, const KnownModel& known) {
         walk.models[place + i] = placed;
     }
     walk.deepest = std::max(walk.deepest, walk.level + known.levels);
+}
+
+// Sorts the few models, not the many placements.
+static std::vector<ProMdl> KeptModels(const Walk& walk) {
+    std::vector<ProMdl> models;
+    models.reserve(walk.known.size());
+    for (const auto& [model, known] : walk.known)
+        if (known.kept) models.push_back(model);
+    std::sort(models.begin(), models.end(), std::less<>());
+    return models;
 }
 
 }  // namespace kv

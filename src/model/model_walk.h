@@ -29,10 +29,12 @@ struct PlacedModel {
     int level;  // 1 for a component of the top model
 };
 
-// Both lists have one entry per placement, in the same order.
 struct WalkResult {
+    // One entry per placement each, in the same order.
     HostArray<ProAsmcomp> components;
     std::vector<PlacedModel> models;
+    // The different models among them, sorted by handle.
+    std::vector<ProMdl> distinct;
 };
 
 // Collects the components below `top`. A model without components is no failure.

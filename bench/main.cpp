@@ -1,0 +1,40 @@
+// Runs the benchmarks: korvane_bench [NAME...]; without a name, all of them.
+
+#include <cstdio>
+#include <string_view>
+
+#include "bench.h"
+
+namespace {
+
+struct Benchmark {
+    std::string_view name;
+    void (*run)();
+};
+
+constexpr Benchmark kBenchmarks[] = {
+    {"params", bench::BenchParams},
+};
+
+bool RunNamed(std::string_view name) {
+    for (const Benchmark& benchmark : kBenchmarks) {
+        if (!name.empty() && name != benchmark.name) continue;
+        benchmark.run();
+        if (!name.empty()) return true;
+    }
+    return name.empty();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc == 1) RunNamed({});
+    for (int i = 1; i < argc; ++i) {
+        if (RunNamed(argv[i])) continue;
+        std::fprintf(stderr, "korvane_bench: no benchmark is called %s; there are:", argv[i]);
+        for (const Benchmark& benchmark : kBenchmarks) std::fprintf(stderr, " %s", benchmark.name.data());
+        std::fprintf(stderr, "\n");
+        return 2;
+    }
+    return 0;
+}
