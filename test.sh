@@ -11,6 +11,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 checked=yes lint=yes
+shards=2
 case "${1:-}" in
     "") ;;
     --quick) checked=no lint=no ;;
@@ -44,18 +45,17 @@ count() {
     fi
 }
 
-run_tests() {
-    local preset=$1 limit=$2 filter=$3 log=build/$1.tests.log report=build/$1.tests.xml code=0
-    rm -f "$report"
-    timeout -k 10 "$limit" tools/wine.sh "build/$preset/bin/korvane_tests.exe" "--gtest_output=xml:$report" \
-        "--gtest_filter=$filter" >"$log" 2>&1 || code=$?
-    count "$report" "$log"
-    if [ $code = 0 ]; then
-        tail -n 5 "$log"
-        return 0
-    fi
+# One of the two processes that share the tests of a preset; no test knows of another.
+run_shard() {
+    local preset=$1 limit=$2 filter=$3 shard=$4 base=build/$1.tests.$4
+    rm -f "$base.xml"
+    GTEST_TOTAL_SHARDS=$shards GTEST_SHARD_INDEX=$shard timeout -k 10 "$limit" \
+        tools/wine.sh "build/$preset/bin/korvane_tests.exe" "--gtest_output=xml:$base.xml" \
+        "--gtest_filter=$filter" >"$base.log" 2>&1
+}
 
-    broken+=("tests of preset $preset")
+show_failure() {
+    local log=$1 code=$2 limit=$3
     grep -v -E '^\[( +OK |-+|=+| RUN +)\]' "$log" | tail -n 100 || true
     case $code in
         1) ;;
@@ -63,8 +63,27 @@ run_tests() {
         *) echo "The test program broke off with code $code (5 access violation, 29 undefined behaviour," \
             "3 abort) in:" ;;
     esac
-    [ $code = 1 ] || grep '^\[ RUN' "$log" | tail -n 1 || true
+    [ "$code" = 1 ] || grep '^\[ RUN' "$log" | tail -n 1 || true
     echo "The whole output is in $log"
+}
+
+run_tests() {
+    local preset=$1 limit=$2 filter=$3 shard code processes=()
+    for ((shard = 0; shard < shards; ++shard)); do
+        run_shard "$preset" "$limit" "$filter" "$shard" &
+        processes+=($!)
+    done
+    for ((shard = 0; shard < shards; ++shard)); do
+        code=0
+        wait "${processes[shard]}" || code=$?
+        count "build/$preset.tests.$shard.xml" "build/$preset.tests.$shard.log"
+        if [ $code = 0 ]; then
+            tail -n 1 "build/$preset.tests.$shard.log"
+        else
+            broken+=("tests of preset $preset")
+            show_failure "build/$preset.tests.$shard.log" "$code" "$limit"
+        fi
+    done
 }
 
 # The host finds these two functions, and no other DLL than Windows' own and the host's is there.
