@@ -94,9 +94,17 @@ ProError ProTreetoolRefresh(ProMdl mdl);
 // status when some of them could not be saved.
 ProError ProMdlSave(ProMdl handle);
 
+// Tells whether the model may be changed. Without `show_ui` nothing is asked, and a model whose
+// conflicts can be overridden counts as modifiable. BAD_INPUTS; GENERAL_ERROR.
+ProError ProMdlIsModifiable(ProMdl p_model, ProBoolean show_ui, ProBoolean* can_modify);
+
 // Removes the model from memory once the command has returned to the host: do not use the
 // handle afterwards. BAD_INPUTS; E_DEADLOCK.
 ProError ProMdlErase(ProMdl handle);
+
+// Removes at once every model from memory that no window needs. GENERAL_ERROR; E_DEADLOCK when
+// nothing may be erased now.
+ProError ProMdlEraseNotDisplayed(void);
 
 PRO_END_C_DECLS
 

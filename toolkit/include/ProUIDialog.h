@@ -24,4 +24,7 @@ ProError ProUIDialogDestroy(char* dialog_name);
 // ProUIDialogExit. GENERAL_ERROR.
 ProError ProUIDialogCloseActionSet(char* dialog, ProUIAction action, ProAppData appdata);
 
+// Keeps the dialog above the host's active window; due again after that window has changed. BAD_INPUTS.
+ProError ProUIDialogAboveactivewindowSet(char* dialog, ProBoolean above_active_window);
+
 PRO_END_C_DECLS

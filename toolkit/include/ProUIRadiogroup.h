@@ -12,4 +12,8 @@ ProError ProUIRadiogroupSelectednamesGet(char* dialog, char* radiogroup, int* n_
 // Chooses a button; the list holds its one name. GENERAL_ERROR.
 ProError ProUIRadiogroupSelectednamesSet(char* dialog, char* radiogroup, int n_names, char** names);
 
+// Sets what runs when the user chooses a button; a choice made by a call runs nothing. GENERAL_ERROR.
+ProError ProUIRadiogroupSelectActionSet(char* dialog, char* radiogroup, ProUIAction action,
+                                        ProAppData appdata);
+
 PRO_END_C_DECLS

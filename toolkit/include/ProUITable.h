@@ -1,0 +1,63 @@
+// Tables of dialogs. Rows and columns are known by name.
+//
+// All answer BAD_INPUTS for NULL and GENERAL_ERROR for a dialog, table, row or column that does not exist.
+#pragma once
+
+#include <ProUI.h>
+
+PRO_BEGIN_C_DECLS
+
+// Sets what runs on a double click or Return in the table.
+ProError ProUITableActivateActionSet(char* dialog, char* component, ProUIAction callback, ProAppData data);
+
+// Gives the names in the shown order, NULL and 0 for none; free the list with ProStringarrayFree.
+ProError ProUITableRownamesGet(char* dialog, char* component, int* count, char*** values);
+ProError ProUITableColumnnamesGet(char* dialog, char* component, int* count, char*** values);
+
+// The same for the labels; free the list with ProWstringarrayFree.
+ProError ProUITableRowlabelsGet(char* dialog, char* component, int* count, wchar_t*** values);
+ProError ProUITableColumnlabelsGet(char* dialog, char* component, int* count, wchar_t*** values);
+
+// Labels all columns; `count` has to be the number of columns.
+ProError ProUITableColumnlabelsSet(char* dialog, char* component, int count, wchar_t** values);
+
+// Inserts rows after `row`, NULL for the top. Names have to be new.
+ProError ProUITableRowsInsert(char* dialog, char* component, char* row, int count, char** names);
+
+// Inserts columns after `column`, with empty labels. Names have to be new.
+ProError ProUITableColumnsInsert(char* dialog, char* component, char* column, int count, char** names);
+
+ProError ProUITableRowsDelete(char* dialog, char* component, int count, char** names);
+ProError ProUITableColumnsDelete(char* dialog, char* component, int count, char** names);
+
+ProError ProUITableCellLabelSet(char* dialog, char* component, char* row, char* column, wchar_t* label);
+
+// Gives the text; free it with ProWstringFree. A cell that was never set gives an empty text, no text or a
+// failure.
+ProError ProUITableCellLabelGet(char* dialog, char* component, char* row, char* column, wchar_t** label);
+
+// The colour set is the colour read back.
+ProError ProUITableCellBackgroundColorSet(char* dialog, char* component, char* row, char* column,
+                                          ProUIColor color);
+ProError ProUITableCellBackgroundColorGet(char* dialog, char* component, char* row, char* column,
+                                          ProUIColor* color);
+
+// Gives the selected cells as pairs of names, row before column; `count` counts the names. Free the list
+// with ProStringarrayFree.
+ProError ProUITableSelectednamesGet(char* dialog, char* component, int* count, char*** values);
+
+// Say how many cells resp. whole columns the user may select.
+ProError ProUITableSelectionpolicySet(char* dialog, char* component, ProUISelectionpolicy value);
+ProError ProUITableColumnselectionpolicySet(char* dialog, char* component, ProUISelectionpolicy value);
+
+// Replaces the selection by the cells in `values`, pairs as above.
+ProError ProUITableSelectednamesSet(char* dialog, char* component, int count, char** values);
+
+// Gives the names of the selected rows; free them with ProStringarrayFree.
+ProError ProUITableSelectedrownamesGet(char* dialog, char* component, int* count, char*** values);
+
+// Add all cells of the rows to the selection resp. take them out; only under the policies for several cells.
+ProError ProUITableRowCellsSelect(char* dialog, char* component, int count, char** names);
+ProError ProUITableRowCellsDeselect(char* dialog, char* component, int count, char** names);
+
+PRO_END_C_DECLS
