@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
+
+#include "report/utf8.h"
 
 namespace sim {
 
@@ -43,64 +46,105 @@ Desk::Desk(ModelStore& models) : models_(models) {
 // ---- Windows
 
 bool Desk::HasWindow(int window) const {
-    return window >= 0 && static_cast<std::size_t>(window) < windows_.size();
+    const auto place = static_cast<std::size_t>(window);
+    return window >= 0 && place < windows_.size() && windows_[place].isOpen;
 }
 
 SimModel* Desk::ModelIn(int window) const {
-    return HasWindow(window) ? windows_[static_cast<std::size_t>(window)] : nullptr;
+    return HasWindow(window) ? windows_[static_cast<std::size_t>(window)].model : nullptr;
+}
+
+void Desk::Put(int window, SimModel* model) {
+    SimModel*& shown = windows_[static_cast<std::size_t>(window)].model;
+    if (shown != nullptr) windowOf_.erase(shown);
+    shown = model;
+    if (model == nullptr) {
+        emptyWindows_.insert(window);
+        return;
+    }
+    emptyWindows_.erase(window);
+    windowOf_[model] = window;
 }
 
 // The store's current model is what the user sees; whoever arranges a session may set it directly.
 void Desk::FollowStore() {
-    const auto place = static_cast<std::size_t>(currentWindow_);
-    if (windows_[place] == models_.current) return;
-    const auto own = std::ranges::find(windows_, models_.current);
-    if (models_.current != nullptr && own != windows_.end())
-        currentWindow_ = static_cast<int>(own - windows_.begin());
+    SimModel* model = models_.current;
+    if (ModelIn(activeWindow_) == model) return;
+    const auto own = windowOf_.find(model);
+    if (own != windowOf_.end())
+        activeWindow_ = own->second;
     else
-        windows_[place] = models_.current;
+        Put(activeWindow_, model);
 }
 
 int Desk::CurrentWindow() {
     FollowStore();
-    return currentWindow_;
+    return setWindow_.value_or(activeWindow_);
+}
+
+void Desk::SetCurrent(int window) {
+    FollowStore();
+    setWindow_ = window;
 }
 
 int Desk::WindowFor(SimModel& model) {
     FollowStore();
-    auto place = std::ranges::find(windows_, &model);
-    if (place == windows_.end()) place = std::ranges::find(windows_, nullptr);
-    if (place == windows_.end()) place = windows_.insert(windows_.end(), nullptr);
-    *place = &model;
-    const int window = static_cast<int>(place - windows_.begin());
-    // An empty current window that has just been filled shows its model.
-    if (window == currentWindow_) MakeCurrent(window);
+    if (const auto own = windowOf_.find(&model); own != windowOf_.end()) return own->second;
+    int window = static_cast<int>(windows_.size());
+    if (emptyWindows_.empty())
+        windows_.emplace_back();
+    else
+        window = *emptyWindows_.begin();
+    Put(window, &model);
+    opened_.push_back(window);
+    // An empty active window that has just been filled shows its model.
+    if (window == activeWindow_) MakeActive(window);
     return window;
 }
 
 int Desk::Open(SimModel& model) {
     const int window = WindowFor(model);
-    MakeCurrent(window);
+    MakeActive(window);
+    setWindow_.reset();
     return window;
 }
 
 void Desk::Display(SimModel& model) {
     FollowStore();
-    if (std::ranges::find(windows_, &model) != windows_.end()) return;
-    windows_[static_cast<std::size_t>(currentWindow_)] = &model;
-    MakeCurrent(currentWindow_);
+    if (windowOf_.contains(&model)) return;
+    const int window = CurrentWindow();
+    Put(window, &model);
+    if (window == activeWindow_) MakeActive(window);
+}
+
+bool Desk::Delete(int window) {
+    if (window == CurrentWindow()) return false;
+    Close(window);
+    return true;
+}
+
+void Desk::Close(int window) {
+    if (!HasWindow(window)) return;
+    Put(window, nullptr);
+    if (pendingWindow_ == window) pendingWindow_ = -1;
+    if (window != 0) {
+        windows_[static_cast<std::size_t>(window)].isOpen = false;
+        emptyWindows_.erase(window);
+        if (setWindow_ == window) setWindow_.reset();
+    }
+    if (window == activeWindow_) MakeActive(0);
 }
 
 bool Desk::IsShown(const SimModel& model) {
     FollowStore();
-    return std::ranges::any_of(windows_, [&model](const SimModel* shown) {
-        return shown != nullptr && (shown == &model || shown->MfgAssembly() == &model);
-    });
+    return windowOf_.contains(&model) || std::ranges::any_of(windowOf_, [&model](const auto& shown) {
+               return shown.first->MfgAssembly() == &model;
+           });
 }
 
-void Desk::MakeCurrent(int window) {
-    currentWindow_ = window;
-    models_.current = windows_[static_cast<std::size_t>(window)];
+void Desk::MakeActive(int window) {
+    activeWindow_ = window;
+    models_.current = ModelIn(window);
     models_.currentMode = models_.current == nullptr ? -1 : ModeOf(*models_.current);
 }
 
@@ -111,11 +155,12 @@ void Desk::EraseLater(SimModel& model) {
 }
 
 void Desk::ApplyPending() {
-    if (pendingWindow_ >= 0) {
-        FollowStore();
-        MakeCurrent(pendingWindow_);
-    }
+    FollowStore();
+    if (HasWindow(pendingWindow_)) MakeActive(pendingWindow_);
     pendingWindow_ = -1;
+    setWindow_.reset();
+    for (const int window : toClose_) Close(window);
+    toClose_.clear();
     // The last user of a model may be erased after the model itself was to be: go round until nothing more
     // goes.
     std::vector<SimModel*> left;
@@ -129,11 +174,75 @@ void Desk::ApplyPending() {
     doomed_.clear();
 }
 
+void Desk::EraseNotShown() {
+    FollowStore();
+    std::unordered_set<const SimModel*> kept;
+    std::vector<SimModel*> open;
+    for (const Window& window : windows_)
+        if (window.model != nullptr && kept.insert(window.model).second) open.push_back(window.model);
+    while (!open.empty()) {
+        SimModel* model = open.back();
+        open.pop_back();
+        for (SimModel* below : model->ModelsBelow())
+            if (kept.insert(below).second) open.push_back(below);
+    }
+    // A model goes after the last one that uses it.
+    for (SimModel* model : models_.All())
+        if (!kept.contains(model) && model->UserCount() == 0) open.push_back(model);
+    while (!open.empty()) {
+        SimModel* model = open.back();
+        open.pop_back();
+        const std::vector<SimModel*> below = model->ModelsBelow();
+        if (!models_.Erase(*model)) continue;
+        for (SimModel* next : below)
+            if (!kept.contains(next) && next->UserCount() == 0) open.push_back(next);
+    }
+    std::erase_if(toErase_, [this](const SimModel* model) { return !doomed_.contains(model); });
+}
+
 void Desk::Forget(const SimModel& model) {
-    for (SimModel*& shown : windows_)
-        if (shown == &model) shown = nullptr;
+    if (const auto own = windowOf_.find(&model); own != windowOf_.end()) Put(own->second, nullptr);
     std::erase_if(selected, [&model](const Pick& pick) { return pick.model == &model; });
+    doomed_.erase(&model);
+    sheetsBefore_.erase(&model);
     for (const auto& surface : model.Surfaces()) surfaces_.erase(surface.get());
+}
+
+// ---- What a command left behind
+
+void Desk::StartCommand() {
+    opened_.clear();
+    sheetsBefore_.clear();
+}
+
+void Desk::TurnToSheet(SimModel& drawing, int sheet) {
+    sheetsBefore_.try_emplace(&drawing, drawing.CurrentSheet());
+    drawing.SetCurrentSheet(sheet);
+}
+
+std::string Desk::Described(int window) const {
+    const SimModel* model = ModelIn(window);
+    return model == nullptr ? "an empty window" : "the window of " + Utf8(model->Name());
+}
+
+std::optional<std::string> Desk::WindowLeftCurrent() {
+    FollowStore();
+    const int next = HasWindow(pendingWindow_) ? pendingWindow_ : activeWindow_;
+    if (!setWindow_ || *setWindow_ == next) return std::nullopt;
+    return Described(*setWindow_) + " was left current";
+}
+
+std::vector<std::string> Desk::Leftovers() {
+    FollowStore();
+    std::vector<std::string> lines;
+    for (const int window : opened_)
+        if (ModelIn(window) != nullptr && window != activeWindow_)
+            lines.push_back(Described(window) + " was left open");
+    for (const auto& [drawing, sheet] : sheetsBefore_)
+        if (drawing->CurrentSheet() != sheet)
+            lines.push_back("the drawing " + Utf8(drawing->Name()) + " was left on sheet " +
+                            std::to_string(drawing->CurrentSheet()));
+    return lines;
 }
 
 // ---- Selection and surfaces

@@ -4,6 +4,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -22,30 +25,47 @@ public:
     Desk(const Desk&) = delete;
     Desk& operator=(const Desk&) = delete;
 
-    // ---- Windows. The base window, 0, always exists; a window without a model is empty.
-    // The user opens the model: in its window, else an empty one, else a new one; that window becomes
-    // current.
+    // ---- Windows. The base window, 0, always exists; a window without a model is empty. Of the windows one
+    // is active, the one that the user works in, and one is current, the one that calls draw and export in:
+    // the active one until a command sets another. Numbers of closed windows are not used again. The user
+    // opens the model: in its window, else an empty one, else a new one; that window becomes current.
     int Open(SimModel& model);
     // The model's window, made if need be as above; the current window stays.
     int WindowFor(SimModel& model);
     // Puts the model into its own window or, if it has none, into the current one.
     void Display(SimModel& model);
     bool HasWindow(int window) const;
+    void SetCurrent(int window);
+    // Closes the window, of the base window only its contents go. The current one is refused.
+    [[nodiscard]] bool Delete(int window);
     SimModel* ModelIn(int window) const;
     // True for a model with a window, and for the assembly of such a manufacturing model.
     bool IsShown(const SimModel& model);
     int CurrentWindow();
-    std::size_t WindowCount() const { return windows_.size(); }
     void CountRepaint() { ++repaints_; }
     int Repaints() const { return repaints_; }
 
     // ---- What takes effect when the command has returned
     void ActivateLater(int window) { pendingWindow_ = window; }
+    void CloseCurrentLater() { toClose_.push_back(CurrentWindow()); }
     void EraseLater(SimModel& model);
     // True for a model that a command has erased and that must not be used any more.
     bool IsDoomed(const SimModel& model) const { return !doomed_.empty() && doomed_.contains(&model); }
     // Call it when a command has returned. A model that another one in memory refers to stays there.
     void ApplyPending();
+
+    // Takes every model out of memory, at once, that is in no window and below none that is.
+    void EraseNotShown();
+
+    // ---- What a command left behind
+    void StartCommand();
+    // Makes a sheet of a drawing current, for a command that should go back to the one before.
+    void TurnToSheet(SimModel& drawing, int sheet);
+    // One line each, in words: another window current than the active one, windows that the command opened
+    // and that are not active, drawings on another sheet. `WindowLeftCurrent` before ApplyPending,
+    // `Leftovers` after it.
+    std::optional<std::string> WindowLeftCurrent();
+    std::vector<std::string> Leftovers();
 
     // ---- Selection
     std::vector<Pick> selected;      // the selection buffer
@@ -63,14 +83,28 @@ public:
     const SurfaceItem* FindSurface(const void* handle) const;
 
 private:
+    struct Window {
+        SimModel* model = nullptr;
+        bool isOpen = true;
+    };
+
     void FollowStore();
-    void MakeCurrent(int window);
+    void Put(int window, SimModel* model);
+    void Close(int window);
+    void MakeActive(int window);
     void Forget(const SimModel& model);
+    std::string Described(int window) const;
 
     ModelStore& models_;
-    std::vector<SimModel*> windows_ = {nullptr};  // by window number
-    int currentWindow_ = 0;
+    std::vector<Window> windows_ = {{}};                 // by window number
+    std::unordered_map<const SimModel*, int> windowOf_;  // of the models that have one
+    std::set<int> emptyWindows_ = {0};
+    int activeWindow_ = 0;
+    std::optional<int> setWindow_;  // the current window, when a command has set one
     int pendingWindow_ = -1;
+    std::vector<int> toClose_;
+    std::vector<int> opened_;                                // windows that the command filled
+    std::unordered_map<const SimModel*, int> sheetsBefore_;  // of drawings that the command turned
     int repaints_ = 0;
     std::vector<SimModel*> toErase_;
     std::unordered_set<const SimModel*> doomed_;

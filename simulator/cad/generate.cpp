@@ -1,6 +1,7 @@
 #include "cad/generate.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +18,13 @@ constexpr int kPlacementsPerModel = 10;
 // A repeated sub-assembly repeats all that is in it: on average a model is met this often through repetition
 // alone, the rest is filled up with single parts.
 constexpr double kRepetition = 5;
+
+SimModel& Created(ModelStore& store, const std::wstring& name, ModelKind kind, ModelSubtype subtype) {
+    SimModel* model = store.Create(name, kind, subtype);
+    if (model != nullptr) return *model;
+    std::fputs("hostsim: a generated model name is taken\n", stderr);
+    std::abort();
+}
 
 // An assembly being made, with how often a walk of the top assembly meets it.
 struct Level {
@@ -45,10 +53,7 @@ private:
     std::size_t Below(std::size_t limit) { return random_() % limit; }
 
     SimModel& New(const std::wstring& name, ModelKind kind, ModelSubtype subtype) {
-        SimModel* model = store_.Create(name, kind, subtype);
-        if (model != nullptr) return *model;
-        std::fputs("hostsim: a generated model name is taken\n", stderr);
-        std::abort();
+        return Created(store_, name, kind, subtype);
     }
 
     void MakeModels(int count, int depth) {
@@ -141,6 +146,30 @@ private:
 SimModel& GenerateAssembly(ModelStore& store, int placements, int depth, unsigned seed,
                            std::wstring_view name) {
     return Generator(store, seed).Make(placements, depth, name);
+}
+
+std::vector<SimModel*> GenerateDrawings(ModelStore& store, SimModel& assembly, int count, int sheets) {
+    constexpr std::array<const wchar_t*, 5> kSizes = {L"A1", L"A3", L"A4", L"A2", L"A0"};
+    std::vector<SimModel*> shown = {&assembly};
+    for (SimModel* model : store.All())
+        if (model->Name().starts_with(L"GEN_") && model != &assembly && model->Kind() != ModelKind::kDrawing)
+            shown.push_back(model);
+    std::vector<SimModel*> drawings;
+    for (int i = 0; i < count; ++i) {
+        const std::wstring number = std::to_wstring(i + 1);
+        SimModel& drawing = Created(store, L"GEN_DRW_" + number, ModelKind::kDrawing, ModelSubtype::kNone);
+        const auto index = static_cast<std::size_t>(i);
+        for (int sheet = 0; sheet < sheets; ++sheet) {
+            drawing.AddSheet(kSizes[(index + static_cast<std::size_t>(sheet)) % kSizes.size()]);
+            drawing.AddView(*shown[index % shown.size()], sheet + 1);
+        }
+        drawing.SetParameter(L"DRAWING_NO", L"GEN-" + number);
+        drawing.SetParameter(L"REVISION", i % 5);
+        drawing.SetParameter(L"WEIGHT", 0.25 * (i + 1));
+        drawing.SetParameter(L"RELEASED", i % 2 == 0);
+        drawings.push_back(&drawing);
+    }
+    return drawings;
 }
 
 }  // namespace sim

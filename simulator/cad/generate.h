@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "cad/model_store.h"
 
@@ -19,5 +20,10 @@ namespace sim {
 // Aborts when the generated names are taken in the store.
 SimModel& GenerateAssembly(ModelStore& store, int placements, int depth, unsigned seed,
                            std::wstring_view name = L"GEN_TOP");
+
+// Drawings in memory, GEN_DRW_1 and so on, each of another model below the assembly as long as there are any,
+// with `sheets` sheets of sizes in turn, a view on each, and the parameters of a title block. Aborts as
+// above.
+std::vector<SimModel*> GenerateDrawings(ModelStore& store, SimModel& assembly, int count, int sheets);
 
 }  // namespace sim

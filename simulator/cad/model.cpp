@@ -216,6 +216,16 @@ SimModel& SimModel::AddView(SimModel& model, int sheet) {
     return AddShownModel(model);
 }
 
+SimModel& SimModel::AddMissingView(std::wstring_view model, int sheet) {
+    DrawingView view;
+    view.id = TakeId();
+    view.sheet = sheet;
+    view.missingModel = model;
+    views_.push_back(std::move(view));
+    modified_ = true;
+    return *this;
+}
+
 SimModel& SimModel::AddShownModel(SimModel& model) {
     if (std::ranges::find(shownModels_, &model) == shownModels_.end()) shownModels_.push_back(&model);
     Use(&model);
@@ -228,6 +238,41 @@ SimModel& SimModel::SetMfgAssembly(SimModel& assembly) {
     Use(&assembly);
     modified_ = true;
     return *this;
+}
+
+// ---- Family tables
+
+SimModel& SimModel::MakeInstanceOf(SimModel& generic) {
+    generic_ = &generic;
+    missingGeneric_.clear();
+    Use(&generic);
+    for (const std::wstring& column : generic.familyColumns_) InheritFrom(generic, column);
+    modified_ = true;
+    return *this;
+}
+
+SimModel& SimModel::LoseGeneric(std::wstring_view name) {
+    generic_ = nullptr;
+    missingGeneric_ = std::wstring(name) + (kind_ == ModelKind::kAssembly ? L".asm" : L".prt");
+    return *this;
+}
+
+bool SimModel::HasFamilyColumn(std::wstring_view parameter) const {
+    const std::wstring wanted = UpperName(parameter);
+    return std::ranges::any_of(familyColumns_,
+                               [&](const std::wstring& column) { return UpperName(column) == wanted; });
+}
+
+bool SimModel::AddFamilyColumn(std::wstring_view parameter) {
+    if (!HasParameter(parameter) || HasFamilyColumn(parameter)) return false;
+    familyColumns_.emplace_back(parameter);
+    modified_ = true;
+    return true;
+}
+
+void SimModel::InheritFrom(const SimModel& generic, std::wstring_view parameter) {
+    const ModelParameter* given = generic.FindParameter(parameter);
+    if (given != nullptr && !HasParameter(parameter)) SetParameter(given->name, given->value);
 }
 
 SimModel& SimModel::SetReadOnly(bool on) {
@@ -251,6 +296,7 @@ void SimModel::ReleaseModelsBelow() {
     views_.clear();
     shownModels_.clear();
     mfgAssembly_ = nullptr;
+    generic_ = nullptr;
 }
 
 }  // namespace sim

@@ -152,6 +152,12 @@ public:
     // ---- Drawings and manufacturing models
     SimModel& AddSheet(std::wstring_view size);
     SimModel& AddView(SimModel& model, int sheet);
+    // A view whose model is not to be found, "pump.prt".
+    SimModel& AddMissingView(std::wstring_view model, int sheet);
+    // Of a drawing with sheets, from 1; 0 without.
+    int CurrentSheet() const { return sheets_.empty() ? 0 : currentSheet_; }
+    // What the user looks at, no change of the drawing.
+    void SetCurrentSheet(int sheet) { currentSheet_ = sheet; }
     const std::vector<DrawingSheet>& Sheets() const { return sheets_; }
     std::vector<DrawingSheet>& Sheets() { return sheets_; }
     std::vector<DrawingView>& Views() { return views_; }
@@ -161,6 +167,22 @@ public:
     const std::vector<SimModel*>& ShownModels() const { return shownModels_; }
     SimModel& SetMfgAssembly(SimModel& assembly);
     SimModel* MfgAssembly() const { return mfgAssembly_; }
+
+    // ---- Family tables: a generic with columns, and instances that are models of their own
+    // Makes this model an instance of `generic`, which starts with the generic's values in all columns.
+    SimModel& MakeInstanceOf(SimModel& generic);
+    bool IsInstance() const { return generic_ != nullptr || !missingGeneric_.empty(); }
+    // The immediate generic; null for no instance, and for one whose generic is not in memory.
+    SimModel* Generic() const { return generic_; }
+    // Makes it an instance whose generic is not in memory.
+    SimModel& LoseGeneric(std::wstring_view name);
+    // Parameters that are columns of this model's table.
+    const std::vector<std::wstring>& FamilyColumns() const { return familyColumns_; }
+    bool HasFamilyColumn(std::wstring_view parameter) const;
+    // False: there is no such parameter, or it is a column already.
+    bool AddFamilyColumn(std::wstring_view parameter);
+    // Takes over the generic's value of a parameter, unless it has one of its own.
+    void InheritFrom(const SimModel& generic, std::wstring_view parameter);
 
     // ---- State of the session
     SimModel& SetReadOnly(bool on = true);
@@ -174,8 +196,8 @@ public:
     int BodyCount() const { return bodies_; }
     SimModel& SetBodyCount(int bodies);
 
-    // The models right below: of components, of drawing views, of a manufacturing model; each once, itself
-    // never.
+    // The models right below: of components, of drawing views, of a manufacturing model, the generic of an
+    // instance; each once, itself never.
     const std::vector<SimModel*>& ModelsBelow() const { return below_; }
     // How many other models have this one right below them.
     int UserCount() const { return users_; }
@@ -204,9 +226,13 @@ private:
     std::vector<std::unique_ptr<SurfaceItem>> surfaces_;
     std::vector<CoordinateSystem> coordinateSystems_;
     std::vector<DrawingSheet> sheets_;
+    int currentSheet_ = 1;
     std::vector<DrawingView> views_;
     std::vector<SimModel*> shownModels_;
     SimModel* mfgAssembly_ = nullptr;
+    SimModel* generic_ = nullptr;
+    std::wstring missingGeneric_;  // "pump.prt": named by the file, but not to be found
+    std::vector<std::wstring> familyColumns_;
     std::vector<std::wstring> missingShownModels_;  // "pump.asm": named by the file, but not to be found
     std::wstring missingMfgAssembly_;
     std::vector<SimModel*> below_;

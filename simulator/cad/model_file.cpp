@@ -253,11 +253,17 @@ public:
         root.Optional("readOnly", [&](const Node& node) { model_.readOnly_ = node.Truth(); });
         root.Optional("bodies", [&](const Node& node) { model_.bodies_ = node.Int(0); });
         root.Optional("parameters", [&](const Node& node) { ReadList(node, &ModelReader::ReadParameter); });
+        root.Optional("generic", [&](const Node& node) { ReadGeneric(node); });
+        root.Optional("familyColumns", [&](const Node& node) { ReadList(node, &ModelReader::ReadColumn); });
         root.Optional("features", [&](const Node& node) { ReadList(node, &ModelReader::ReadFeature); });
         root.Optional("surfaces", [&](const Node& node) { ReadList(node, &ModelReader::ReadSurface); });
         root.Optional("coordinateSystems",
                       [&](const Node& node) { ReadList(node, &ModelReader::ReadSystem); });
         root.Optional("sheets", [&](const Node& node) { ReadList(node, &ModelReader::ReadSheet); });
+        root.Optional("currentSheet", [&](const Node& node) {
+            model_.currentSheet_ =
+                static_cast<int>(node.Integer(1, static_cast<long long>(model_.sheets_.size())));
+        });
         root.Optional("models", [&](const Node& node) {
             node.ForEach([&](const Node& entry) { AddTie(ModelTie::Role::kShownModel, 0, entry); });
         });
@@ -289,6 +295,12 @@ public:
                 else
                     model.missingMfgAssembly_ = label;
                 break;
+            case ModelTie::Role::kGeneric:
+                if (other != nullptr)
+                    model.MakeInstanceOf(*other).SetModified(false);
+                else
+                    model.missingGeneric_ = label;
+                break;
         }
     }
 
@@ -313,6 +325,17 @@ private:
     void AddTie(ModelTie::Role role, std::size_t position, const Node& node) {
         auto [name, kind] = ReadModelName(node);
         ties_.push_back({role, position, std::move(name), kind});
+    }
+
+    void ReadGeneric(const Node& node) {
+        const auto [name, kind] = ReadModelName(node);
+        const bool isOwn = kind == model_.kind_ && UpperName(name) == UpperName(model_.name_);
+        if (kind != model_.kind_ || isOwn) node.Fail("another model of the same kind");
+        AddTie(ModelTie::Role::kGeneric, 0, node);
+    }
+
+    void ReadColumn(const Node& node) {
+        if (!model_.AddFamilyColumn(node.WideText(kLongestName))) node.Fail("a parameter, each once");
     }
 
     int ReadId(Entries& entries) {
@@ -469,8 +492,9 @@ ModelFileContent ReadModelFile(const fs::path& file, std::wstring_view name, Mod
 
     ModelFileContent content{std::make_unique<SimModel>(std::move(modelName), kind, subtype), {}};
     ModelReader(content).Read(root);
-    root.Close({"format", "version", "name", "kind", "subtype", "readOnly", "bodies", "parameters",
-                "features", "surfaces", "coordinateSystems", "sheets", "models", "views", "assembly"});
+    root.Close({"format", "version", "name", "kind", "subtype", "readOnly", "bodies", "parameters", "generic",
+                "familyColumns", "features", "surfaces", "coordinateSystems", "sheets", "currentSheet",
+                "models", "views", "assembly"});
     return content;
 }
 
@@ -495,6 +519,12 @@ public:
         if (model_.bodies_ != 1) root["bodies"] = model_.bodies_;
         for (const ModelParameter& parameter : model_.parameters_)
             root["parameters"].push_back(Write(parameter));
+        if (model_.generic_ != nullptr)
+            root["generic"] = Label(*model_.generic_);
+        else if (!model_.missingGeneric_.empty())
+            root["generic"] = Utf8(model_.missingGeneric_);
+        for (const std::wstring& column : model_.familyColumns_)
+            root["familyColumns"].push_back(Utf8(column));
         for (const Feature& feature : model_.features_) root["features"].push_back(Write(feature));
         for (const auto& surface : model_.surfaces_)
             root["surfaces"].push_back({{"id", surface->id},
@@ -506,6 +536,7 @@ public:
             root["coordinateSystems"].push_back(std::move(entry));
         }
         for (const DrawingSheet& sheet : model_.sheets_) root["sheets"].push_back(Write(sheet));
+        if (model_.CurrentSheet() > 1) root["currentSheet"] = model_.currentSheet_;
         for (const SimModel* shown : model_.shownModels_) root["models"].push_back(Label(*shown));
         for (const std::wstring& missing : model_.missingShownModels_)
             root["models"].push_back(Utf8(missing));

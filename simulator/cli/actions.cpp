@@ -1,5 +1,6 @@
 #include "cli/actions.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <fstream>
@@ -97,6 +98,11 @@ void SaveChanged(ModelStore& models) {
     }
 }
 
+bool SaveDrawings(ModelStore& models, const std::vector<SimModel*>& drawings) {
+    return std::ranges::all_of(
+        drawings, [&models](SimModel* drawing) { return models.Save(*drawing) == PRO_TK_NO_ERROR; });
+}
+
 }  // namespace
 
 int ListCommands(const Places& places, const std::string& mode) {
@@ -124,6 +130,10 @@ int RunCommand(const Places& places, const RunOptions& options) {
         session.models.currentMode = static_cast<int>(ModeFromText(options.mode));
     }
 
+    if (Spreadsheet::IsRegistered())
+        host.Spreadsheet().UseRegistered();
+    else
+        host.Spreadsheet().Install();
     session.report.SetTracing(options.trace);
     // A person at the command line sees where the command leaves the directory; it is no fault by itself.
     host.AllowDirectoryChange();
@@ -150,6 +160,13 @@ int ShowModel(const Places& places, const std::string& model, int levels) {
     PrintModel(RetrieveModel(models, model), levels);
     PrintDamagedFiles(models);
     return models.Problems().empty() ? 0 : 1;
+}
+
+int ListExports(const fs::path& folder) {
+    std::error_code error;
+    if (!fs::is_directory(folder, error)) throw BadInput(Utf8(folder.wstring()) + " is no folder");
+    PrintExports(FindExports(fs::absolute(folder)));
+    return 0;
 }
 
 int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile) {
@@ -181,6 +198,8 @@ int Generate(const Places& places, const GenerateOptions& options) {
         GenerateAssembly(models, options.placements, options.depth, options.seed, Wide(options.name));
     // Saving the top assembly writes everything below it.
     if (models.Save(top) != PRO_TK_NO_ERROR)
+        throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
+    if (!SaveDrawings(models, GenerateDrawings(models, top, options.drawings, options.sheets)))
         throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
     std::printf("%s: %zu models written\n", FileLabel(top).c_str(), models.All().size());
     return 0;

@@ -35,12 +35,15 @@ struct GenerateOptions {
     int placements = 1000;
     int depth = 6;
     unsigned seed = 1;
+    int drawings = 0;
+    int sheets = 3;  // a drawing
 };
 
 int ListCommands(const Places& places, const std::string& mode);
 int RunCommand(const Places& places, const RunOptions& options);
 int ListModels(const Places& places);
 int ShowModel(const Places& places, const std::string& model, int levels);
+int ListExports(const std::filesystem::path& folder);
 int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile);
 int Check(const Places& places);
 int Generate(const Places& places, const GenerateOptions& options);

@@ -35,6 +35,7 @@ struct Line {
     RunOptions run;
     std::string model;
     int levels = 25;
+    std::filesystem::path exportFolder;
     std::string dialog;
     std::string svgFile;
     GenerateOptions generate;
@@ -84,8 +85,13 @@ void AddModelCommands(CLI::App& app, Line& line) {
     show->add_option("--levels", line.levels, "depth of the component tree")->check(CLI::Range(0, 25));
     show->callback([&line] { line.exitCode = sim::cli::ShowModel(line.places, line.model, line.levels); });
 
+    CLI::App* exports = app.add_subcommand("exports", "list exported files and what they hold");
+    AddFolder(exports, "FOLDER", line.exportFolder, "folder to search, with all below it")->required();
+    exports->callback([&line] { line.exitCode = sim::cli::ListExports(line.exportFolder); });
+
     GenerateOptions& generate = line.generate;
-    CLI::App* generator = app.add_subcommand("generate", "write an assembly of a given size and depth");
+    CLI::App* generator =
+        app.add_subcommand("generate", "write an assembly of a given size and depth, and drawings");
     AddFolder(generator, "--workspace", line.places.workspace, "folder to write into")->required();
     generator->add_option("--name", generate.name, "name of the top assembly")->capture_default_str();
     generator->add_option("--placements", generate.placements, "placements in all levels")
@@ -95,6 +101,12 @@ void AddModelCommands(CLI::App& app, Line& line) {
         ->capture_default_str()
         ->check(CLI::Range(1, 24));
     generator->add_option("--seed", generate.seed, "same seed, same assembly")->capture_default_str();
+    generator->add_option("--drawings", generate.drawings, "drawings of the assembly and its models")
+        ->capture_default_str()
+        ->check(CLI::Range(0, 10000));
+    generator->add_option("--sheets", generate.sheets, "sheets of each drawing")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 100));
     generator->callback([&line] { line.exitCode = sim::cli::Generate(line.places, line.generate); });
 }
 

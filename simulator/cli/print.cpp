@@ -67,6 +67,27 @@ void PrintComponents(const SimModel& model, int level, int levels, std::vector<c
     above.pop_back();
 }
 
+// Each with the views on it.
+void PrintSheets(const SimModel& model) {
+    if (!model.Sheets().empty()) std::printf("sheets\n");
+    int number = 0;
+    for (const DrawingSheet& sheet : model.Sheets()) {
+        ++number;
+        std::printf("  %d  %s  scale %g%s%s%s\n", number, Utf8(sheet.size).c_str(), sheet.scale,
+                    sheet.name.empty() ? "" : ("  " + Utf8(sheet.name)).c_str(),
+                    sheet.format.empty() ? "" : ("  format " + Utf8(sheet.format)).c_str(),
+                    number == model.CurrentSheet() && model.Sheets().size() > 1 ? "  (current)" : "");
+        for (const DrawingView& view : model.Views()) {
+            if (view.sheet != number) continue;
+            const std::string shown = view.model != nullptr
+                                          ? FileLabel(*view.model)
+                                          : Utf8(UpperName(view.missingModel)) + "  missing";
+            std::printf("       %s%s%s\n", Utf8(view.name).c_str(), view.name.empty() ? "" : "  ",
+                        shown.c_str());
+        }
+    }
+}
+
 }  // namespace
 
 std::string FileLabel(const SimModel& model) {
@@ -91,14 +112,27 @@ void PrintModel(const SimModel& model, int levels) {
         std::printf("  %s = %s%s%s\n", Utf8(parameter.name).c_str(),
                     Utf8(model.Parameter(parameter.name)).c_str(),
                     parameter.relationDriven ? "  (relation)" : "", parameter.locked ? "  (locked)" : "");
-    if (!model.Sheets().empty()) std::printf("sheets\n");
-    for (const DrawingSheet& sheet : model.Sheets())
-        std::printf("  %s  scale %g\n", Utf8(sheet.size).c_str(), sheet.scale);
+    PrintSheets(model);
     if (model.MfgAssembly() != nullptr) std::printf("assembly %s\n", FileLabel(*model.MfgAssembly()).c_str());
     if (model.Features().empty()) return;
     std::printf("components\n");
     std::vector<const SimModel*> above;
     PrintComponents(model, 1, levels, above);
+}
+
+void PrintExports(const std::vector<ExportedFile>& files) {
+    for (const ExportedFile& file : files) {
+        std::string sheets;
+        for (const ExportedSheet& sheet : file.record.sheets) {
+            sheets += (sheets.empty() ? "  " : ", ") + std::to_string(sheet.number) + " " + Utf8(sheet.size);
+            if (!sheet.space.empty()) sheets += " " + sheet.space;
+        }
+        std::string options;
+        for (const auto& [name, value] : file.record.options) options += "  " + name + "=" + value;
+        std::printf("%s: %s of %s%s%s\n", Utf8(file.path.wstring()).c_str(), file.record.format.c_str(),
+                    Utf8(file.record.model).c_str(), sheets.c_str(), options.c_str());
+    }
+    std::printf("%zu exported files\n", files.size());
 }
 
 void PrintTrace(const Report& report) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/sim_host.h"
 
@@ -10,6 +11,8 @@ namespace sim::cli {
 
 void PrintMenu(Session& session);
 void PrintModel(const SimModel& model, int levels);
+// One line a file: what was exported, the sheets, the options.
+void PrintExports(const std::vector<ExportedFile>& files);
 void PrintTrace(const Report& report);
 void PrintProfile(const Report& report);
 // What the user saw and what was started: boxes, message area, programs.

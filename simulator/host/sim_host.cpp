@@ -116,12 +116,24 @@ SimModel& SimHost::AddAssembly(std::wstring_view name) {
     return Add(name, ModelKind::kAssembly, ModelSubtype::kDesignAssembly);
 }
 
-void SimHost::AddDrawingFile(std::wstring_view name, const std::vector<std::wstring>& sheets) {
+SimModel& SimHost::AddDrawing(std::wstring_view name, const std::vector<std::wstring>& sheets,
+                              const std::vector<SimModel*>& shown) {
     SimModel& drawing = Add(name, ModelKind::kDrawing, ModelSubtype::kNone);
     for (const std::wstring& size : sheets) drawing.AddSheet(size);
-    if (session_->models.Save(drawing) != PRO_TK_NO_ERROR)
-        problems_.push_back("cannot write the drawing " + Utf8(name));
-    session_->models.Erase(drawing);
+    for (int sheet = 1; static_cast<std::size_t>(sheet) <= sheets.size(); ++sheet)
+        for (SimModel* model : shown) drawing.AddView(*model, sheet);
+    return drawing;
+}
+
+void SimHost::AddDrawingFile(std::wstring_view name, const std::vector<std::wstring>& sheets,
+                             const std::vector<SimModel*>& shown) {
+    Store(AddDrawing(name, sheets, shown));
+}
+
+void SimHost::Store(SimModel& model) {
+    if (session_->models.Save(model) != PRO_TK_NO_ERROR)
+        problems_.push_back("cannot write the model " + Utf8(model.Name()));
+    session_->models.Erase(model);
 }
 
 SimModel& SimHost::AddManufacturing(std::wstring_view name, SimModel& assembly, bool mould) {
@@ -179,9 +191,11 @@ int SimHost::Availability(std::string_view command) {
 ProError SimHost::Run(std::string_view command) {
     const fs::path directory = WorkingDirectory();
     const auto options = session_->configOptions;
+    session_->desk.StartCommand();
     session_->report.ResetCalls();
     ResetPluginHeap();
     const ProError status = session_->interface_.RunCommand(command);
+    if (const auto left = session_->desk.WindowLeftCurrent()) problems_.push_back(*left);
     session_->desk.ApplyPending();
     LookForLeftovers(directory, options);
     return status;
@@ -192,10 +206,27 @@ void SimHost::LookForLeftovers(const fs::path& directory,
                                const std::map<std::wstring, std::vector<std::wstring>>& options) {
     for (const std::string& item : session_->report.OpenItems()) problems_.push_back("left open: " + item);
     session_->report.DropOpenItems();
+    for (std::string& item : session_->spreadsheet.TakeLeftovers()) problems_.push_back(std::move(item));
     if (!directoryMayChange_ && directory != WorkingDirectory())
         problems_.push_back("the working directory was left at " + Utf8(WorkingDirectory().wstring()));
     directoryMayChange_ = false;
-    if (options != session_->configOptions) problems_.push_back("a configuration option was left changed");
+    auto now = session_->configOptions;
+    // An option of the session that had no value may get one for good: there is no call that takes it away.
+    std::erase_if(now, [&options](const auto& option) { return !options.contains(option.first); });
+    if (options != now) problems_.push_back("a configuration option was left changed");
+    for (std::string& line : session_->desk.Leftovers()) problems_.push_back(std::move(line));
+}
+
+// ---- Seeing
+
+std::optional<ExportRecord> SimHost::Exported(const fs::path& file) const {
+    return ReadExport(WorkingDirectory() / file);
+}
+
+std::vector<std::wstring> SimHost::ExportedFiles() const {
+    std::vector<std::wstring> files;
+    for (const ExportedFile& file : FindExports(WorkingDirectory())) files.push_back(file.path.wstring());
+    return files;
 }
 
 std::wstring SimHost::LastMessage() const {

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "export/export_file.h"
 #include "session/session.h"
 #include "ui/sim_dialog.h"
 #include "windows/plugin.h"
@@ -54,8 +55,15 @@ public:
     SimModel& AddSheetmetal(std::wstring_view name);
     SimModel& AddSkeleton(std::wstring_view name);
     SimModel& AddAssembly(std::wstring_view name);
-    // A drawing with these sheets, e.g. {L"A3", L"A4"}; it lies in the working directory, not in memory.
-    void AddDrawingFile(std::wstring_view name, const std::vector<std::wstring>& sheets);
+    // A drawing with these sheets, e.g. {L"A3", L"A4"}, and a view of every shown model on each.
+    SimModel& AddDrawing(std::wstring_view name, const std::vector<std::wstring>& sheets,
+                         const std::vector<SimModel*>& shown = {});
+    // The same, but it lies in the working directory, not in memory.
+    void AddDrawingFile(std::wstring_view name, const std::vector<std::wstring>& sheets,
+                        const std::vector<SimModel*>& shown = {});
+    // Writes a model with all that is below it to the working directory and takes it out of memory; what only
+    // it used goes when the host erases what is not displayed.
+    void Store(SimModel& model);
     SimModel& AddManufacturing(std::wstring_view name, SimModel& assembly, bool mould = true);
     // Retrieves a model of the working directory; null: there is none, or it is damaged.
     SimModel* Retrieve(std::wstring_view name, ModelKind kind);
@@ -75,8 +83,8 @@ public:
 
     // ---- Acting
     // Picks the command from the menu. GENERAL_ERROR and a problem when it is unknown or not available now.
-    // After it the host looks for what was left behind: open items, a changed working directory, changed
-    // options.
+    // After it the host looks for what was left behind: open items, automation objects, a changed working
+    // directory, changed options.
     ProError Run(std::string_view command);
     // Availability of a command as the host would show it: 0 hidden, 1 greyed, 3 available; else
     // kNotRegistered.
@@ -96,6 +104,11 @@ public:
     std::wstring LastMessage() const;
     const std::filesystem::path& WorkingDirectory() const { return session_->models.WorkingDirectory(); }
     const std::filesystem::path& PluginHome() const { return pluginHome_; }
+    // What an exported file of the working directory records, e.g. L"PDF\\pump.pdf"; nothing when there is no
+    // such file, or it is not complete. Disk trouble is arranged in State().disk.
+    std::optional<ExportRecord> Exported(const std::filesystem::path& file) const;
+    // Paths of all exported files in the working directory and below it, "PDF\\pump.pdf", in order.
+    std::vector<std::wstring> ExportedFiles() const;
     // Host calls of the last Run, all or of one function.
     long long Calls() const { return session_->report.CallCount(); }
     long long Calls(std::string_view function) const { return session_->report.CallCount(function); }
@@ -104,6 +117,9 @@ public:
     std::vector<std::string> TakeProblems();
     // Arranged answers that were not asked for are no problem from here on.
     void ForgetAnswers();
+
+    // The spreadsheet application; absent unless installed.
+    sim::Spreadsheet& Spreadsheet() { return session_->spreadsheet; }
 
     Session& State() { return *session_; }
 

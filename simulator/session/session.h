@@ -10,7 +10,10 @@
 
 #include "cad/desk.h"
 #include "cad/model_store.h"
+#include "export/disk.h"
+#include "export/export_options.h"
 #include "report/report.h"
+#include "spreadsheet/spreadsheet.h"
 #include "toolkit/host_memory.h"
 #include "ui/interface.h"
 #include "ui/user.h"
@@ -24,6 +27,13 @@ struct Strictness {
     // ProMdlExtensionGet knows the extension of a model that was never on disk (the documents speak of the
     // file that the model was retrieved from).
     bool newModelHasExtension = true;
+    // ProOutputFileMdlnameWrite takes a path, although the documents speak of a file name.
+    bool outputPathRefused = false;
+    // ProPDFWithProfileExport finds a profile by its bare name in the working directory, although the
+    // documents want a path.
+    bool bareProfileNameRefused = false;
+    // A PDF export that does not say which sheets holds all of them; off: the current one.
+    bool pdfHoldsAllSheets = true;
 };
 
 class Session {
@@ -39,7 +49,10 @@ public:
     HostMemory memory{report};
     Interface interface_;
     User user;
+    Spreadsheet spreadsheet;
     Strictness strict;
+    ExportOptions exportOptions;
+    Disk disk;
 
     // The registered text directory: the folder that holds `text`.
     std::filesystem::path textDirectory;

@@ -194,12 +194,30 @@ ProError ProMdlSave(ProMdl handle) {
     });
 }
 
+ProError ProMdlIsModifiable(ProMdl p_model, ProBoolean show_ui, ProBoolean* can_modify) {
+    static const CallSite kSite("ProMdlIsModifiable", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {p_model, show_ui, can_modify}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModel(host, p_model);
+        if (model == nullptr || can_modify == nullptr) return PRO_TK_BAD_INPUTS;
+        *can_modify = model->IsReadOnly() ? PRO_B_FALSE : PRO_B_TRUE;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProMdlErase(ProMdl handle) {
     static const CallSite kSite("ProMdlErase", {PRO_TK_BAD_INPUTS, PRO_TK_E_DEADLOCK});
     return Traced(kSite, {handle}, [&](Session& host) -> ProError {
         SimModel* model = FindModel(host, handle);
         if (model == nullptr) return PRO_TK_BAD_INPUTS;
         host.desk.EraseLater(*model);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlEraseNotDisplayed() {
+    static const CallSite kSite("ProMdlEraseNotDisplayed", {PRO_TK_E_DEADLOCK});
+    return Traced(kSite, {}, [](Session& host) -> ProError {
+        host.desk.EraseNotShown();
         return PRO_TK_NO_ERROR;
     });
 }

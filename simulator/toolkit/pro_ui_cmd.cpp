@@ -18,9 +18,9 @@ bool IsKnownPriority(uiCmdPriority priority) {
 
 // What is wrong with the icon in one of its sizes; empty: nothing.
 std::string FoundIconFault(Session& host, const std::string& icon, unsigned side) {
-    const std::filesystem::path file = host.interface_.FindIcon(icon);
-    if (file.empty()) return "there is no icon file \"" + icon + "\"";
-    const std::string fault = IconFault(file, side);
+    const IconFolder* folder = host.interface_.FindIcon(icon);
+    if (folder == nullptr) return "there is no icon file \"" + icon + "\"";
+    const std::string fault = folder->Fault(icon, side);
     return fault.empty() ? "" : "the icon file \"" + icon + "\" " + fault;
 }
 

@@ -76,4 +76,14 @@ ProError ProUIDialogCloseActionSet(char* dialog, ProUIAction action, ProAppData 
     });
 }
 
+ProError ProUIDialogAboveactivewindowSet(char* dialog, ProBoolean above_active_window) {
+    static const CallSite kSite("ProUIDialogAboveactivewindowSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, above_active_window}, [&](Session& host) -> ProError {
+        Dialog* found = NamedDialog(host, dialog);
+        if (found == nullptr) return PRO_TK_BAD_INPUTS;
+        found->aboveActiveWindow = above_active_window == PRO_B_TRUE;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 }  // extern "C"

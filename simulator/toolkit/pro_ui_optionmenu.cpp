@@ -7,6 +7,17 @@
 
 using namespace sim;
 
+namespace {
+
+ProError SetSensitive(Session& host, const char* dialog, const char* optionmenu, bool on) {
+    Component* menu = NamedComponent(host, dialog, optionmenu, ComponentKind::kOptionMenu);
+    if (menu == nullptr) return PRO_TK_GENERAL_ERROR;
+    menu->sensitive = on;
+    return PRO_TK_NO_ERROR;
+}
+
+}  // namespace
+
 extern "C" {
 
 ProError ProUIOptionmenuValueGet(char* dialog, char* component, wchar_t** value) {
@@ -35,6 +46,18 @@ ProError ProUIOptionmenuValueSet(char* dialog, char* component, wchar_t* value) 
             menu->selected = {menu->names[static_cast<std::size_t>(label - menu->labels.begin())]};
         return PRO_TK_NO_ERROR;
     });
+}
+
+ProError ProUIOptionmenuEnable(char* dialog, char* optionmenu) {
+    static const CallSite kSite("ProUIOptionmenuEnable");
+    return Traced(kSite, {dialog, optionmenu},
+                  [&](Session& host) -> ProError { return SetSensitive(host, dialog, optionmenu, true); });
+}
+
+ProError ProUIOptionmenuDisable(char* dialog, char* optionmenu) {
+    static const CallSite kSite("ProUIOptionmenuDisable");
+    return Traced(kSite, {dialog, optionmenu},
+                  [&](Session& host) -> ProError { return SetSensitive(host, dialog, optionmenu, false); });
 }
 
 }  // extern "C"

@@ -37,4 +37,13 @@ ProError ProUIRadiogroupSelectednamesSet(char* dialog, char* radiogroup, int n_n
     });
 }
 
+ProError ProUIRadiogroupSelectActionSet(char* dialog, char* radiogroup, ProUIAction action,
+                                        ProAppData appdata) {
+    static const CallSite kSite("ProUIRadiogroupSelectActionSet");
+    return Traced(kSite, {dialog, radiogroup, action, appdata}, [&](Session& host) -> ProError {
+        return SetAction(host, dialog, radiogroup, ComponentKind::kRadioGroup, DialogEvent::kSelect,
+                         {action, appdata});
+    });
+}
+
 }  // extern "C"

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -17,6 +19,9 @@ using namespace sim;
 namespace fs = std::filesystem;
 
 namespace {
+
+// The longest model name that a file may carry.
+constexpr std::size_t kLongestName = 80;
 
 ProError FreeList(Session& host, BlockKind kind, const void* list, int count) {
     const HostBlock* block = host.memory.Find({kind}, list);
@@ -69,16 +74,36 @@ std::optional<fs::path> TakeAnswer(Session& host, const Choice& choice,
     return path.make_preferred();
 }
 
+// What a file's name says, read from its end: "pump.asm.3" is pump, asm and version 3.
+struct NameParts {
+    std::wstring name;
+    std::wstring extension;  // empty: none
+    int version = -1;        // -1: none
+};
+
+NameParts SplitName(const std::wstring& fileName) {
+    NameParts parts{fileName, {}, -1};
+    std::size_t dot = parts.name.rfind(L'.');
+    if (dot == std::wstring::npos) return parts;
+    const std::wstring last = parts.name.substr(dot + 1);
+    const bool isNumber = !last.empty() && last.size() <= 9 &&
+                          std::ranges::all_of(last, [](wchar_t c) { return c >= L'0' && c <= L'9'; });
+    if (isNumber) {
+        parts.version = std::stoi(last);
+        parts.name.resize(dot);
+        dot = parts.name.rfind(L'.');
+    }
+    if (dot == std::wstring::npos) return parts;
+    parts.extension = parts.name.substr(dot + 1);
+    parts.name.resize(dot);
+    return parts;
+}
+
 // True when the file's name, without a version, fits one of the masks, such as "*.drw,*.frm".
 bool FitsMasks(const fs::path& file, std::wstring_view masks) {
     if (masks.empty()) return true;
-    fs::path name = file.filename();
-    const std::wstring last = name.extension().wstring();
-    const bool hasVersion = last.size() > 1 && std::ranges::all_of(last.substr(1), [](wchar_t c) {
-                                return c >= L'0' && c <= L'9';
-                            });
-    if (hasVersion) name = name.stem();
-    const std::wstring extension = UpperName(name.extension().wstring());
+    const NameParts parts = SplitName(file.filename().wstring());
+    const std::wstring extension = parts.extension.empty() ? L"" : L"." + UpperName(parts.extension);
     while (true) {
         const std::size_t comma = masks.find(L',');
         const std::wstring mask = UpperName(masks.substr(0, comma));
@@ -87,6 +112,83 @@ bool FitsMasks(const fs::path& file, std::wstring_view masks) {
         masks.remove_prefix(comma + 1);
     }
 }
+
+// A mask that is longer than a name, or empty, where there are masks at all.
+bool IsFaultyFilter(std::wstring_view masks) {
+    while (!masks.empty()) {
+        const std::size_t comma = std::min(masks.find(L','), masks.size());
+        if (comma == 0 || comma >= PRO_NAME_SIZE) return true;
+        masks.remove_prefix(std::min(comma + 1, masks.size()));
+    }
+    return false;
+}
+
+struct Listing {
+    std::vector<fs::path> files;  // by name, versions in their order
+    std::vector<fs::path> folders;
+};
+
+Listing List(const fs::path& folder, std::wstring_view masks) {
+    std::map<std::pair<std::wstring, int>, fs::path> files;
+    Listing listing;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (entry->is_directory(error)) listing.folders.push_back(entry->path());
+        if (!entry->is_regular_file(error) || !FitsMasks(entry->path(), masks)) continue;
+        const NameParts parts = SplitName(entry->path().filename().wstring());
+        files[{UpperName(parts.name) + L'.' + UpperName(parts.extension), parts.version}] = entry->path();
+    }
+    for (auto& [key, path] : files) listing.files.push_back(std::move(path));
+    std::ranges::sort(listing.folders);
+    return listing;
+}
+
+void KeepNewest(std::vector<fs::path>& files) {
+    const auto whole = [](const fs::path& file) {
+        const NameParts parts = SplitName(file.filename().wstring());
+        return UpperName(parts.name) + L'.' + UpperName(parts.extension);
+    };
+    std::vector<fs::path> newest;
+    std::wstring last;
+    for (fs::path& file : files) {
+        std::wstring name = whole(file);
+        if (!newest.empty() && name == last) newest.pop_back();
+        last = std::move(name);
+        newest.push_back(std::move(file));
+    }
+    files = std::move(newest);
+}
+
+// The plug-in's own array of paths; null, with a violation, for anything else.
+HostBlock* PathArray(Session& host, ProPath** array) {
+    HostBlock* block =
+        array == nullptr ? nullptr : host.memory.Find({BlockKind::kArray}, *reinterpret_cast<void**>(array));
+    if (block == nullptr || block->elementSize == sizeof(ProPath)) return block;
+    host.report.Violation("is given an array of something else than paths");
+    return nullptr;
+}
+
+// Adds what fits into a path's buffer at the array's end; the array may move.
+void AppendPaths(Session& host, HostBlock* block, const std::vector<fs::path>& paths, ProPath** array) {
+    std::vector<std::array<wchar_t, PRO_PATH_SIZE>> texts;
+    for (const fs::path& path : paths) {
+        texts.emplace_back();
+        if (!FillPath(path, false, texts.back().data())) texts.pop_back();
+    }
+    if (texts.empty()) return;
+    const std::size_t before = block->count;
+    HostBlock& grown = host.memory.Resize(*block, before + texts.size());
+    std::memcpy(grown.Data() + before * sizeof(ProPath), texts.data(), texts.size() * sizeof(ProPath));
+    *array = reinterpret_cast<ProPath*>(grown.Data());
+}
+
+// Options that the host has besides those that the session sets: the ones that commands may set.
+constexpr std::wstring_view kOptions[] = {
+    L"DWG_EXPORT_FORMAT",       L"DXF_EXPORT_FORMAT",  L"INTF2D_OUT_ACIS",
+    L"OVERRIDE_STORE_BACK",     L"PRO_FORMAT_DIR",     L"SAVE_OBJECTS",
+    L"START_MODEL_DIR",         L"TEMPLATE_DESIGNASM", L"TEMPLATE_DRAWING",
+    L"TEMPLATE_SHEETMETALPART", L"TEMPLATE_SOLIDPART",
+};
 
 }  // namespace
 
@@ -133,6 +235,59 @@ ProError ProDirectoryChange(ProPath path) {
         const auto text = TextInput(host, path, PRO_PATH_SIZE);
         return text ? host.models.ChangeDirectory(*text) : PRO_TK_INVALID_NAME;
     });
+}
+
+ProError ProFilesList(ProPath directory_path, ProLine filter, ProFileListOpt listing_option,
+                      ProPath** p_file_name_array, ProPath** p_subdir_name_array) {
+    static const CallSite kSite("ProFilesList", {PRO_TK_BAD_INPUTS, PRO_TK_INVALID_DIR});
+    return Traced(kSite, {directory_path, filter, listing_option, p_file_name_array, p_subdir_name_array},
+                  [&](Session& host) -> ProError {
+                      const auto masks = TextInput(host, filter == nullptr ? L"" : filter, PRO_LINE_SIZE);
+                      const auto folder =
+                          TextInput(host, directory_path == nullptr ? L"" : directory_path, PRO_PATH_SIZE);
+                      const bool isKnown =
+                          listing_option == PRO_FILE_LIST_ALL || listing_option == PRO_FILE_LIST_LATEST;
+                      if (!masks || !folder || !isKnown || IsFaultyFilter(*masks)) return PRO_TK_BAD_INPUTS;
+                      HostBlock* files = PathArray(host, p_file_name_array);
+                      HostBlock* folders = PathArray(host, p_subdir_name_array);
+                      if (files == nullptr || folders == nullptr || files == folders)
+                          return PRO_TK_BAD_INPUTS;
+                      const fs::path where = host.models.WorkingDirectory() / fs::path(*folder);
+                      std::error_code error;
+                      if (!fs::is_directory(where, error)) return PRO_TK_INVALID_DIR;
+                      Listing listing = List(where, *masks);
+                      if (listing_option == PRO_FILE_LIST_LATEST) KeepNewest(listing.files);
+                      AppendPaths(host, files, listing.files, p_file_name_array);
+                      AppendPaths(host, PathArray(host, p_subdir_name_array), listing.folders,
+                                  p_subdir_name_array);
+                      return PRO_TK_NO_ERROR;
+                  });
+}
+
+ProError ProFileMdlnameParse(ProPath file_name_w_path, ProPath r_path, ProMdlName r_file_name,
+                             ProMdlExtension r_extension, int* r_version) {
+    static const CallSite kSite("ProFileMdlnameParse", {PRO_TK_BAD_INPUTS, PRO_TK_INVALID_NAME});
+    return Traced(
+        kSite, {file_name_w_path, Output(r_path), Output(r_file_name), Output(r_extension), r_version},
+        [&](Session& host) -> ProError {
+            const auto text = TextInput(host, file_name_w_path, PRO_PATH_SIZE);
+            if (!text || text->empty()) return PRO_TK_BAD_INPUTS;
+            const std::size_t slash = text->find_last_of(L"\\/:");
+            const std::wstring_view folder =
+                text->substr(0, slash == std::wstring_view::npos ? 0 : slash + 1);
+            const NameParts parts = SplitName(std::wstring(text->substr(folder.size())));
+            if (parts.name.size() > kLongestName) return PRO_TK_BAD_INPUTS;
+            if (parts.name.empty() || parts.extension.size() >= PRO_MDLEXTENSION_SIZE)
+                return PRO_TK_INVALID_NAME;
+            const bool isFilled =
+                (r_path == nullptr || FillBuffer<wchar_t>(folder, r_path, PRO_PATH_SIZE)) &&
+                (r_file_name == nullptr || FillBuffer<wchar_t>(parts.name, r_file_name, PRO_MDLNAME_SIZE)) &&
+                (r_extension == nullptr ||
+                 FillBuffer<wchar_t>(parts.extension, r_extension, PRO_MDLEXTENSION_SIZE));
+            if (!isFilled) return PRO_TK_GENERAL_ERROR;
+            if (r_version != nullptr) *r_version = parts.version;
+            return PRO_TK_NO_ERROR;
+        });
 }
 
 ProError ProDirectoryChoose(ProName dialog_label, ProPath* shortcut_path_arr, ProName* shortcut_name_arr,
@@ -200,6 +355,39 @@ ProError ProConfigoptArrayGet(ProName option, ProPath** value_array) {
             if (!FillBuffer<wchar_t>(values->second[i], paths[i].data(), PRO_PATH_SIZE))
                 return PRO_TK_GENERAL_ERROR;
         *value_array = reinterpret_cast<ProPath*>(NewHostArray(host, paths));
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProConfigoptionGet(ProName option, ProPath option_value) {
+    static const CallSite kSite("ProConfigoptionGet", {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {option, Output(option_value)}, [&](Session& host) -> ProError {
+        const auto name = TextInput(host, option, PRO_NAME_SIZE);
+        if (!name || name->empty() || option_value == nullptr) return PRO_TK_BAD_INPUTS;
+        const auto values = host.configOptions.find(UpperName(*name));
+        if (values == host.configOptions.end() || values->second.empty()) return PRO_TK_E_NOT_FOUND;
+        const std::wstring value = values->second.front().substr(0, PRO_PATH_SIZE - 1);
+        return FillBuffer<wchar_t>(value, option_value, PRO_PATH_SIZE) ? PRO_TK_NO_ERROR
+                                                                       : PRO_TK_GENERAL_ERROR;
+    });
+}
+
+ProError ProConfigoptSet(ProName option, ProPath option_value) {
+    static const CallSite kSite("ProConfigoptSet", {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {option, option_value}, [&](Session& host) -> ProError {
+        const auto name = TextInput(host, option, PRO_NAME_SIZE);
+        const auto value = TextInput(host, option_value, PRO_PATH_SIZE);
+        if (!name || name->empty() || !value) return PRO_TK_BAD_INPUTS;
+        const std::wstring key = UpperName(*name);
+        const auto known = host.configOptions.find(key);
+        if (known == host.configOptions.end() && std::ranges::find(kOptions, key) == std::end(kOptions))
+            return PRO_TK_E_NOT_FOUND;
+        // An option of several values only grows.
+        std::vector<std::wstring>& values = host.configOptions[key];
+        if (values.size() > 1)
+            values.emplace_back(*value);
+        else
+            values = {std::wstring(*value)};
         return PRO_TK_NO_ERROR;
     });
 }

@@ -29,6 +29,43 @@ ProError ProWindowActivate(int window) {
     });
 }
 
+ProError ProWindowCurrentSet(int window_id) {
+    static const CallSite kSite("ProWindowCurrentSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {window_id}, [&](Session& host) -> ProError {
+        if (!host.desk.HasWindow(window_id)) return PRO_TK_BAD_INPUTS;
+        host.desk.SetCurrent(window_id);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProWindowMdlGet(int window, ProMdl* r_mdl) {
+    static const CallSite kSite("ProWindowMdlGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {window, r_mdl}, [&](Session& host) -> ProError {
+        // Whoever asks for the current window has the desk see what the user has opened.
+        (void)host.desk.CurrentWindow();
+        SimModel* model = host.desk.ModelIn(window);
+        if (model == nullptr || r_mdl == nullptr) return PRO_TK_BAD_INPUTS;
+        *r_mdl = model;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProWindowDelete(int window_id) {
+    static const CallSite kSite("ProWindowDelete", {PRO_TK_BAD_INPUTS, PRO_TK_BAD_CONTEXT});
+    return Traced(kSite, {window_id}, [&](Session& host) -> ProError {
+        if (!host.desk.HasWindow(window_id)) return PRO_TK_BAD_INPUTS;
+        return host.desk.Delete(window_id) ? PRO_TK_NO_ERROR : PRO_TK_BAD_CONTEXT;
+    });
+}
+
+ProError ProWindowCurrentClose() {
+    static const CallSite kSite("ProWindowCurrentClose", {PRO_TK_E_DEADLOCK});
+    return Traced(kSite, {}, [](Session& host) -> ProError {
+        host.desk.CloseCurrentLater();
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProWindowCurrentGet(int* p_window_id) {
     static const CallSite kSite("ProWindowCurrentGet", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {p_window_id}, [&](Session& host) -> ProError {

@@ -22,12 +22,25 @@ Dialog* NamedDialog(Session& host, const char* dialog) {
     return found;
 }
 
+namespace {
+
+// Letters, digits and underscores; null and empty names count as mistaken ones.
+bool IsLayoutName(const char* name) {
+    return name == nullptr || std::strspn(name,
+                                          "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                          "0123456789_") == std::strlen(name);
+}
+
+}  // namespace
+
 Component* NamedComponent(Session& host, const char* dialog, const char* component, ComponentKind kind) {
     Dialog* owner = NamedDialog(host, dialog);
     if (owner == nullptr) return nullptr;
     Component* found = component == nullptr ? nullptr : owner->Find(component);
     if (found == nullptr) {
-        host.report.Violation("the dialog " + Named(dialog) + " has no component " + Named(component));
+        // What no layout file can name is no misspelt component: whoever asks for it knows that it fails.
+        if (IsLayoutName(component))
+            host.report.Violation("the dialog " + Named(dialog) + " has no component " + Named(component));
         return nullptr;
     }
     if (found->kind == kind) return found;

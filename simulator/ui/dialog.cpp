@@ -212,6 +212,29 @@ bool Table::SelectRowCells(const std::vector<std::string>& rows) {
     return true;
 }
 
+bool Table::SortRows(std::string_view column, bool descending) {
+    if (!HasColumn(column)) return false;
+    const auto label = [&](const Line& row) -> const std::wstring& {
+        return std::as_const(*this).Cell(row.name, column)->label;
+    };
+    std::stable_sort(rows_.begin(), rows_.end(), [&](const Line& a, const Line& b) {
+        return descending ? label(b) < label(a) : label(a) < label(b);
+    });
+    return true;
+}
+
+bool Table::Filter(std::string_view column, std::wstring_view text) {
+    if (!HasColumn(column)) return false;
+    filter_ = RowFilter{std::string(column), std::wstring(text)};
+    return true;
+}
+
+bool Table::IsInSight(std::string_view row) const {
+    if (!filter_) return true;
+    const TableCell* cell = Cell(row, filter_->column);
+    return cell != nullptr && cell->label == filter_->text;
+}
+
 bool Table::DeselectRowCells(const std::vector<std::string>& rows) {
     if (!std::all_of(rows.begin(), rows.end(), [this](const std::string& row) { return HasRow(row); }))
         return false;
@@ -224,6 +247,7 @@ bool Table::DeselectRowCells(const std::vector<std::string>& rows) {
 void Table::DropLostCells() {
     const auto isLost = [this](const CellName& cell) { return !HasRow(cell.row) || !HasColumn(cell.column); };
     std::erase_if(selected_, isLost);
+    if (filter_ && !HasColumn(filter_->column)) filter_.reset();
     if (anchor && isLost(*anchor)) anchor.reset();
     if (focus && isLost(*focus)) focus.reset();
 }
@@ -242,6 +266,10 @@ bool Component::Boolean(std::string_view attribute, bool otherwise) const {
 std::wstring Component::Text(std::string_view attribute) const {
     const std::vector<ResValue>& values = Values(attributes, attribute);
     return values.empty() ? std::wstring() : values.front().text;
+}
+
+std::vector<std::string> Component::Texts(std::string_view attribute) const {
+    return Names(attributes, attribute);
 }
 
 std::string SelectedName(const Component& component) {

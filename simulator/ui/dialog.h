@@ -32,6 +32,7 @@ enum class SelectionPolicy { kNone = 0, kSingle = 1, kBrowse = 2, kMultiple = 3,
 struct TableCell {
     std::wstring label;
     std::string component;          // name of a component shown in the cell
+    bool isSet = false;             // somebody has set the label, if only to nothing
     std::optional<int> background;  // colour codes; none: the table's own colour
     std::optional<int> foreground;
 };
@@ -77,6 +78,12 @@ public:
     std::vector<std::string> SelectedRows() const;
     bool SelectCells(const std::vector<CellName>& cells);  // replaces the selection
     bool SelectRowCells(const std::vector<std::string>& rows);
+    // Puts the rows into the order of a column's labels, compared as texts.
+    bool SortRows(std::string_view column, bool descending);
+    // Rows with another text in the column go out of sight; they stay in the table.
+    bool Filter(std::string_view column, std::wstring_view text);
+    void ShowAllRows() { filter_.reset(); }
+    bool IsInSight(std::string_view row) const;
     bool DeselectRowCells(const std::vector<std::string>& rows);
 
     std::optional<CellName> anchor;
@@ -85,6 +92,11 @@ public:
     SelectionPolicy columnPolicy = SelectionPolicy::kNone;
 
 private:
+    struct RowFilter {
+        std::string column;
+        std::wstring text;
+    };
+
     static bool Insert(std::vector<Line>& lines, const std::optional<std::string>& after,
                        const std::vector<std::string>& names);
     void DropLostCells();
@@ -95,6 +107,7 @@ private:
     std::unordered_map<std::string, std::map<std::string, TableCell, std::less<>>>
         cells_;  // by row, then column
     std::vector<CellName> selected_;
+    std::optional<RowFilter> filter_;
 };
 
 struct Component {
@@ -117,12 +130,14 @@ struct Component {
     SelectionPolicy policy = SelectionPolicy::kSingle;  // list, tree
     int minimum = 0, maximum = 100, position = 0;       // progress bar, slider, spin box, thumb wheel
     Table table;
+    std::vector<std::string> drawn;  // images, in the order in which a drawing area was given them
     std::map<DialogEvent, DialogAction> actions;
 
     // Value of an attribute as the file gives it, `otherwise` when the file does not.
     int Integer(std::string_view attribute, int otherwise) const;
     bool Boolean(std::string_view attribute, bool otherwise) const;
     std::wstring Text(std::string_view attribute) const;
+    std::vector<std::string> Texts(std::string_view attribute) const;
 };
 
 class Dialog {
@@ -148,6 +163,7 @@ public:
 
     std::wstring title;
     std::string defaultButton;
+    bool aboveActiveWindow = false;
     std::map<DialogEvent, DialogAction> actions;  // kClose
 
     // ---- Activation

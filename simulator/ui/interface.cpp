@@ -81,12 +81,15 @@ fs::path Interface::FindTextFile(const fs::path& relative) const {
     return {};
 }
 
-fs::path Interface::FindIcon(std::string_view file) const {
+const IconFolder* Interface::FindIcon(std::string_view file) const {
     const fs::path text = Host().textDirectory / "text";
-    for (const fs::path& icon :
-         {text / "resource" / Wide(file), text / Wide(language) / "resource" / Wide(file)})
-        if (IsFile(icon)) return icon;
-    return {};
+    if (iconFolders_.empty()) {
+        iconFolders_.emplace_back(text / "resource");
+        iconFolders_.emplace_back(text / Wide(language) / "resource");
+    }
+    for (const IconFolder& folder : iconFolders_)
+        if (folder.Has(file)) return &folder;
+    return nullptr;
 }
 
 const MessageFile* Interface::Messages(std::wstring_view file) {

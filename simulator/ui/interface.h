@@ -20,6 +20,7 @@
 #include <ProUICmd.h>
 
 #include "ui/dialog.h"
+#include "ui/icon_file.h"
 #include "ui/message_file.h"
 
 namespace sim {
@@ -88,6 +89,7 @@ struct Prompt {
 struct InterfaceStrictness {
     bool upperCaseMessageFileRefused = false;  // message file names with capitals
     bool nonAsciiButtonNameRefused = false;    // push buttons named in another script
+    bool unsetCellRefused = false;             // reading a table cell whose label was never set
 };
 
 class Interface {
@@ -103,8 +105,8 @@ public:
     std::string language = "chinese_cn";
     // text/<language>/<relative>, else text/<relative>; empty: neither is there.
     std::filesystem::path FindTextFile(const std::filesystem::path& relative) const;
-    // An icon in text/resource or text/<language>/resource; empty: not there.
-    std::filesystem::path FindIcon(std::string_view file) const;
+    // The folder that has the icon, text/resource or text/<language>/resource; null: neither.
+    const IconFolder* FindIcon(std::string_view file) const;
     // The message file of that name in the session's language, parsed once a session. Null: no such file.
     // What the parser finds wrong is a violation, once.
     const MessageFile* Messages(std::wstring_view file);
@@ -187,6 +189,7 @@ private:
     std::optional<PopupMenu> popup_;
     int nextPopupId_ = 1;
 
+    mutable std::vector<IconFolder> iconFolders_;  // listed when the first icon is looked for
     std::map<std::wstring, std::unique_ptr<MessageFile>> messageFiles_;  // null: there is no such file
     std::map<std::string, std::wstring> keyOwners_;                      // which file brought a key
 };

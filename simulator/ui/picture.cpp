@@ -73,6 +73,22 @@ std::string Field(const Dialog& dialog, const TableCell& cell) {
     return (inside == nullptr ? Line(cell.label) : "[" + Line(ShownText(*inside)) + "]") + color;
 }
 
+// Places that a text takes on a terminal: Chinese characters and full-width marks take two.
+std::size_t Places(std::string_view text) {
+    std::size_t places = 0;
+    for (const wchar_t character : Wide(text)) places += character >= 0x2E80 ? 2 : 1;
+    return places;
+}
+
+// Fills the fields of each column up with blanks to the widest of them.
+void AlignColumns(std::vector<std::vector<std::string>>& lines) {
+    for (std::size_t column = 0; column < lines.front().size(); ++column) {
+        std::size_t widest = 0;
+        for (const auto& line : lines) widest = std::max(widest, Places(line[column]));
+        for (auto& line : lines) line[column].append(widest - Places(line[column]), ' ');
+    }
+}
+
 // The dialog as lines, grid by grid.
 class TextPicture {
 public:
@@ -211,16 +227,22 @@ private:
 
     void DrawTable(const Component& component, int depth) {
         const Table& table = component.table;
-        std::string header = component.name + " |";
-        for (const Table::Line& column : table.Columns()) header += " " + Line(column.label) + " |";
-        Add(depth, header + (component.sensitive ? "" : " (greyed)"));
+        std::vector<std::vector<std::string>> lines = {{component.name}};
+        for (const Table::Line& column : table.Columns()) lines.front().push_back(Line(column.label));
         const std::vector<std::string> selected = table.SelectedRows();
         for (const Table::Line& row : table.Rows()) {
+            if (!table.IsInSight(row.name)) continue;
             const bool on = std::find(selected.begin(), selected.end(), row.name) != selected.end();
-            std::string line = std::string(on ? "> " : "  ") + row.name + " |";
+            lines.push_back({(on ? "> " : "  ") + row.name});
             for (const Table::Line& column : table.Columns())
-                line += " " + Field(dialog_, *table.Cell(row.name, column.name)) + " |";
-            Add(depth, line);
+                lines.back().push_back(Field(dialog_, *table.Cell(row.name, column.name)));
+        }
+        AlignColumns(lines);
+        for (const std::vector<std::string>& fields : lines) {
+            std::string line;
+            for (const std::string& field : fields) line += (line.empty() ? "" : " ") + field + " |";
+            const bool greyed = &fields == &lines.front() && !component.sensitive;
+            Add(depth, line + (greyed ? " (greyed)" : ""));
         }
     }
 

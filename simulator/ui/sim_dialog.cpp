@@ -178,7 +178,7 @@ SimDialog& SimDialog::DoubleClick(std::string_view table, std::string_view row, 
     Component* component = attempt.Reach(table, {ComponentKind::kTable});
     if (component == nullptr) return *this;
     Table& cells = component->table;
-    if (!cells.HasRow(row) || !cells.HasColumn(column)) {
+    if (!cells.HasRow(row) || !cells.HasColumn(column) || !cells.IsInSight(row)) {
         attempt.Fail("there is no such cell");
         return *this;
     }
@@ -188,6 +188,28 @@ SimDialog& SimDialog::DoubleClick(std::string_view table, std::string_view row, 
     if (cells.policy != SelectionPolicy::kNone) cells.SelectCells({cell});
     attempt.Run(*component, DialogEvent::kArm);
     attempt.Run(*component, DialogEvent::kActivate);
+    return *this;
+}
+
+SimDialog& SimDialog::SortRows(std::string_view table, std::string_view column, bool descending) {
+    const Attempt attempt(session_, dialog_, "sort " + Quoted(table) + " by " + Quoted(column));
+    Component* component = attempt.Reach(table, {ComponentKind::kTable});
+    if (component != nullptr && !component->table.SortRows(column, descending))
+        attempt.Fail("there is no such column");
+    return *this;
+}
+
+SimDialog& SimDialog::FilterRows(std::string_view table, std::string_view column, std::wstring_view text) {
+    const Attempt attempt(session_, dialog_, "filter " + Quoted(table) + " by " + Quoted(column));
+    Component* component = attempt.Reach(table, {ComponentKind::kTable});
+    if (component != nullptr && !component->table.Filter(column, text))
+        attempt.Fail("there is no such column");
+    return *this;
+}
+
+SimDialog& SimDialog::ShowAllRows(std::string_view table) {
+    const Attempt attempt(session_, dialog_, "show all rows of " + Quoted(table));
+    if (Component* component = attempt.Reach(table, {ComponentKind::kTable})) component->table.ShowAllRows();
     return *this;
 }
 
@@ -259,8 +281,14 @@ std::vector<std::wstring> SimDialog::Entries(std::string_view component) const {
 std::vector<std::string> SimDialog::Rows(std::string_view table) const {
     std::vector<std::string> rows;
     if (const Table* seen = SeenTable(session_, dialog_, table))
-        for (const Table::Line& row : seen->Rows()) rows.push_back(row.name);
+        for (const Table::Line& row : seen->Rows())
+            if (seen->IsInSight(row.name)) rows.push_back(row.name);
     return rows;
+}
+
+std::vector<std::string> SimDialog::SelectedRows(std::string_view table) const {
+    const Table* seen = SeenTable(session_, dialog_, table);
+    return seen == nullptr ? std::vector<std::string>() : seen->SelectedRows();
 }
 
 std::vector<std::wstring> SimDialog::ColumnTitles(std::string_view table) const {
@@ -287,6 +315,15 @@ int SimDialog::CellColor(std::string_view table, std::string_view row, std::stri
     const Table* seen = SeenTable(session_, dialog_, table);
     const TableCell* cell = seen == nullptr ? nullptr : seen->Cell(row, column);
     return cell == nullptr ? -1 : cell->background.value_or(-1);
+}
+
+std::vector<std::string> SimDialog::Drawn(std::string_view area) const {
+    const Component* seen = Seen(session_, dialog_, area);
+    return seen == nullptr ? std::vector<std::string>() : seen->drawn;
+}
+
+bool SimDialog::IsAboveActiveWindow() const {
+    return dialog_.aboveActiveWindow;
 }
 
 std::string SimDialog::Picture() const {

@@ -29,6 +29,11 @@ public:
     SimDialog& PressReturn();                                      // the default button
     SimDialog& SelectRows(std::string_view table, const std::vector<std::string>& rows);
     SimDialog& DoubleClick(std::string_view table, std::string_view row, std::string_view column);
+    // What the host's own table lets its user do: sort by a column's texts, or keep only the rows with a
+    // text.
+    SimDialog& SortRows(std::string_view table, std::string_view column, bool descending = false);
+    SimDialog& FilterRows(std::string_view table, std::string_view column, std::wstring_view text);
+    SimDialog& ShowAllRows(std::string_view table);
     SimDialog& Close();  // the close box: runs the close action
 
     // ---- Seeing
@@ -40,10 +45,14 @@ public:
     bool IsSensitive(std::string_view component) const;
     std::vector<std::wstring> Entries(
         std::string_view component) const;  // labels of a radio group, option menu or list
-    std::vector<std::string> Rows(std::string_view table) const;
+    std::vector<std::string> Rows(std::string_view table) const;  // in the shown order
+    std::vector<std::string> SelectedRows(std::string_view table) const;
     std::vector<std::wstring> ColumnTitles(std::string_view table) const;
     std::wstring Cell(std::string_view table, std::string_view row, std::string_view column) const;
     int CellColor(std::string_view table, std::string_view row, std::string_view column) const;
+    // Names of the images that a drawing area shows.
+    std::vector<std::string> Drawn(std::string_view area) const;
+    bool IsAboveActiveWindow() const;
     // The whole dialog as indented text, in layout order: what `hostsim run` prints.
     std::string Picture() const;
 

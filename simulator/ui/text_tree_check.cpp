@@ -174,8 +174,8 @@ private:
     }
 
     void CheckIconFile(const Command& command, const std::string& name, unsigned side) {
-        const fs::path file = screen_.FindIcon(name);
-        const std::string fault = file.empty() ? "is missing" : IconFault(file, side);
+        const IconFolder* folder = screen_.FindIcon(name);
+        const std::string fault = folder == nullptr ? "is missing" : folder->Fault(name, side);
         if (!fault.empty()) Add("command " + command.name + ": the icon file " + name + " " + fault);
     }
 

@@ -30,6 +30,14 @@ struct StartedProgram {
     int showMode;
 };
 
+// A choice of a file as Windows was asked for it; `filter` with '|' for its separators.
+struct FileQuestion {
+    std::wstring folder;
+    std::wstring filter;
+    std::wstring extension;
+    unsigned long flags;
+};
+
 // One answer at a text or number prompt.
 struct PromptAnswer {
     enum class Kind { kTyped, kEnter, kEscape };
@@ -66,6 +74,7 @@ public:
     std::vector<ShownBox> boxes;
     std::vector<std::wstring> messageArea;  // messages and prompts, translated and formatted
     std::vector<std::wstring> questions;    // titles of folder and file choices
+    std::vector<FileQuestion> fileQuestions;
     std::vector<StartedProgram> started;
     std::vector<std::wstring> macros;
     std::wstring clipboard;

@@ -130,9 +130,11 @@ constexpr StepRule kDialogSteps[] = {
     {L"return", 0, 0, "return"},
     {L"select", 1, kAny, "select TABLE ROW..."},
     {L"doubleclick", 3, 3, "doubleclick TABLE ROW COLUMN"},
+    {L"sort", 2, 3, "sort TABLE COLUMN [down]"},
+    {L"filter", 1, 3, "filter TABLE [COLUMN \"TEXT\"]"},
     {L"show", 0, 0, "show"},
     {L"close", 0, 0, "close"},
-    {L"expect", 2, 5, "expect text COMPONENT \"TEXT\" (or title, message, checked, cell)"},
+    {L"expect", 2, 5, "expect text COMPONENT \"TEXT\" (or title, message, checked, cell, selected)"},
 };
 
 constexpr StepRule kExpectations[] = {
@@ -141,6 +143,7 @@ constexpr StepRule kExpectations[] = {
     {L"message", 2, 2, "expect message \"TEXT\""},
     {L"checked", 3, 3, "expect checked COMPONENT on|off"},
     {L"cell", 5, 5, "expect cell TABLE ROW COLUMN \"TEXT\""},
+    {L"selected", 3, 3, "expect selected TABLE \"ROW ROW\""},
 };
 
 template <std::size_t N>
@@ -156,9 +159,13 @@ void CheckDialogStep(const Step& step) {
     if (rule == nullptr) Fail(step, step.words.front(), "unknown step " + step.words.front().Narrow());
     NeedWords(step, rule->least, rule->most, rule->usage);
     if (step.Is(L"check") && step.words.size() == 3) OnOff(step, step.words[2]);
+    if (step.Is(L"sort") && step.words.size() == 4 && step.words[3].text != L"down")
+        Fail(step, step.words[3], "expected down");
+    if (step.Is(L"filter") && step.words.size() == 3) Fail(step, step.words[2], "expected a text after it");
     if (!step.Is(L"expect")) return;
     const StepRule* expectation = FindStepRule(kExpectations, step.words[1]);
-    if (expectation == nullptr) Fail(step, step.words[1], "expected text, title, message, checked or cell");
+    if (expectation == nullptr)
+        Fail(step, step.words[1], "expected text, title, message, checked, cell or selected");
     NeedWords(step, expectation->least, expectation->most, expectation->usage);
     if (step.words[1].text == L"checked") OnOff(step, step.words[3]);
 }
@@ -195,9 +202,19 @@ private:
         if (step.Is(L"select")) dialog_.SelectRows(component, Names(step, 2));
         if (step.Is(L"doubleclick"))
             dialog_.DoubleClick(component, step.words[2].Narrow(), step.words[3].Narrow());
+        if (step.Is(L"sort"))
+            dialog_.SortRows(component, step.words[2].Narrow(), step.words.back().text == L"down");
+        if (step.Is(L"filter")) Filter(step, component);
         if (step.Is(L"show")) std::fputs(dialog_.Picture().c_str(), stdout);
         if (step.Is(L"close")) dialog_.Close();
         if (step.Is(L"expect")) Expect(step);
+    }
+
+    void Filter(const Step& step, const std::string& table) {
+        if (step.words.size() == 4)
+            dialog_.FilterRows(table, step.words[2].Narrow(), step.words[3].text);
+        else
+            dialog_.ShowAllRows(table);
     }
 
     static std::vector<std::string> Names(const Step& step, std::size_t first) {
@@ -215,6 +232,9 @@ private:
         if (what == L"title") found = dialog_.Title();
         if (what == L"checked") found = dialog_.IsChecked(component) ? L"on" : L"off";
         if (what == L"cell") found = dialog_.Cell(component, step.words[3].Narrow(), step.words[4].Narrow());
+        if (what == L"selected")
+            for (const std::string& row : dialog_.SelectedRows(component))
+                found += (found.empty() ? L"" : L" ") + Wide(row);
         if (what == L"message" && !session_.user.boxes.empty()) found = session_.user.boxes.back().text;
         if (found != expected)
             session_.user.Problem("expected " + Utf8(what) + " \"" + Utf8(expected) + "\", found \"" +

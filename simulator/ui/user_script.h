@@ -10,9 +10,12 @@
 //       return                         the Return key: the default button
 //       select bom_list 1 2            rows of a table
 //       doubleclick bom_list 1 num     a cell, by row and column
+//       sort bom_list param1 down      what the host's own table can do: also without down
+//       filter bom_list param1 "M8"    only the rows with this text; without column and text: all rows
 //       expect text ParaName "M"       what a component shows; also: expect title "..", expect checked NAME
 //       on,
-//                                      expect cell TABLE ROW COLUMN ".."
+//                                      expect cell TABLE ROW COLUMN "..",
+//                                      expect selected TABLE "1 2"
 //       expect message "\tDone!\t"     text of the last message box
 //       show                           prints the dialog
 //       close                          the close box
