@@ -9,7 +9,9 @@ packages=(
     cmake ninja-build g++-mingw-w64-x86-64-posix    # cross build
     wine64                                          # running it
     googletest nlohmann-json3-dev libcli11-dev      # tests and simulator
+    libz-mingw-w64-dev                              # workbook files of the simulator
     librsvg2-bin                                    # icons
+    fonts-wqy-microhei                              # Chinese texts in exported PDF files
     clang-14 clang-format-14 clang-tidy-14          # tools/lint.sh
 )
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <cwchar>
 #include <string_view>
 
 #include <commdlg.h>
@@ -38,8 +39,22 @@ int WINAPI ShowBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
     return AnswerBox(flags, Host().user.boxes.back().text);
 }
 
+std::wstring Text(LPCWSTR text) {
+    return text == nullptr ? std::wstring() : std::wstring(text);
+}
+
+// Pairs of texts, each with its end mark, and one more mark at the end.
+std::wstring FilterText(LPCWSTR filter) {
+    std::wstring text;
+    for (; filter != nullptr && *filter != L'\0'; filter += std::wcslen(filter) + 1)
+        text += std::wstring(filter) + L"|";
+    return text;
+}
+
 BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
     User& user = Host().user;
+    user.fileQuestions.push_back({Text(request->lpstrInitialDir), FilterText(request->lpstrFilter),
+                                  Text(request->lpstrDefExt), request->Flags});
     user.questions.push_back(request->lpstrTitle == nullptr ? L"" : request->lpstrTitle);
     if (user.files.empty()) {
         user.Problem(std::string("unexpected ") + what);
@@ -48,11 +63,13 @@ BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
     const std::optional<std::wstring> answer = user.files.front();
     user.files.pop_front();
     if (!answer) return FALSE;
-    if (answer->size() + 1 > request->nMaxFile) {
+    // A bare name is one in the folder where the user works.
+    const std::wstring path = (Host().models.WorkingDirectory() / *answer).wstring();
+    if (path.size() + 1 > request->nMaxFile) {
         Host().report.Violation(std::string(what) + ": the chosen path does not fit the plug-in's buffer");
         return FALSE;
     }
-    std::copy_n(answer->c_str(), answer->size() + 1, request->lpstrFile);
+    std::copy_n(path.c_str(), path.size() + 1, request->lpstrFile);
     return TRUE;
 }
 
@@ -61,10 +78,6 @@ BOOL WINAPI ChooseFileToOpen(LPOPENFILENAMEW request) {
 }
 BOOL WINAPI ChooseFileToSave(LPOPENFILENAMEW request) {
     return ChooseFile(request, "choice of a file to save");
-}
-
-std::wstring Text(LPCWSTR text) {
-    return text == nullptr ? std::wstring() : std::wstring(text);
 }
 
 HINSTANCE WINAPI StartProgram(HWND, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT show) {
@@ -163,10 +176,11 @@ const std::array<Redirection, 11> kRedirections = {{
 }};
 
 // Relatives of the calls above: a plug-in that imports one would put a real box or program before nobody.
-constexpr std::array<std::string_view, 13> kUncaught = {
+constexpr std::array<std::string_view, 18> kUncaught = {
     "MessageBoxA",      "MessageBoxExW",    "MessageBoxExA",      "MessageBoxIndirectW", "TaskDialog",
     "ShellExecuteA",    "ShellExecuteExW",  "ShellExecuteExA",    "CreateProcessW",      "CreateProcessA",
-    "GetOpenFileNameA", "GetSaveFileNameA", "SHBrowseForFolderW",
+    "GetOpenFileNameA", "GetSaveFileNameA", "SHBrowseForFolderW", "CLSIDFromProgIDEx",   "CoCreateInstanceEx",
+    "CoGetClassObject", "GetActiveObject",  "CoInitialize",
 };
 
 // ---- Calls that can be made to fail

@@ -4,6 +4,7 @@
 
 #include "report/utf8.h"
 #include "session/traced.h"
+#include "windows/automation.h"
 #include "windows/desktop.h"
 #include "windows/plugin_heap.h"
 
@@ -32,6 +33,7 @@ std::string Plugin::Load(const std::filesystem::path& home) {
         return "cannot load " + Utf8(file.wstring()) + " (system error " + std::to_string(GetLastError()) +
                ")";
     const std::vector<std::string> uncaught = PatchDesktop(module_, patches_);
+    PatchAutomation(module_, patches_);
     PatchPluginHeap(module_, patches_);
     if (!uncaught.empty()) return "the plug-in " + uncaught.front();
     if (FindEntry<InitializeEntry>(module_, "user_initialize") == nullptr ||
