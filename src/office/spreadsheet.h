@@ -1,0 +1,41 @@
+// Tables as workbooks of the spreadsheet application, which is driven from outside and never seen.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace kv {
+
+// Columns are addressed by one letter, A to Z.
+inline constexpr std::size_t kMaxSheetColumns = 26;
+
+struct SheetCell {
+    std::wstring text;    // stays text, whatever it looks like
+    bool marked = false;  // light green
+};
+
+// A table under a title: row 1 the title over all columns, row 2 the column titles, then the rows.
+struct SheetTable {
+    std::wstring title;
+    std::vector<std::wstring> columns;
+    // As many cells as there are columns; cells missing at the end of a row count as empty.
+    std::vector<std::vector<SheetCell>> rows;
+};
+
+enum class SheetExport {
+    Written,     // the file is complete
+    NotCreated,  // the application is missing or does not start
+    Failed,      // it started and then refused something; there is no file
+};
+
+// Writes the table into a new .xlsx file: starts the application, fills a workbook, saves it and quits, on
+// every path out. Works whether or not COM is initialised on this thread.
+//
+// path       absolute, with extension; the folder exists. A file in its place is replaced.
+// Errors     Failed without starting anything for no columns or more than kMaxSheetColumns.
+// Cost       a fixed number of calls, and three for every twenty or so blocks of marked cells: neighbouring
+//            rows marked in the same columns are one block for each unbroken stretch of marked columns.
+[[nodiscard]] SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path);
+
+}  // namespace kv
