@@ -27,9 +27,10 @@ static constexpr unsigned int kRejectedFlags = 130;
 struct KnownModel {
     bool asked = false;  // `type` and `kept` are known
     ProMdlType type = PRO_MDL_UNUSED;
-    bool kept = false;      // the variant collects it
-    bool onPath = false;    // its visit is going on
-    bool gathered = false;  // the entries from `first` to `last` are all there is below it
+    bool kept = false;       // the variant collects it
+    unsigned int index = 0;  // among the kept ones
+    bool onPath = false;     // its visit is going on
+    bool gathered = false;   // the entries from `first` to `last` are all there is below it
     std::size_t first = 0;
     std::size_t last = 0;
     int level = 0;   // of the entries directly below it, at that visit
@@ -40,6 +41,7 @@ struct Walk {
     WalkVariant variant = CollectAllComponents;
     std::vector<ProAsmcomp> components;
     std::vector<PlacedModel> models;
+    std::vector<DistinctModel> distinct;
     std::unordered_map<ProMdl, KnownModel> known;
     int level = 0;     // of the components being visited
     int deepest = 0;   // deepest level met below the assembly being visited
@@ -54,7 +56,6 @@ static bool IsKept(WalkVariant variant, ProMdl model, ProMdlType type);
 static ProError Descend(Walk& walk, ProMdl assembly, KnownModel& known);
 static ProError VisitLevel(Walk& walk, ProMdl assembly, KnownModel& known);
 static void RepeatGathered(Walk& walk, const KnownModel& known);
-static std::vector<ProMdl> KeptModels(const Walk& walk);
 
 ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result) {
     ProError status = ArrayAlloc(result.components);
@@ -69,7 +70,7 @@ ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result) {
     if (Failed(status)) return status;
 
     result.models = std::move(walk.models);
-    result.distinct = KeptModels(walk);
+    result.distinct = std::move(walk.distinct);
     return PRO_TK_NO_ERROR;
 }
 
@@ -78,7 +79,10 @@ ProError DistinctModels(ProMdl top, WalkVariant variant, std::vector<ProMdl>& mo
     const ProError status = ModelWalk(top, variant, result);
     if (Failed(status)) return status;
 
-    models = std::move(result.distinct);
+    models.clear();
+    models.reserve(result.distinct.size());
+    for (const DistinctModel& met : result.distinct) models.push_back(met.model);
+    std::sort(models.begin(), models.end(), std::less<>());
     return PRO_TK_NO_ERROR;
 }
 
@@ -106,7 +110,7 @@ static ProError OnComponent(ProFeature* feature, ProError, ProAppData data) {
     walk.deepest = std::max(walk.deepest, walk.level);
     if (known.kept) {
         walk.components.push_back(*feature);
-        walk.models.push_back({model, known.type, walk.level});
+        walk.models.push_back({model, known.type, walk.level, known.index});
     }
     return known.type == PRO_MDL_ASSEMBLY ? Descend(walk, model, known) : PRO_TK_NO_ERROR;
 }
@@ -125,6 +129,9 @@ static KnownModel& KnownModelOf(Walk& walk, ProMdl model) {
     if (Failed(ProMdlTypeGet(model, &known.type))) known.type = PRO_MDL_UNUSED;
     known.kept = IsKept(walk.variant, model, known.type);
     known.asked = true;
+    if (!known.kept) return known;
+    known.index = static_cast<unsigned int>(walk.distinct.size());
+    walk.distinct.push_back({model, known.type});
     return known;
 }
 
@@ -186,16 +193,6 @@ static void RepeatGathered(Walk& walk, const KnownModel& known) {
         walk.models[place + i] = placed;
     }
     walk.deepest = std::max(walk.deepest, walk.level + known.levels);
-}
-
-// Sorts the few models, not the many placements.
-static std::vector<ProMdl> KeptModels(const Walk& walk) {
-    std::vector<ProMdl> models;
-    models.reserve(walk.known.size());
-    for (const auto& [model, known] : walk.known)
-        if (known.kept) models.push_back(model);
-    std::sort(models.begin(), models.end(), std::less<>());
-    return models;
 }
 
 }  // namespace kv

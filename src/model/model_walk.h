@@ -26,15 +26,21 @@ using enum WalkVariant;
 struct PlacedModel {
     ProMdl model;
     ProMdlType type;
-    int level;  // 1 for a component of the top model
+    int level;           // 1 for a component of the top model
+    unsigned int index;  // of the model among the distinct ones
+};
+
+struct DistinctModel {
+    ProMdl model;
+    ProMdlType type;
 };
 
 struct WalkResult {
     // One entry per placement each, in the same order.
     HostArray<ProAsmcomp> components;
     std::vector<PlacedModel> models;
-    // The different models among them, sorted by handle.
-    std::vector<ProMdl> distinct;
+    // The different models among them, in the order of first meeting.
+    std::vector<DistinctModel> distinct;
 };
 
 // Collects the components below `top`. A model without components is no failure.

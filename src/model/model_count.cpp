@@ -1,0 +1,76 @@
+// How often models are placed.
+//
+// Names are compared once for each distinct model; a placement then costs one look at a list.
+
+#include "model/model_count.h"
+
+#include <functional>
+#include <string_view>
+
+#include "base/status.h"
+#include "base/text.h"
+#include "model/model_data.h"
+
+namespace kv {
+
+static constexpr unsigned int kNone = ~0U;
+
+static std::vector<std::wstring> UpperNames(std::span<const NamedModel> models);
+
+std::vector<NamedModel> NamesOf(std::span<const DistinctModel> models) {
+    std::vector<NamedModel> named(models.size());
+    for (std::size_t i = 0; i < models.size(); ++i) {
+        named[i].model = models[i].model;
+        named[i].type = models[i].type;
+        if (Failed(ModelNameGet(models[i].model, named[i].name))) named[i].name.clear();
+    }
+    return named;
+}
+
+std::vector<ModelCount> CountModels(std::span<const NamedModel> models, std::span<const PlacedModel> placed,
+                                    NameRule rule) {
+    const std::vector<unsigned int> first = FirstOfSame(models, rule, TypeRule::Same);
+    std::vector<unsigned int> entryOf(models.size(), kNone);
+    std::vector<ModelCount> counts;
+    for (const PlacedModel& placement : placed) {
+        const unsigned int model = first[placement.index];
+        unsigned int& entry = entryOf[model];
+        if (entry == kNone) {
+            entry = static_cast<unsigned int>(counts.size());
+            counts.push_back({model, 0});
+        }
+        ++counts[entry].count;
+    }
+    return counts;
+}
+
+// A list of twice as many places as models; a name takes the first free place from its hash on.
+std::vector<unsigned int> FirstOfSame(std::span<const NamedModel> models, NameRule names, TypeRule types) {
+    const std::vector<std::wstring> upper =
+        names == NameRule::AnyCase ? UpperNames(models) : std::vector<std::wstring>();
+    const auto nameOf = [&](unsigned int i) -> std::wstring_view {
+        return upper.empty() ? models[i].name : upper[i];
+    };
+    const auto isSame = [&](unsigned int i, unsigned int j) {
+        return nameOf(i) == nameOf(j) && (types == TypeRule::Any || models[i].type == models[j].type);
+    };
+    std::vector<unsigned int> places(2 * models.size() + 1, kNone);
+    std::vector<unsigned int> first(models.size());
+    for (unsigned int i = 0; i < models.size(); ++i) {
+        first[i] = i;
+        if (models[i].name.empty()) continue;
+        std::size_t place = std::hash<std::wstring_view>()(nameOf(i)) % places.size();
+        while (places[place] != kNone && !isSame(places[place], i)) place = (place + 1) % places.size();
+        if (places[place] == kNone) places[place] = i;
+        first[i] = places[place];
+    }
+    return first;
+}
+
+static std::vector<std::wstring> UpperNames(std::span<const NamedModel> models) {
+    std::vector<std::wstring> upper(models.size());
+    for (std::size_t i = 0; i < models.size(); ++i) upper[i] = UpperCase(models[i].name);
+    return upper;
+}
+
+}  // namespace kv
