@@ -8,6 +8,8 @@
 
 namespace kv {
 
+static constexpr wchar_t kAsidePrefix[] = L"kv";
+
 static ProError WriteWith(DWORD creation, const std::wstring& path, std::string_view content);
 
 ProError NewFileWrite(const std::wstring& path, std::string_view content) {
@@ -33,6 +35,30 @@ ProError FileRead(const std::wstring& path, std::size_t limit, std::string& cont
     return read > limit ? PRO_TK_LINE_TOO_LONG : PRO_TK_NO_ERROR;
 }
 
+bool FileExists(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+ProError FileMove(const std::wstring& from, const std::wstring& to) {
+    const DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH;
+    return MoveFileExW(from.c_str(), to.c_str(), how) ? PRO_TK_NO_ERROR : PRO_TK_CANT_WRITE;
+}
+
+ProError FolderMake(const std::wstring& path) {
+    if (CreateDirectoryW(path.c_str(), nullptr)) return PRO_TK_NO_ERROR;
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    const bool isFolder =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return isFolder ? PRO_TK_NO_ERROR : PRO_TK_INVALID_DIR;
+}
+
+std::wstring WithBackslash(std::wstring folder) {
+    const bool ended = !folder.empty() && (folder.back() == L'\\' || folder.back() == L'/');
+    if (!ended) folder += L'\\';
+    return folder;
+}
+
 static ProError WriteWith(DWORD creation, const std::wstring& path, std::string_view content) {
     const HANDLE file =
         CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -43,6 +69,36 @@ static ProError WriteWith(DWORD creation, const std::wstring& path, std::string_
     DWORD written = 0;
     const BOOL done = WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
     return done && written == content.size() ? PRO_TK_NO_ERROR : PRO_TK_CANT_WRITE;
+}
+
+bool FileIsLocked(const std::wstring& path) {
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_ALL, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+    }
+    CloseHandle(file);
+    return false;
+}
+
+std::wstring FileSetAside(const std::wstring& path) {
+    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) return {};
+    const std::wstring folder = path.substr(0, path.find_last_of(L"\\/") + 1);
+    // Makes an empty file of a new name, which the move replaces.
+    wchar_t aside[MAX_PATH] = {};
+    if (GetTempFileNameW(folder.c_str(), kAsidePrefix, 0, aside) == 0) return {};
+    if (MoveFileExW(path.c_str(), aside, MOVEFILE_REPLACE_EXISTING)) return aside;
+    DeleteFileW(aside);
+    return {};
+}
+
+void FileBringBack(const std::wstring& aside, const std::wstring& path) {
+    if (!aside.empty()) MoveFileExW(aside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING);
+}
+
+void FileDelete(const std::wstring& path) {
+    if (!path.empty()) DeleteFileW(path.c_str());
 }
 
 }  // namespace kv

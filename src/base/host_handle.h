@@ -86,26 +86,37 @@ inline std::wstring TextOf(const HostString& text) {
     return text.Get() == nullptr ? std::wstring() : std::wstring(text.Get());
 }
 
-// Owns a plain list of 8-bit names, such as the selected names of a dialog component.
-class HostNames {
+// Owns a plain list of strings, whose count the host gives with it.
+template <typename Char, auto Free>
+class HostList {
 public:
-    HostNames() = default;
-    HostNames(const HostNames&) = delete;
-    HostNames& operator=(const HostNames&) = delete;
-    ~HostNames() {
-        if (names_ != nullptr) ProStringarrayFree(names_, count_);
+    HostList() = default;
+    HostList(const HostList&) = delete;
+    HostList& operator=(const HostList&) = delete;
+    ~HostList() {
+        if (strings_ != nullptr) Free(strings_, count_);
     }
     int* ReceiveCount() { return &count_; }
-    char*** ReceiveNames() { return &names_; }
-    // The first name; empty when the list is.
-    std::string First() const {
-        const bool none = count_ < 1 || names_ == nullptr || names_[0] == nullptr;
-        return none ? std::string() : std::string(names_[0]);
+    Char*** ReceiveNames() { return &strings_; }
+    std::span<Char*> All() const {
+        if (strings_ == nullptr || count_ < 0) return {};
+        return {strings_, static_cast<std::size_t>(count_)};
     }
+    // The string at a place; empty where the list has none.
+    std::basic_string<Char> At(std::size_t place) const {
+        const std::span<Char*> all = All();
+        const bool none = place >= all.size() || all[place] == nullptr;
+        return none ? std::basic_string<Char>() : std::basic_string<Char>(all[place]);
+    }
+    std::basic_string<Char> First() const { return At(0); }
 
 private:
     int count_ = 0;
-    char** names_ = nullptr;
+    Char** strings_ = nullptr;
 };
+
+// Names, such as the selected names of a dialog component; labels.
+using HostNames = HostList<char, ProStringarrayFree>;
+using HostLabels = HostList<wchar_t, ProWstringarrayFree>;
 
 }  // namespace kv

@@ -7,13 +7,18 @@
 
 #include <ProMenuBar.h>
 
+#include "assembly/kv_bom.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "drawing/assembly_export.h"
+#include "drawing/kv_export.h"
+#include "drawing/single_export.h"
 #include "host/not_available.h"
 #include "host/version.h"
 #include "model/kv_backup.h"
 #include "model/kv_open_dir.h"
 #include "model/kv_set_directory.h"
+#include "params/kv_mdl_count.h"
 #include "params/kv_params.h"
 #include "settings/kv_config.h"
 
@@ -53,25 +58,25 @@ static constexpr CommandRow CommandTable[] = {
     {"KvMergeTo",             HostAction<NotAvailable>,   "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
     {"TweViews",              HostAction<NotAvailable>,   "TweViews_Help",              "TweViews.png",              AccessModel,   true},
     {"NewDraw",               HostAction<NotAvailable>,   "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
-    {"KvExStp",               HostAction<NotAvailable>,   "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},
-    {"KvExIgs",               HostAction<NotAvailable>,   "KvExIgs_Help",               "KvExIgs.png",               AccessSolid,   true},
-    {"KvExSat",               HostAction<NotAvailable>,   "KvExSat_Help",               "KvExSat.png",               AccessSolid,   true},
-    {"KvBom",                 HostAction<NotAvailable>,   "KvBom_Help",                 "KvBom.png",                 AccessSolid,   true},
+    {"KvExStp",               HostAction<KvExStp>,        "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},
+    {"KvExIgs",               HostAction<KvExIgs>,        "KvExIgs_Help",               "KvExIgs.png",               AccessSolid,   true},
+    {"KvExSat",               HostAction<KvExSat>,        "KvExSat_Help",               "KvExSat.png",               AccessSolid,   true},
+    {"KvBom",                 HostAction<KvBom>,          "KvBom_Help",                 "KvBom.png",                 AccessSolid,   true},
     {"KvRename",              HostAction<NotAvailable>,   "KvRename_Help",              "KvRename.png",              AccessSolid,   true},
     {"KvRemoveCons",          HostAction<NotAvailable>,   "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
-    {"KvExport",              HostAction<NotAvailable>,   "KvExport_Help",              "KvExport.png",              AccessAlways,  true},
-    {"KvMdlCount",            HostAction<NotAvailable>,   "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
+    {"KvExport",              HostAction<KvExport>,       "KvExport_Help",              "KvExport.png",              AccessAlways,  true},
+    {"KvMdlCount",            HostAction<KvMdlCount>,     "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
     {"KvNewDrw",              HostAction<NotAvailable>,   "KvNewDrw_Help",              "KvNewDrw.png",              AccessSolid,   true},
     {"KvDimModify",           HostAction<NotAvailable>,   "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
     {"KvFrmReplace",          HostAction<NotAvailable>,   "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
     {"KvDrwScaleCheck",       HostAction<NotAvailable>,   "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
     {"KvSimRep",              HostAction<NotAvailable>,   "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
     {"KvBox",                 HostAction<NotAvailable>,   "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
-    {"KvExportDwg",           HostAction<NotAvailable>,   "KvExportDwg_Help",           "KvExportDwg.png",           AccessDrawing, true},
-    {"KvExportPdf",           HostAction<NotAvailable>,   "KvExportPdf_Help",           "KvExportPdf.png",           AccessDrawing, true},
+    {"KvExportDwg",           HostAction<KvExportDwg>,    "KvExportDwg_Help",           "KvExportDwg.png",           AccessDrawing, true},
+    {"KvExportPdf",           HostAction<KvExportPdf>,    "KvExportPdf_Help",           "KvExportPdf.png",           AccessDrawing, true},
     {"KvMdlNameCopy",         HostAction<NotAvailable>,   "KvMdlNameCopy_Help",         "KvMdlNameCopy.png",         AccessSolid,   true},
     {"KvMdlRename",           HostAction<NotAvailable>,   "KvMdlRename_Help",           "KvMdlRename.png",           AccessSolid,   true},
-    {"KvExportStp",           HostAction<NotAvailable>,   "KvExportStp_Help",           "KvExportStp.png",           AccessModel,   true},
+    {"KvExportStp",           HostAction<KvExportStp>,    "KvExportStp_Help",           "KvExportStp.png",           AccessModel,   true},
     {"KvUpdateSheetScale",    HostAction<NotAvailable>,   "KvUpdateSheetScale_Help",    "KvUpdateSheetScale.png",    AccessDrawing, true},
     {"KvUpdateMainViewScale", HostAction<NotAvailable>,   "KvUpdateMainViewScale_Help", "KvUpdateMainViewScale.png", AccessDrawing, true},
     {"KvSingleDim",           HostAction<NotAvailable>,   "KvSingleDim_Help",           "KvSingleDim.png",           AccessDrawing, true},

@@ -27,9 +27,6 @@ static constexpr wchar_t kChooseFolder[] = L"请选择模型备份目录";
 static constexpr wchar_t kNoComponents[] = L"当前模型中没有子零件/组件";
 static constexpr wchar_t kDone[] = L"图纸备份操作已完成";
 static constexpr wchar_t kNotBackedUp[] = L"，但以下模型或其工程图未能备份：";
-static constexpr wchar_t kMore[] = L"\n……";
-// A longer list would not fit on the screen.
-static constexpr std::size_t kListedFailures = 20;
 
 struct BackupFolders {
     ProPath working = {};  // where the drawings are looked for
@@ -93,17 +90,8 @@ static void BackUpModel(ProMdl model, BackupFolders& folders, RunRecord& record)
 
 // A backup with gaps must not pass for a whole one.
 static std::wstring CompletionText(const RunRecord& record) {
-    std::vector<std::wstring> failed;
-    for (const RunEntry& entry : record) {
-        // A model and its drawing stand next to each other and share a line.
-        const bool listed = !failed.empty() && failed.back() == entry.model;
-        if (Failed(entry.status) && !listed) failed.push_back(entry.model);
-    }
-    if (failed.empty()) return std::wstring(kDone) + L"！";
-
-    std::wstring text = std::wstring(kDone) + kNotBackedUp;
-    for (std::size_t i = 0; i < failed.size() && i < kListedFailures; ++i) text += L"\n" + failed[i];
-    return failed.size() > kListedFailures ? text + kMore : text;
+    const std::wstring failed = FailureLines(record);
+    return failed.empty() ? std::wstring(kDone) + L"！" : kDone + (kNotBackedUp + failed);
 }
 
 }  // namespace kv

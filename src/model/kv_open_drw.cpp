@@ -56,8 +56,11 @@ static ProError ShowDrawing(const std::wstring& name, ProMdl drawing) {
     int window = PRO_VALUE_UNUSED;
     ProError status = CopyText(name, windowName);
     if (!Failed(status)) status = ProObjectwindowMdlnameCreate(windowName, PRO_DRAWING, &window);
-    if (!Failed(status)) status = ProMdlDisplay(drawing);
+    if (Failed(status)) return status;
+    status = ProMdlDisplay(drawing);
     if (!Failed(status)) status = ProWindowActivate(window);
+    // A window that the user does not get to see is not left behind.
+    if (Failed(status)) ProWindowDelete(window);
     return status;
 }
 

@@ -7,8 +7,6 @@
 
 namespace kv {
 
-static ProError ParameterGet(ProMdl model, const std::wstring& name, ProParameter& parameter);
-
 ProError ParameterCreate(ProMdl model, const std::wstring& name, const ProParamvalue& value) {
     ProName key;
     ProModelitem owner = {};
@@ -23,7 +21,7 @@ ProError ParameterCreate(ProMdl model, const std::wstring& name, const ProParamv
 
 ProError ParameterUpdate(ProMdl model, const std::wstring& name, const ProParamvalue& value) {
     ProParameter parameter = {};
-    const ProError status = ParameterGet(model, name, parameter);
+    const ProError status = ParameterFind(model, name, parameter);
     if (Failed(status)) return status;
     ProParamvalue content = value;
     return ProParameterValueWithUnitsSet(&parameter, &content, nullptr);
@@ -34,13 +32,27 @@ ProError ParameterWrite(ProMdl model, const std::wstring& name, const ProParamva
     return status == PRO_TK_E_FOUND ? ParameterUpdate(model, name, value) : status;
 }
 
+ProError ParameterRead(ProMdl model, const std::wstring& name, ProParamvalue& value) {
+    ProModelitem owner = {};
+    const ProError status = ProMdlToModelitem(model, &owner);
+    return Failed(status) ? status : ParameterValueGet(owner, name, value);
+}
+
+ProError ParameterValueGet(ProModelitem owner, const std::wstring& name, ProParamvalue& value) {
+    ProName key;
+    ProParameter parameter = {};
+    ProError status = CopyText(name, key);
+    if (!Failed(status)) status = ProParameterInit(&owner, key, &parameter);
+    return Failed(status) ? status : ProParameterValueWithUnitsGet(&parameter, &value, nullptr);
+}
+
 ProError ParameterDelete(ProMdl model, const std::wstring& name) {
     ProParameter parameter = {};
-    const ProError status = ParameterGet(model, name, parameter);
+    const ProError status = ParameterFind(model, name, parameter);
     return Failed(status) ? status : ProParameterDelete(&parameter);
 }
 
-static ProError ParameterGet(ProMdl model, const std::wstring& name, ProParameter& parameter) {
+ProError ParameterFind(ProMdl model, const std::wstring& name, ProParameter& parameter) {
     ProName key;
     ProModelitem owner = {};
     ProError status = CopyText(name, key);

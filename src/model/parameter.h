@@ -11,6 +11,9 @@
 
 namespace kv {
 
+// The handle of a parameter. Errors: those of ProParameterInit, PRO_TK_E_NOT_FOUND for none of this name.
+[[nodiscard]] ProError ParameterFind(ProMdl model, const std::wstring& name, ProParameter& parameter);
+
 // Errors: those of ProParameterWithUnitsCreate, PRO_TK_E_FOUND for a name in use.
 [[nodiscard]] ProError ParameterCreate(ProMdl model, const std::wstring& name, const ProParamvalue& value);
 
@@ -20,6 +23,13 @@ namespace kv {
 
 // Creates the parameter or, when it exists, sets its value. Errors: those of both.
 [[nodiscard]] ProError ParameterWrite(ProMdl model, const std::wstring& name, const ProParamvalue& value);
+
+// Errors: those of ProParameterInit, PRO_TK_E_NOT_FOUND for none of this name, and of
+// ProParameterValueWithUnitsGet. The item stands for a model, as ProMdlToModelitem gives it.
+[[nodiscard]] ProError ParameterValueGet(ProModelitem owner, const std::wstring& name, ProParamvalue& value);
+// Reads the value. Errors: those of ProParameterInit, PRO_TK_E_NOT_FOUND for none of this name, and of
+// ProParameterValueWithUnitsGet.
+[[nodiscard]] ProError ParameterRead(ProMdl model, const std::wstring& name, ProParamvalue& value);
 
 // Errors: those of ProParameterInit, PRO_TK_E_NOT_FOUND for none of this name, and of ProParameterDelete.
 [[nodiscard]] ProError ParameterDelete(ProMdl model, const std::wstring& name);

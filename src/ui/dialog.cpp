@@ -6,10 +6,12 @@
 
 #include <ProUICheckbutton.h>
 #include <ProUIDialog.h>
+#include <ProUIDrawingarea.h>
 #include <ProUIInputpanel.h>
 #include <ProUIOptionmenu.h>
 #include <ProUIPushbutton.h>
 #include <ProUIRadiogroup.h>
+#include <ProUITable.h>
 
 #include "base/host_handle.h"
 #include "base/scope_exit.h"
@@ -25,6 +27,7 @@ static constexpr wchar_t kOutOfMemory[] = L"\t内存不足，操作未完成！\
 static constexpr wchar_t kBrokenOff[] = L"\t操作意外中断！\t";
 
 static ProError AttachActions(const char* name, std::span<const DialogAction> actions, ProAppData data);
+static ProError AttachAction(char* dialog, const DialogAction& action, ProAppData data);
 
 void ReportBrokenAction(ProError status) noexcept {
     if (!Failed(status)) return;
@@ -89,6 +92,14 @@ void SetOptionLabel(const char* dialog, const char* component, const std::wstrin
     ProUIOptionmenuValueSet(HostName(dialog), HostName(component), HostText(label.c_str()));
 }
 
+void SetOptionEnabled(const char* dialog, const char* component, bool enabled) {
+    if (enabled) {
+        ProUIOptionmenuEnable(HostName(dialog), HostName(component));
+    } else {
+        ProUIOptionmenuDisable(HostName(dialog), HostName(component));
+    }
+}
+
 ProError CheckTickedGet(const char* dialog, const char* component, bool& ticked) {
     ProBoolean state = PRO_B_FALSE;
     const ProError status = ProUICheckbuttonGetState(HostName(dialog), HostName(component), &state);
@@ -120,11 +131,25 @@ void SetRadioChoice(const char* dialog, const char* group, const std::string& bu
 // The close box does nothing of its own: without an action the dialog could not be left by it.
 static ProError AttachActions(const char* name, std::span<const DialogAction> actions, ProAppData data) {
     for (const DialogAction& action : actions) {
-        const ProError status =
-            ProUIPushbuttonActivateActionSet(HostName(name), HostName(action.component), action.run, data);
+        const ProError status = AttachAction(HostName(name), action, data);
         if (Failed(status)) return status;
     }
     return ProUIDialogCloseActionSet(HostName(name), CloseDialog, nullptr);
+}
+
+static ProError AttachAction(char* dialog, const DialogAction& action, ProAppData data) {
+    char* component = HostName(action.component);
+    switch (action.event) {
+        case DialogEvent::RadioChosen:
+            return ProUIRadiogroupSelectActionSet(dialog, component, action.run, data);
+        case DialogEvent::RowActivated:
+            return ProUITableActivateActionSet(dialog, component, action.run, data);
+        case DialogEvent::AreaShown:
+            return ProUIDrawingareaPostmanagenotifyActionSet(dialog, component, action.run, data);
+        case DialogEvent::ButtonPressed:
+            break;
+    }
+    return ProUIPushbuttonActivateActionSet(dialog, component, action.run, data);
 }
 
 }  // namespace kv

@@ -28,10 +28,13 @@ void DialogCallback(char* dialog, char* component, ProAppData data) noexcept {
     ReportBrokenAction(status);
 }
 
-// A push button and what pressing it does.
+// What has to happen at a component to run an action.
+enum class DialogEvent { ButtonPressed, RadioChosen, RowActivated, AreaShown };
+
 struct DialogAction {
     const char* component;
     DialogRun run;
+    DialogEvent event = DialogEvent::ButtonPressed;
 };
 
 // Sets a dialog's components before it is shown.
@@ -60,6 +63,7 @@ void SetInputText(const char* dialog, const char* component, const std::wstring&
 // Label of the chosen option. Errors: those of ProUIOptionmenuValueGet; `label` is then empty.
 [[nodiscard]] ProError OptionLabelGet(const char* dialog, const char* component, std::wstring& label);
 void SetOptionLabel(const char* dialog, const char* component, const std::wstring& label);
+void SetOptionEnabled(const char* dialog, const char* component, bool enabled);
 
 // Whether a check button is ticked. PRO_TK_NOT_VALID for a third state, else the errors of
 // ProUICheckbuttonGetState.

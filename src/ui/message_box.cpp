@@ -16,6 +16,10 @@ void ShowInformation(const wchar_t* text) {
     MessageBoxW(nullptr, text, kCaption, MB_OK | MB_ICONINFORMATION | MB_TOPMOST);
 }
 
+void ShowWarning(const wchar_t* text) {
+    MessageBoxW(nullptr, text, kCaption, MB_OK | MB_ICONEXCLAMATION | MB_TOPMOST);
+}
+
 ProError ShowFailure(const wchar_t* text, ProError status) {
     ShowMessage(text);
     return status;

@@ -13,6 +13,9 @@ void ShowMessage(const wchar_t* text);
 // The same with the information sign.
 void ShowInformation(const wchar_t* text);
 
+// The same with the exclamation sign.
+void ShowWarning(const wchar_t* text);
+
 // Shows `text` and gives `status` back, for the return statement of a step that failed.
 ProError ShowFailure(const wchar_t* text, ProError status);
 

@@ -1,9 +1,22 @@
-// Programs started for the user.
+// Programs started for the user, and the user's own folders.
 #pragma once
+
+#include <string>
+
+#include <ProToolkit.h>
 
 namespace kv {
 
 // Shows a folder in the Windows explorer.
 void ShowFolder(const wchar_t* folder);
+
+// Opens a file with the program that Windows has for it.
+void ShowFile(const std::wstring& file);
+
+// Opens a text file in the editor of Windows.
+void EditTextFile(const std::wstring& file);
+
+// The folder of the user's desktop. PRO_TK_INVALID_DIR.
+[[nodiscard]] ProError DesktopFolderGet(std::wstring& folder);
 
 }  // namespace kv

@@ -1,0 +1,42 @@
+// The name of an exported file, composed from what the user lists. Plain rules, without a host call.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <ProParamval.h>
+
+namespace kv {
+
+// Tokens with a meaning of their own; any other one names a parameter of the drawing.
+inline constexpr wchar_t kSheetSizeToken[] = L"sheetsize";
+inline constexpr wchar_t kDrawingNameToken[] = L"图纸名称";
+
+struct NameRule {
+    std::vector<std::wstring> tokens;
+    std::wstring separator;
+};
+
+// Tokens or parameter names of a list: split at commas of either width, blanks removed.
+std::vector<std::wstring> NameList(std::wstring_view text);
+
+// The rule of the dialog's two texts. An empty separator stands for a blank, "NULL" for none.
+NameRule NameRuleFromTexts(std::wstring_view tokens, std::wstring_view separator);
+
+// The piece that a token stands for; empty when there is none.
+using PieceLookup = std::function<std::wstring(const std::wstring& token)>;
+
+// The file name without extension. Pieces that are empty leave no separator behind; characters that no file
+// name can hold become "_". `fallback` is used when nothing but blanks would be left.
+std::wstring ComposeName(const NameRule& rule, const PieceLookup& pieceOf, const std::wstring& fallback);
+
+// A text as a file name can hold it: what is forbidden becomes "_".
+std::wstring FileNameText(std::wstring text);
+
+// A parameter's value as a piece: a string as it is, an integer in decimal, a real with three decimals, a
+// Boolean as "是" or "否"; empty for every other type.
+std::wstring PieceFromValue(const ProParamvalue& value);
+
+}  // namespace kv
