@@ -73,6 +73,7 @@ struct Excuse {
 constexpr Excuse kExcuses[] = {
     // Changing back is the plug-in's duty; that the host refuses it is not the plug-in's fault.
     {"ProDirectoryChange", "the working directory was left"},
+    {"ProDrawingCurrentSheetSet", "was left on sheet"},
     // The access rule answers "not available" to a mode that cannot be read, as it must.
     {"ProModeCurrentGet", "is not available"},
     // Every row is registered whatever became of the menu.

@@ -121,6 +121,7 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
     SimModel* top = host.Retrieve(L"roller_conveyor", ModelKind::kAssembly);
     ASSERT_NE(top, nullptr);
     host.Open(*top);
+    host.Spreadsheet().Install();
 
     const std::vector<std::pair<std::string, std::string>> plays = {
         {"add_project_number", "KvParams"},
@@ -129,6 +130,9 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
         {"outline_and_sheets", "KvParams"},
         {"backup", "KvBackup"},
         {"settings", "KvConfig"},
+        {"bom_lists", "KvBom"},
+        {"bom_export", "KvBom"},
+        {"export_drawings", "KvExport"},
     };
     Names played;
     for (const auto& [script, command] : plays) {
@@ -154,7 +158,10 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
     EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"外形尺寸"), "1200×823×750");
     EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"图幅"), "A1,A3,A3");
     EXPECT_TRUE(fs::exists(folder / "backup" / "roller_unit.drw.1"));
+    EXPECT_TRUE(fs::exists(folder / "roller_conveyor" / "roller_conveyor_bom.xlsx"));
     EXPECT_EQ(Utf8(test::ReadSettings(L"KvConfig.ini", L"SetLastDir", L"value")), "1");
+    EXPECT_EQ(host.ExportedFiles().size(), 98u);
+    EXPECT_TRUE(host.Exported(L"PDF/RC12-40-01_左护罩-2.pdf"));
 }
 
 }  // namespace

@@ -120,7 +120,9 @@ TEST(UserScript, IsFaultedAtTheExactPlaceAndThenArrangesNothing) {
         {"dialog D\n  pres Ok", "2:3: unknown step pres"},
         {"dialog D\n  press Ok now", "2:12: expected: press COMPONENT"},
         {"dialog D\n  check Sort yes", "2:14: expected on or off"},
-        {"dialog D\n  expect rows List", "2:10: expected text, title, message, checked or cell"},
+        {"dialog D\n  sort List num up", "2:17: expected down"},
+        {"dialog D\n  filter List num", "2:15: expected a text after it"},
+        {"dialog D\n  expect rows List", "2:10: expected text, title, message, checked, cell or selected"},
         {"dialog D\n  expect cell List \"1\" \"x\"", "2:24: expected: expect cell TABLE ROW COLUMN \"TEXT\""},
         {"dialog", "1:1: expected: dialog NAME"},
         {"prompt \"\xB0\xA1\"", "1:9: expected UTF-8"},
@@ -145,6 +147,10 @@ TEST(UserScript, PlaysTheStepsAtTheDialog) {
                      "  expect checked Sort on\n"
                      "  select List 2\n"
                      "  expect cell List 2 name \"\"\n"
+                     "  sort List num down\n"
+                     "  filter List name \"x\"\n"
+                     "  filter List\n"
+                     "  doubleclick List 2 num\n"
                      "  return\n"
                      "  expect message \"\\tDone\\t\"\n"
                      "  close\n"),

@@ -3,6 +3,7 @@
 #include <array>
 #include <fstream>
 #include <iterator>
+#include <map>
 
 #include <windows.h>
 
@@ -36,6 +37,27 @@ struct PrivateHome {
     fs::path path;
 };
 
+// The files of a folder with all that changes when somebody writes to one.
+using Listing = std::map<std::wstring, std::array<unsigned long long, 3>>;
+
+Listing List(const fs::path& folder) {
+    Listing files;
+    WIN32_FIND_DATAW entry = {};
+    const HANDLE search = FindFirstFileW((folder / "*").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) return files;
+    do {
+        const auto joined = [](DWORD high, DWORD low) {
+            return (static_cast<unsigned long long>(high) << 32U) | low;
+        };
+        const std::wstring name = entry.cFileName;
+        if (name == L"." || name == L"..") continue;
+        files[name] = {entry.dwFileAttributes, joined(entry.nFileSizeHigh, entry.nFileSizeLow),
+                       joined(entry.ftLastWriteTime.dwHighDateTime, entry.ftLastWriteTime.dwLowDateTime)};
+    } while (FindNextFileW(search, &entry));
+    FindClose(search);
+    return files;
+}
+
 }  // namespace
 
 void CopyPluginHome(const fs::path& target) {
@@ -53,12 +75,24 @@ fs::path SettingsFile(std::wstring_view name) {
 }
 
 void RestoreSettings() {
+    static Listing asRestored;
+    static const fs::path staged = StagedHome() / "KVconfig";
     const fs::path settings = PluginHome() / "KVconfig";
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(settings, error))
-        SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
-    fs::remove_all(settings, error);
-    fs::copy(StagedHome() / "KVconfig", settings, fs::copy_options::recursive);
+    Listing found = List(settings);
+    if (!asRestored.empty() && found == asRestored) return;
+
+    for (const auto& [name, stamp] : found) {
+        const auto before = asRestored.find(name);
+        if (before != asRestored.end() && before->second == stamp) continue;
+        SetFileAttributesW((settings / name).c_str(), FILE_ATTRIBUTE_NORMAL);
+        std::error_code error;
+        fs::remove_all(settings / name, error);
+    }
+    fs::create_directories(settings);
+    found = List(settings);
+    for (const auto& [name, stamp] : List(staged))
+        if (!found.contains(name)) fs::copy(staged / name, settings / name, fs::copy_options::recursive);
+    asRestored = List(settings);
 }
 
 void WriteSettings(std::wstring_view name, std::wstring_view text, IniEncoding encoding) {
