@@ -54,5 +54,8 @@ void PrintProblems(sim::SimHost& host);
 
 // ---- The benchmarks, in the order they are run
 void BenchParams();
+void BenchBom();
+void BenchWorkbook();
+void BenchDrawings();
 
 }  // namespace bench

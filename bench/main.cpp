@@ -14,6 +14,9 @@ struct Benchmark {
 
 constexpr Benchmark kBenchmarks[] = {
     {"params", bench::BenchParams},
+    {"bom", bench::BenchBom},
+    {"workbook", bench::BenchWorkbook},
+    {"drawings", bench::BenchDrawings},
 };
 
 bool RunNamed(std::string_view name) {

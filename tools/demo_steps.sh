@@ -8,6 +8,7 @@ set -eu
 launcher=$(realpath "$2")
 program=${3:+$(realpath "$3")}
 home=$(dirname "${program:-$launcher}")/../korvane
+tools=$(realpath "$(dirname "$0")")
 cd "$1"
 number=0
 work=$(mktemp -d)
@@ -133,6 +134,38 @@ expect roller_conveyor 外形尺寸 1200×823×750
 expect roller_conveyor 图幅 A1,A3,A3
 expect roller_shaft 外形尺寸 680×15×15
 
+headline "The bill of materials: each model with its total, then the assembly with its direct components"
+printf '  The user at the dialog, scripts/bom_lists.user:\n\n'
+print scripts/bom_lists.user
+printf '\n'
+hostsim --plugin plugin run KvBom --workspace roller_conveyor --model roller_conveyor --user scripts/bom_lists.user
+print
+printf '\n    {17} is the colour by which the host shows the rows of assemblies.\n'
+
+headline "The whole structure as a workbook"
+hostsim --plugin plugin run KvBom --workspace roller_conveyor --model roller_conveyor --user scripts/bom_export.user
+print
+[ -s roller_conveyor/roller_conveyor_bom.xlsx ] || fail "no workbook was written"
+printf '\n    '
+ls -s --block-size=1 roller_conveyor/roller_conveyor_bom.xlsx | awk '{ print $2 ": " $1 " bytes on disk" }'
+code=0
+"$tools/sheet_picture.sh" roller_conveyor/roller_conveyor_bom.xlsx roller_conveyor_bom.png >"$work/out" 2>&1 || code=$?
+[ $code = 0 ] && echo "roller_conveyor_bom.png: its first page" >"$work/out"
+[ $code = 0 ] || [ $code = 3 ] || { cat "$work/out" >&2; fail "no picture of the workbook"; }
+print
+
+headline "How often each model is placed, as a parameter of the model"
+hostsim --plugin plugin run KvMdlCount --workspace roller_conveyor --model roller_conveyor --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+printf '\n    %d models were saved; the gear motor is read-only in the sample.\n' "$(grep -c '^saved' "$work/out")"
+printf '\n    model                 quantity\n'
+for model in roller_unit buy_bearing_6002_2z std_iso7089_m10 std_iso4762_m6x20; do
+    start show $model --workspace roller_conveyor
+    printf '    %-20s  %s\n' $model "$(sed -n 's/^ *数量 *[^0-9]*\([0-9]*\).*/\1/p' "$work/out")"
+done
+echo "    The screw is an instance of a family table: such models are passed over unless the settings say otherwise."
+
 headline "A backup of all components and their drawings, and the files in it"
 mkdir backup
 hostsim --plugin plugin run KvBackup --workspace roller_conveyor --model roller_conveyor --user scripts/backup.user
@@ -143,6 +176,22 @@ for kind in asm prt drw; do
     printf '\n    %d *.%s:\n' "$(wc -l <"$work/$kind")" $kind
     print_words "$work/$kind"
 done
+
+headline "All drawings exported to five formats, a file for each sheet, named after drawing number and name"
+printf '  The user at the dialog, scripts/export_drawings.user:\n\n'
+print scripts/export_drawings.user
+printf '\n'
+hostsim --plugin plugin run KvExport --workspace roller_conveyor --model roller_conveyor \
+    --user scripts/export_drawings.user
+print
+printf '\n  What was written, with what the files of two drawings hold:\n\n'
+hostsim exports roller_conveyor
+for format in DWG DXF PDF STP IGS; do
+    grep "^$format" "$work/out" >"$work/files" || fail "nothing was exported to $format"
+    printf '    %d files in %s\n' "$(wc -l <"$work/files")" $format
+    grep -e BEARING_HOUSING -e DRIVE_SHAFT "$work/files" | sed 's/^/      /; s/ *$//'
+done
+[ "$(tail -n 1 "$work/out")" = "98 exported files" ] || fail "there are not 98 exported files"
 
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Draws docs/kvparams.png and docs/kvconfig.png: the dialogs as their layout files describe them, at twice their size.
+# Draws docs/kvparams.png, docs/kvconfig.png and so on: the dialogs as their layout files describe them, at
+# twice their size.
 #
 # Needs a build (tools/build.sh) and a font with Chinese characters, which is installed when there is none.
 set -eu
@@ -25,7 +26,7 @@ install_font
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-for dialog in KvParams KvConfig; do
+for dialog in KvParams KvConfig KvBom KvExport; do
     picture=docs/$(echo $dialog | tr '[:upper:]' '[:lower:]').png
     tools/wine.sh "$hostsim" dialog $dialog --svg "$work/$dialog.svg" >/dev/null
     rsvg-convert --zoom=2 --output="$work/$dialog.png" "$work/$dialog.svg"

@@ -1,0 +1,166 @@
+// Cost of the bill of materials and of the quantity parameter on generated assemblies.
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "assembly/bom_tree.h"
+#include "bench.h"
+#include "cad/generate.h"
+#include "model/model_count.h"
+#include "report/clock.h"
+
+namespace bench {
+
+// Columns of both lists besides the number: two reserved ones and a parameter that every model has.
+static constexpr int kColumns = 3;
+static constexpr std::wstring_view kSettings =
+    L"\xFEFF[tableCols_sum]\r\ncontent=模型名称,模型数量,COATING\r\n"
+    L"[tableCols_level]\r\ncontent=层级2,模型名称,COATING\r\n";
+
+// Replaces the staged settings as long as it lives.
+class OwnSettings {
+public:
+    explicit OwnSettings(const std::filesystem::path& home) : file_(home / "KVconfig" / "KvBom.ini") {
+        std::error_code error;
+        std::filesystem::copy_file(file_, Kept(), std::filesystem::copy_options::overwrite_existing, error);
+        std::ofstream(file_, std::ios::binary)
+            .write(reinterpret_cast<const char*>(kSettings.data()),
+                   static_cast<std::streamsize>(kSettings.size() * sizeof(wchar_t)));
+    }
+    OwnSettings(const OwnSettings&) = delete;
+    OwnSettings& operator=(const OwnSettings&) = delete;
+    ~OwnSettings() {
+        std::error_code error;
+        std::filesystem::rename(Kept(), file_, error);
+    }
+
+private:
+    std::filesystem::path Kept() const { return std::filesystem::path(file_) += ".kept"; }
+
+    std::filesystem::path file_;
+};
+
+struct ListCost {
+    Series series;
+    std::size_t rows = 0;
+};
+
+static ListCost RunList(sim::SimHost& host, const char* name, const wchar_t* form) {
+    ListCost cost = {{name, {}, {}}, 0};
+    host.OnDialog("KvBom", [&](sim::SimDialog& dialog) {
+        dialog.Choose("BomRadio", form);
+        for (int i = 0; i < kRepeats; ++i)
+            RunAndSample(host, cost.series, [&] { dialog.Press("KvLoadBom"); });
+        cost.rows = dialog.Rows("bom_list").size();
+    });
+    (void)host.Run("KvBom");
+    return cost;
+}
+
+// Calls for a row without those of the walk, of deleting the old rows and of reading the columns.
+static void PrintRows(const ListCost& cost) {
+    long long filling = 0;
+    for (const auto& [function, count] : cost.series.callsByFunction) {
+        const bool perRow = function.starts_with("ProUITableCell") || function.starts_with("ProParameter") ||
+                            function == "ProMdlToModelitem" || function == "ProMdlIsSkeleton" ||
+                            function == "ProMdlMdlnameGet";
+        filling += perRow ? count : 0;
+    }
+    std::printf("             rows  %9zu, %.2f calls a row for %d columns besides the number\n", cost.rows,
+                static_cast<double>(filling) / static_cast<double>(cost.rows), kColumns);
+}
+
+static Series RunQuantity(sim::SimHost& host) {
+    Series series = {"quantity", {}, {}};
+    for (int i = 0; i < kRepeats; ++i) RunAndSample(host, series, [&] { (void)host.Run("KvMdlCount"); });
+    return series;
+}
+
+// ---- The merge and the tree alone, on placements without a host behind them
+
+static constexpr int kRuleRuns = 15;
+
+struct Placements {
+    std::vector<kv::NamedModel> models;  // the top assembly last
+    std::vector<kv::PlacedModel> placed;
+};
+
+// A tenth as many models as placements, a quarter of them assemblies.
+static Placements RandomPlacements(unsigned int count) {
+    std::mt19937 random(1);
+    Placements result;
+    const unsigned int models = count / 10;
+    for (unsigned int i = 0; i < models; ++i)
+        result.models.push_back(
+            {nullptr, i % 4 == 0 ? PRO_MDL_ASSEMBLY : PRO_MDL_PART, L"GEN_MODEL_" + std::to_wstring(i)});
+    result.models.push_back({nullptr, PRO_MDL_ASSEMBLY, L"GEN_TOP"});
+    int level = 1;
+    while (result.placed.size() < count) {
+        const auto model = static_cast<unsigned int>(random() % models);
+        const kv::NamedModel& named = result.models[model];
+        result.placed.push_back({nullptr, named.type, level, model});
+        if (named.type == PRO_MDL_ASSEMBLY && level < kDepth) {
+            ++level;
+        } else if (random() % 6 == 0) {
+            level = std::max(1, level - 1);
+        }
+    }
+    return result;
+}
+
+template <typename Work>
+static double QuickestSeconds(Work work) {
+    double best = 1e9;
+    for (int i = 0; i < kRuleRuns; ++i) {
+        const std::int64_t start = sim::ClockTicks();
+        work();
+        best = std::min(best, sim::ClockSeconds(sim::ClockTicks() - start));
+    }
+    return best;
+}
+
+static void BenchRules() {
+    std::printf("\nMerge and tree of the bill of materials without a host, quickest of %d runs\n", kRuleRuns);
+    for (const unsigned int count : {1000U, 10000U, 100000U}) {
+        const Placements all = RandomPlacements(count);
+        std::size_t items = 0;
+        std::size_t nodes = 0;
+        const double merge = QuickestSeconds(
+            [&] { items = kv::CountModels(all.models, all.placed, kv::NameRule::Exact).size(); });
+        const double tree = QuickestSeconds([&] { nodes = kv::LevelTree(all.models, all.placed).size(); });
+        std::printf("  %6u placements  merge %6.1f ns a placement (%zu items), tree %6.1f ns (%zu nodes)\n",
+                    count, 1e9 * merge / count, items, 1e9 * tree / count, nodes);
+    }
+}
+
+void BenchBom() {
+    std::printf("\nBill of materials and quantity on generated assemblies, depth %d, %d runs each\n", kDepth,
+                kRepeats);
+    for (const int placements : {1000, 10000, 100000}) {
+        sim::SimHost host;
+        const OwnSettings settings(host.PluginHome());
+        sim::SimModel& top = sim::GenerateAssembly(host.State().models, placements, kDepth, 1);
+        for (sim::SimModel* model : host.State().models.All())
+            model->SetParameter(L"COATING", std::wstring(L"zinc"));
+        host.Open(top);
+        const BareResult bare = RunBareWalk(host, top);
+        const std::size_t models = host.State().models.All().size();
+        PrintBare(bare, models);
+        for (const ListCost& cost :
+             {RunList(host, "summed", L"SumBom"), RunList(host, "levels", L"LevelBom")}) {
+            PrintSeries(cost.series, bare, models);
+            PrintRows(cost);
+        }
+        PrintSeries(RunQuantity(host), bare, models);
+        PrintProblems(host);
+    }
+    BenchRules();
+}
+
+}  // namespace bench
