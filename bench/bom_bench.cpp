@@ -132,7 +132,7 @@ static void BenchRules() {
         std::size_t items = 0;
         std::size_t nodes = 0;
         const double merge = QuickestSeconds(
-            [&] { items = kv::CountModels(all.models, all.placed, kv::NameRule::Exact).size(); });
+            [&] { items = kv::CountModels(all.models, all.placed, kv::NameMatch::Exact).size(); });
         const double tree = QuickestSeconds([&] { nodes = kv::LevelTree(all.models, all.placed).size(); });
         std::printf("  %6u placements  merge %6.1f ns a placement (%zu items), tree %6.1f ns (%zu nodes)\n",
                     count, 1e9 * merge / count, items, 1e9 * tree / count, nodes);

@@ -2,22 +2,12 @@
 
 #include "assembly/bom_columns.h"
 
-#include <algorithm>
-
-#include "base/text.h"
-
 namespace kv {
 
 static constexpr std::wstring_view kModelName = L"模型名称";
 static constexpr std::wstring_view kQuantity = L"模型数量";
 static constexpr std::wstring_view kLevel = L"层级1";
 static constexpr std::wstring_view kItemCode = L"层级2";
-
-std::vector<std::wstring> BomTitles(std::wstring_view list) {
-    std::wstring text = WithoutBlanks(list);
-    std::replace(text.begin(), text.end(), L'，', L',');
-    return SplitText(text, L',');
-}
 
 BomColumn BomColumnOf(std::wstring_view title, BomForm form) {
     if (title == kModelName) return BomColumn::ModelName;

@@ -14,7 +14,7 @@ ProError SummedBomGet(ProMdl assembly, BomList& list) {
     list.form = BomForm::Summed;
     list.placements = walk.models.size();
     list.models = NamesOf(walk.distinct);
-    for (const ModelCount& entry : CountModels(list.models, walk.models, NameRule::Exact))
+    for (const ModelCount& entry : CountModels(list.models, walk.models, NameMatch::Exact))
         list.items.push_back({entry.model, entry.count, 0});
     return PRO_TK_NO_ERROR;
 }

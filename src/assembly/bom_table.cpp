@@ -2,16 +2,15 @@
 
 #include "assembly/bom_table.h"
 
-#include <charconv>
-#include <iterator>
-#include <limits>
 #include <optional>
 #include <vector>
 
 #include <ProSkeleton.h>
 
 #include "base/status.h"
+#include "base/text.h"
 #include "model/parameter.h"
+#include "model/parameter_text.h"
 #include "settings/settings_store.h"
 
 namespace kv {
@@ -20,11 +19,6 @@ static constexpr wchar_t kSummedTitles[] = L"tableCols_sum";
 static constexpr wchar_t kLevelTitles[] = L"tableCols_level";
 static constexpr wchar_t kTitlesKey[] = L"content";
 static constexpr wchar_t kNumberTitle[] = L"序号";
-static constexpr wchar_t kYes[] = L"是";
-static constexpr wchar_t kNo[] = L"否";
-static constexpr int kDecimals = 3;
-// The longest fixed-point text: sign, all digits before the point, the point, the decimals.
-static constexpr std::size_t kNumberSize = std::numeric_limits<double>::max_exponent10 + kDecimals + 8;
 
 // Nothing: the cell is left alone.
 using CellValue = std::optional<std::wstring>;
@@ -55,8 +49,6 @@ static void SetCell(const std::string& row, const std::string& column, const std
                     bool isAssembly);
 static CellValue ValueOf(Filling& filling, const BomItem& item, std::size_t column);
 static const std::vector<CellValue>& ParametersOf(Filling& filling, unsigned int model);
-static CellValue ParameterText(const ProParamvalue& value);
-static std::wstring RealText(double real);
 
 ProError BomColumnsReset(BomForm form) {
     ProError status = TableRowsClear(kBomTable);
@@ -64,7 +56,8 @@ ProError BomColumnsReset(BomForm form) {
 
     const wchar_t* section = form == BomForm::Levels ? kLevelTitles : kSummedTitles;
     std::vector<TableColumn> columns = {{kNumberColumn, kNumberTitle}};
-    for (std::wstring& title : BomTitles(ReadSetting(SettingsPath(kBomSettings), section, kTitlesKey)))
+    for (std::wstring& title :
+         SplitAtCommas(WithoutBlanks(ReadSetting(SettingsPath(kBomSettings), section, kTitlesKey))))
         columns.push_back({"param" + std::to_string(columns.size()), std::move(title)});
     return TableColumnsReplace(kBomTable, columns);
 }
@@ -156,29 +149,6 @@ static const std::vector<CellValue>& ParametersOf(Filling& filling, unsigned int
         texts.parameters[i] = ParameterText(value);
     }
     return texts.parameters;
-}
-
-static CellValue ParameterText(const ProParamvalue& value) {
-    switch (value.type) {
-        case PRO_PARAM_STRING:
-            return value.value.s_val;
-        case PRO_PARAM_INTEGER:
-            return std::to_wstring(value.value.i_val);
-        case PRO_PARAM_DOUBLE:
-            return RealText(value.value.d_val);
-        case PRO_PARAM_BOOLEAN:
-            if (value.value.l_val == 1) return kYes;
-            return value.value.l_val == 0 ? kNo : L"";
-        default:
-            return std::nullopt;
-    }
-}
-
-// The conversion knows no locale: the point is "." on every machine.
-static std::wstring RealText(double real) {
-    char text[kNumberSize];
-    const auto end = std::to_chars(text, std::end(text), real, std::chars_format::fixed, kDecimals);
-    return {text, end.ptr};
 }
 
 }  // namespace kv

@@ -14,7 +14,6 @@ inline constexpr TableName kBomTable = {kBomDialog, "bom_list"};
 inline constexpr char kNumberColumn[] = "num";
 // Background of the cells of an assembly. It is also what tells a row's type later.
 inline constexpr TableColor kAssemblyColor = 17;
-inline constexpr wchar_t kModelNameTitle[] = L"模型名称";
 
 // Settings of the titles, for SettingsPath.
 inline constexpr wchar_t kBomSettings[] = L"KVconfig\\KvBom.ini";

@@ -45,7 +45,7 @@ static unsigned int AddChild(TreeBuilder& builder, unsigned int model);
 
 std::vector<BomNode> LevelTree(std::span<const NamedModel> models, std::span<const PlacedModel> placed) {
     TreeBuilder builder;
-    builder.nameOf = FirstOfSame(models, NameRule::Exact, TypeRule::Any);
+    builder.nameOf = FirstOfSame(models, NameMatch::Exact, TypeMatch::Any);
     builder.nodeOf.resize(models.size());
     builder.nodes.reserve(placed.size() + 1);
     builder.nodes.push_back({static_cast<unsigned int>(models.size() - 1), 1, 0, 1, 0});

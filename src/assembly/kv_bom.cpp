@@ -139,7 +139,7 @@ static std::string ModelNameColumn() {
     std::vector<TableColumn> columns;
     if (Failed(TableColumnsGet(kBomTable, columns))) return {};
     for (const TableColumn& column : columns)
-        if (column.title == kModelNameTitle) return column.name;
+        if (BomColumnOf(column.title, ChosenForm()) == BomColumn::ModelName) return column.name;
     return {};
 }
 

@@ -16,10 +16,10 @@ std::wstring WithoutBlanks(std::wstring_view text) {
     return result;
 }
 
-std::vector<std::wstring> SplitText(std::wstring_view text, wchar_t separator) {
+std::vector<std::wstring> SplitAtCommas(std::wstring_view text) {
     std::vector<std::wstring> pieces;
     while (!text.empty()) {
-        const std::size_t length = std::min(text.find(separator), text.size());
+        const std::size_t length = std::min(text.find_first_of(L",，"), text.size());
         if (length > 0) pieces.emplace_back(text.substr(0, length));
         text.remove_prefix(std::min(length + 1, text.size()));
     }

@@ -36,8 +36,8 @@ template <std::size_t Size>
 // The text without any blank (U+0020); tabs and line ends stay.
 std::wstring WithoutBlanks(std::wstring_view text);
 
-// The pieces between separators, in order; empty pieces are dropped.
-std::vector<std::wstring> SplitText(std::wstring_view text, wchar_t separator);
+// The pieces between commas of either width, in order; empty pieces are dropped.
+std::vector<std::wstring> SplitAtCommas(std::wstring_view text);
 
 // Upper case by one rule for every user language, accented Latin, Greek and Cyrillic letters included;
 // the length never changes.

@@ -8,10 +8,10 @@
 #include <ProMdl.h>
 
 #include "base/status.h"
-#include "drawing/export_name.h"
 #include "model/drawing_sheets.h"
 #include "model/model_data.h"
 #include "model/parameter.h"
+#include "model/parameter_text.h"
 #include "ui/table.h"
 
 namespace kv {
@@ -71,7 +71,8 @@ void LoadParameters(const DrawingTable& table) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             ProParamvalue value = {};
             const bool known = !Failed(ParameterRead(drawing, table.parameters[i], value));
-            SetCellText(table.name, row, columns[i], known ? PieceFromValue(value) : std::wstring());
+            SetCellText(table.name, row, columns[i],
+                        known ? ParameterText(value).value_or(L"") : std::wstring());
         }
     });
 }

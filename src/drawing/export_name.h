@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include <ProParamval.h>
-
 namespace kv {
 
 // Tokens with a meaning of their own; any other one names a parameter of the drawing.
@@ -19,10 +17,8 @@ struct NameRule {
     std::wstring separator;
 };
 
-// Tokens or parameter names of a list: split at commas of either width, blanks removed.
-std::vector<std::wstring> NameList(std::wstring_view text);
-
-// The rule of the dialog's two texts. An empty separator stands for a blank, "NULL" for none.
+// The rule of the dialog's two texts; tokens stand between commas of either width, blanks do not count. An
+// empty separator stands for a blank, "NULL" for none.
 NameRule NameRuleFromTexts(std::wstring_view tokens, std::wstring_view separator);
 
 // The piece that a token stands for; empty when there is none.
@@ -34,9 +30,5 @@ std::wstring ComposeName(const NameRule& rule, const PieceLookup& pieceOf, const
 
 // A text as a file name can hold it: what is forbidden becomes "_".
 std::wstring FileNameText(std::wstring text);
-
-// A parameter's value as a piece: a string as it is, an integer in decimal, a real with three decimals, a
-// Boolean as "是" or "否"; empty for every other type.
-std::wstring PieceFromValue(const ProParamvalue& value);
 
 }  // namespace kv

@@ -16,6 +16,7 @@
 #include "model/drawing_sheets.h"
 #include "model/model_data.h"
 #include "model/parameter.h"
+#include "model/parameter_text.h"
 #include "settings/settings_store.h"
 
 namespace kv {
@@ -157,7 +158,7 @@ static std::unordered_map<std::wstring, std::wstring> ParameterPieces(const Name
         if (token == kSheetSizeToken || token == kDrawingNameToken || pieces.contains(token)) continue;
         ProParamvalue value = {};
         const bool known = !Failed(ParameterRead(task.drawing, token, value));
-        pieces.emplace(token, known ? PieceFromValue(value) : std::wstring());
+        pieces.emplace(token, known ? ParameterText(value).value_or(L"") : std::wstring());
     }
     return pieces;
 }

@@ -201,7 +201,8 @@ static ExportDialog& DialogOf(ProAppData data) {
 
 static void RestoreTexts(ExportDialog& dialog) {
     const std::wstring path = SettingsPath(kSettingsFile);
-    ShowParameterColumns(dialog.table, NameList(ReadSetting(path, kColumnsSection, kContentKey)));
+    ShowParameterColumns(dialog.table,
+                         SplitAtCommas(WithoutBlanks(ReadSetting(path, kColumnsSection, kContentKey))));
     SetInputText(kDialog, kNameInput, ReadSetting(path, kNameSection, kContentKey));
     SetInputText(kDialog, kSeparatorInput, ReadSetting(path, kSeparatorSection, kContentKey));
 }

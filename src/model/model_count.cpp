@@ -28,8 +28,8 @@ std::vector<NamedModel> NamesOf(std::span<const DistinctModel> models) {
 }
 
 std::vector<ModelCount> CountModels(std::span<const NamedModel> models, std::span<const PlacedModel> placed,
-                                    NameRule rule) {
-    const std::vector<unsigned int> first = FirstOfSame(models, rule, TypeRule::Same);
+                                    NameMatch rule) {
+    const std::vector<unsigned int> first = FirstOfSame(models, rule, TypeMatch::Same);
     std::vector<unsigned int> entryOf(models.size(), kNone);
     std::vector<ModelCount> counts;
     for (const PlacedModel& placement : placed) {
@@ -45,14 +45,14 @@ std::vector<ModelCount> CountModels(std::span<const NamedModel> models, std::spa
 }
 
 // A list of twice as many places as models; a name takes the first free place from its hash on.
-std::vector<unsigned int> FirstOfSame(std::span<const NamedModel> models, NameRule names, TypeRule types) {
+std::vector<unsigned int> FirstOfSame(std::span<const NamedModel> models, NameMatch names, TypeMatch types) {
     const std::vector<std::wstring> upper =
-        names == NameRule::AnyCase ? UpperNames(models) : std::vector<std::wstring>();
+        names == NameMatch::AnyCase ? UpperNames(models) : std::vector<std::wstring>();
     const auto nameOf = [&](unsigned int i) -> std::wstring_view {
         return upper.empty() ? models[i].name : upper[i];
     };
     const auto isSame = [&](unsigned int i, unsigned int j) {
-        return nameOf(i) == nameOf(j) && (types == TypeRule::Any || models[i].type == models[j].type);
+        return nameOf(i) == nameOf(j) && (types == TypeMatch::Any || models[i].type == models[j].type);
     };
     std::vector<unsigned int> places(2 * models.size() + 1, kNone);
     std::vector<unsigned int> first(models.size());

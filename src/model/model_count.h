@@ -20,11 +20,11 @@ struct NamedModel {
 std::vector<NamedModel> NamesOf(std::span<const DistinctModel> models);
 
 // Which models are the same: letter case of names, and whether types have to agree.
-enum class NameRule { Exact, AnyCase };
-enum class TypeRule { Same, Any };
+enum class NameMatch { Exact, AnyCase };
+enum class TypeMatch { Same, Any };
 
 // For each model the index of the first that is the same. One without a name is the same as none but itself.
-std::vector<unsigned int> FirstOfSame(std::span<const NamedModel> models, NameRule names, TypeRule types);
+std::vector<unsigned int> FirstOfSame(std::span<const NamedModel> models, NameMatch names, TypeMatch types);
 
 struct ModelCount {
     unsigned int model;  // index of the first that is the same
@@ -33,6 +33,6 @@ struct ModelCount {
 
 // How often each model is placed, in the order of first meeting. Models of the same type and name are one.
 std::vector<ModelCount> CountModels(std::span<const NamedModel> models, std::span<const PlacedModel> placed,
-                                    NameRule rule);
+                                    NameMatch rule);
 
 }  // namespace kv

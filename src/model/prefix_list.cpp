@@ -9,9 +9,7 @@
 namespace kv {
 
 PrefixList PrefixListFromText(std::wstring_view text) {
-    std::wstring commas = UpperCase(text);
-    std::ranges::replace(commas, L'，', L',');
-    return SplitText(commas, L',');
+    return SplitAtCommas(UpperCase(text));
 }
 
 bool HasPrefix(const PrefixList& prefixes, std::wstring_view name) {

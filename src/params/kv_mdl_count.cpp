@@ -51,7 +51,7 @@ ProError KvMdlCount() {
 
     RunRecord record;
     const std::vector<NamedModel> models = NamesOf(walk.distinct);
-    for (const ModelCount& entry : CountModels(models, walk.models, NameRule::AnyCase))
+    for (const ModelCount& entry : CountModels(models, walk.models, NameMatch::AnyCase))
         record.push_back(WriteCount(models[entry.model], entry.count, instances));
     ProMdl current = nullptr;
     if (!Failed(ProMdlCurrentGet(&current))) ProTreetoolRefresh(current);

@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "drawing/export_name.h"
+#include "model/parameter_text.h"
 
 namespace {
 
@@ -79,19 +80,20 @@ TEST(ExportName, ReplacesWhatNoFileNameHolds) {
     EXPECT_EQ(kv::FileNameText(L"图-1 (a.b)'，~"), L"图-1 (a.b)'，~");
 }
 
-TEST(ExportName, WritesEveryTypeOfValue) {
-    EXPECT_EQ(kv::PieceFromValue(Text(L"轴 7")), L"轴 7");
-    EXPECT_EQ(kv::PieceFromValue(Whole(-40)), L"-40");
-    EXPECT_EQ(kv::PieceFromValue(Whole(std::numeric_limits<int>::min())), L"-2147483648");
-    EXPECT_EQ(kv::PieceFromValue(Real(2)), L"2.000");
-    EXPECT_EQ(kv::PieceFromValue(Real(-0.0625)), L"-0.062");
-    EXPECT_EQ(kv::PieceFromValue(Real(1234567.8916)), L"1234567.892");
-    EXPECT_EQ(kv::PieceFromValue(Real(-std::numeric_limits<double>::max())).size(), 314u);
-    EXPECT_EQ(kv::PieceFromValue(Truth(1)), L"是");
-    EXPECT_EQ(kv::PieceFromValue(Truth(0)), L"否");
+TEST(ParameterText, TellsEveryTypeOfValue) {
+    EXPECT_EQ(kv::ParameterText(Text(L"轴 7")), L"轴 7");
+    EXPECT_EQ(kv::ParameterText(Whole(-40)), L"-40");
+    EXPECT_EQ(kv::ParameterText(Whole(std::numeric_limits<int>::min())), L"-2147483648");
+    EXPECT_EQ(kv::ParameterText(Real(2)), L"2.000");
+    EXPECT_EQ(kv::ParameterText(Real(-0.0625)), L"-0.062");
+    EXPECT_EQ(kv::ParameterText(Real(1234567.8916)), L"1234567.892");
+    EXPECT_EQ(kv::ParameterText(Real(-std::numeric_limits<double>::max()))->size(), 314u);
+    EXPECT_EQ(kv::ParameterText(Truth(1)), L"是");
+    EXPECT_EQ(kv::ParameterText(Truth(0)), L"否");
     ProParamvalue none = {};
     none.type = PRO_PARAM_NOT_SET;
-    EXPECT_EQ(kv::PieceFromValue(none), L"");
+    EXPECT_EQ(kv::ParameterText(none), std::nullopt);
+    EXPECT_EQ(kv::ParameterText(Truth(7)), L"");
 }
 
 }  // namespace

@@ -87,4 +87,18 @@ TEST(PrefixList, MatchesTheBeginningOfANameInAnyLetterCase) {
     EXPECT_FALSE(kv::HasPrefix({}, L"ABC"));
 }
 
+TEST(Text, SplitsListsOfNamesAtCommasOfEitherWidth) {
+    using Names = std::vector<std::wstring>;
+    const std::vector<std::pair<std::wstring, Names>> cases = {
+        {L"图号,名称,模型数量", {L"图号", L"名称", L"模型数量"}},
+        {L"图号， 名称 ,模型 数量", {L"图号", L"名称", L"模型数量"}},
+        {L",,图号,，名称,", {L"图号", L"名称"}},
+        {L"图号,图号", {L"图号", L"图号"}},
+        {L" ， , ", {}},
+        {L"", {}},
+        {L"图\t号、名称;材料", {L"图\t号、名称;材料"}},
+    };
+    for (const auto& [list, names] : cases) EXPECT_EQ(kv::SplitAtCommas(kv::WithoutBlanks(list)), names);
+}
+
 }  // namespace
