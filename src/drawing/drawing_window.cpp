@@ -9,8 +9,9 @@
 
 namespace kv {
 
-// Window numbers stand close together: after so many that show nothing no further one is expected.
-static constexpr int kLargestGap = 8;
+// A long session leaves gaps between the numbers of its windows; after one of this length no further window
+// is expected. Too short a gap would make us close a window of the user's.
+static constexpr int kLargestGap = 64;
 
 UserWindows::UserWindows() {
     if (Failed(ProWindowCurrentGet(&current_))) current_ = PRO_VALUE_UNUSED;
