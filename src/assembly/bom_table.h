@@ -24,8 +24,8 @@ inline constexpr wchar_t kBomSettings[] = L"KVconfig\\KvBom.ini";
 
 // Fills the table, which has to be empty, with a row for each item that is no skeleton model.
 //
-// Cost    for a row at most 4 host calls, and 4 for each column; what the rows of one model share is read
-// once Errors  of reading the columns and of inserting the rows
+// Cost    at most 4 host calls a row and 4 a cell; what the rows of one model share is read once
+// Errors  of reading the columns and of inserting the rows
 [[nodiscard]] ProError BomListShow(const BomList& list);
 
 }  // namespace kv

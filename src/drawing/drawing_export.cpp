@@ -71,7 +71,7 @@ static void WriteFile(const DrawingTask& task, const DrawingFormat& format, Draw
         ProError status = PRO_TK_NO_ERROR;
         if (sheet != kAllSheets) status = ProDrawingCurrentSheetSet(task.drawing, sheet);
         if (Failed(status)) return status;
-        return format.write({task, format.type, sheet, place, written, settings});
+        return format.write({task, format, sheet, place, written, settings});
     };
     WriteOutput(folder, {name, format.extension, !format.ofSheets}, write, entry);
     record.push_back(std::move(entry));

@@ -37,10 +37,12 @@ struct DrawingTask {
     std::vector<std::wstring> fileNames = {};  // by sheet, without extension
 };
 
+struct DrawingFormat;
+
 // What a format's writer is asked for.
 struct SheetFile {
     const DrawingTask& task;
-    ProImportExportFile type;
+    const DrawingFormat& format;
     int sheet;  // counted from 1; kAllSheets for all of them
     const std::wstring& folder;
     std::wstring name;

@@ -18,7 +18,6 @@
 
 namespace kv {
 
-static constexpr wchar_t kPdfExtension[] = L".pdf";
 static constexpr wchar_t kProfile[] = L"kvdop";
 
 static void Free2dData(Pro2dExportdata* data) {
@@ -27,7 +26,6 @@ static void Free2dData(Pro2dExportdata* data) {
 
 using DrawingData = HostHandle<Pro2dExportdata, Free2dData>;
 
-static const wchar_t* ExtensionOf(ProImportExportFile type);
 static ProError DrawingDataMake(const SheetFile& file, DrawingData& data);
 static ProError PaperSheetsSet(Pro2dExportdata data, int count);
 static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
@@ -35,19 +33,19 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
 ProError WriteSheetDrawing(const SheetFile& file) {
     ProPath path;
     DrawingData data;
-    ProError status = CopyText(file.folder + file.name + ExtensionOf(file.type), path);
+    ProError status = CopyText(file.folder + file.name + file.format.extension, path);
     if (!Failed(status)) status = DrawingDataMake(file, data);
-    return Failed(status) ? status : Pro2dExport(file.type, path, file.task.drawing, data.Get());
+    return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, data.Get());
 }
 
 ProError WriteCurrentSheetDrawing(const SheetFile& file) {
     ProPath path;
     const ProError status = CopyText(file.folder + file.name, path);
-    return Failed(status) ? status : Pro2dExport(file.type, path, file.task.drawing, nullptr);
+    return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, nullptr);
 }
 
 ProError WriteSheetPdf(const SheetFile& file) {
-    const std::wstring target = file.folder + file.name + kPdfExtension;
+    const std::wstring target = file.folder + file.name + file.format.extension;
     const std::wstring& detour = file.settings.pdfDetour;
     if (detour.empty()) return PdfWrite(file, target);
 
@@ -62,20 +60,7 @@ ProError WriteShownModel(const SheetFile& file) {
     ProError status = PRO_TK_NO_ERROR;
     const auto goBack = UseWorkingDirectory(file.folder, status);
     return Failed(status) ? status
-                          : ModelWrite(file.task.shown, file.type, file.name + ExtensionOf(file.type));
-}
-
-static const wchar_t* ExtensionOf(ProImportExportFile type) {
-    switch (type) {
-        case PRO_DWG_FILE:
-            return L".dwg";
-        case PRO_DXF_FILE:
-            return L".dxf";
-        case PRO_IGES_3D_FILE:
-            return L".igs";
-        default:
-            return L".stp";
-    }
+                          : ModelWrite(file.task.shown, file.format.type, file.name + file.format.extension);
 }
 
 // A sheet that is named neither for model space nor for paper space is not exported at all.

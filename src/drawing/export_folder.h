@@ -30,9 +30,9 @@ using OutputWriter = std::function<ProError(const std::wstring& folder, const st
 
 // Has a file written and moves it to its place, whatever extension the host gave it.
 //
-// entry   gets the file's name, whether it replaced another one, and the status: PRO_TK_LINE_TOO_LONG for a
-//         path that is too long, PRO_TK_CANT_WRITE for a file that is not there or cannot take its place,
-//         else those of the scratch folder and of `write`
+// entry   gets the file's name, whether it replaced another one, and the status
+// Errors  PRO_TK_LINE_TOO_LONG for a path that is too long, PRO_TK_CANT_WRITE for a file that is not there or
+//         cannot take its place, else those of the scratch folder and of `write`
 void WriteOutput(ExportFolder& folder, const OutputFile& file, const OutputWriter& write, RunEntry& entry);
 
 }  // namespace kv

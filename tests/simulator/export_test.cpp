@@ -13,7 +13,6 @@
 #include <ProIntf3Dexport.h>
 #include <ProMdl.h>
 #include <ProPDF.h>
-#include <ProUITable.h>
 #include <ProUtil.h>
 #include <ProWindows.h>
 #include <gtest/gtest.h>
@@ -32,9 +31,6 @@ namespace fs = std::filesystem;
 using namespace sim;
 
 // Inputs of the host are not const.
-char* C(const char* text) {
-    return const_cast<char*>(text);
-}
 wchar_t* W(const wchar_t* text) {
     return const_cast<wchar_t*>(text);
 }
@@ -468,53 +464,6 @@ TEST_F(HostExport, OptionsAreReadAndSet) {
     session.configOptions[L"SEARCH_PATH"] = {L"a", L"b"};
     EXPECT_EQ(ProConfigoptSet(W(L"search_path"), W(L"c")), PRO_TK_NO_ERROR);
     EXPECT_EQ(session.configOptions[L"SEARCH_PATH"].size(), 3U);
-}
-
-// ---- Tables
-
-TEST_F(HostExport, TablesAreAddressedByName) {
-    fs::create_directories(folder / "text/resource");
-    folder.Write("text/resource/D.res",
-                 "(Dialog D (Components (Table List)) (Resources (List.ColumnNames \"num\")"
-                 " (List.RowNames \"1\") (.Layout (Grid (Rows 0) (Cols 1) List))))");
-    std::string fault;
-    ASSERT_NE(session.interface_.LoadDialog("D", "D", fault), nullptr) << fault;
-    char* dialog = C("D");
-    char* table = C("List");
-    std::array<char*, 2> rows = {C("2"), C("3")};
-    ASSERT_EQ(ProUITableRowsInsert(dialog, table, C("1"), 2, rows.data()), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProUITableRowsInsert(dialog, table, nullptr, 1, rows.data()), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(Misuse("a name is taken"));
-    std::array<char*, 1> column = {C("图号")};
-    ASSERT_EQ(ProUITableColumnsInsert(dialog, table, C("num"), 1, column.data()), PRO_TK_NO_ERROR);
-    std::array<wchar_t*, 2> titles = {W(L"No."), W(L"图号")};
-    EXPECT_EQ(ProUITableColumnlabelsSet(dialog, table, 1, titles.data()), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(Misuse("1 labels for 2 columns"));
-    EXPECT_EQ(ProUITableColumnlabelsSet(dialog, table, 2, titles.data()), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProUITableCellLabelSet(dialog, table, C("3"), C("图号"), W(L"P-7")), PRO_TK_NO_ERROR);
-    wchar_t* label = nullptr;
-    ASSERT_EQ(ProUITableCellLabelGet(dialog, table, C("3"), C("图号"), &label), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Utf8(label), "P-7");
-    EXPECT_EQ(ProWstringFree(label), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProUITableCellLabelSet(dialog, table, C("4"), C("num"), W(L"")), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(Misuse("no cell"));
-
-    EXPECT_EQ(ProUITableRowCellsSelect(dialog, table, 2, rows.data()), PRO_TK_GENERAL_ERROR);
-    EXPECT_FALSE(session.report.Violations().empty());  // the policy allows a single cell
-    session.report.ClearViolations();
-    ASSERT_EQ(ProUITableSelectionpolicySet(dialog, table, PROUISELPOLICY_MULTIPLE), PRO_TK_NO_ERROR);
-    ASSERT_EQ(ProUITableRowCellsSelect(dialog, table, 2, rows.data()), PRO_TK_NO_ERROR);
-    ASSERT_EQ(ProUITableRowCellsDeselect(dialog, table, 1, rows.data()), PRO_TK_NO_ERROR);
-    int count = 0;
-    char** names = nullptr;
-    ASSERT_EQ(ProUITableSelectednamesGet(dialog, table, &count, &names), PRO_TK_NO_ERROR);
-    ASSERT_EQ(count, 4);
-    EXPECT_EQ(std::string(names[0]) + names[1] + names[2] + names[3], "3num3图号");
-    EXPECT_EQ(ProStringarrayFree(names, count), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProUITableRowsDelete(dialog, table, 1, &rows[1]), PRO_TK_NO_ERROR);
-    ASSERT_EQ(ProUITableSelectedrownamesGet(dialog, table, &count, &names), PRO_TK_NO_ERROR);
-    EXPECT_EQ(count, 0);
-    session.interface_.DestroyDialog("D");
 }
 
 // ---- Size

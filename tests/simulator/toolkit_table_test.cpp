@@ -131,6 +131,27 @@ TEST_F(ToolkitTable, KeepsCellsWithTheirNamesWhenTheUserSortsAndFilters) {
     EXPECT_EQ(ProStringarrayFree(names, count), PRO_TK_NO_ERROR);
 }
 
+TEST_F(ToolkitTable, SelectsRowsWhereThePolicyAllowsIt) {
+    char* dialog = C("D");
+    char* table = C("List");
+    std::vector<char*> rows = {C("1"), C("2")};
+    ASSERT_EQ(ProUITableRowsInsert(dialog, table, nullptr, 2, rows.data()), PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProUITableRowCellsSelect(dialog, table, 2, rows.data()), PRO_TK_GENERAL_ERROR);
+    EXPECT_EQ(TakeViolations(), 1U) << "a single cell is all that the policy allows";
+    ASSERT_EQ(ProUITableSelectionpolicySet(dialog, table, PROUISELPOLICY_MULTIPLE), PRO_TK_NO_ERROR);
+    ASSERT_EQ(ProUITableRowCellsSelect(dialog, table, 2, rows.data()), PRO_TK_NO_ERROR);
+    ASSERT_EQ(ProUITableRowCellsDeselect(dialog, table, 1, rows.data()), PRO_TK_NO_ERROR);
+    int count = 0;
+    char** names = nullptr;
+    ASSERT_EQ(ProUITableSelectednamesGet(dialog, table, &count, &names), PRO_TK_NO_ERROR);
+    ASSERT_EQ(count, 2);
+    EXPECT_EQ(std::string(names[0]) + names[1], "2num");
+    EXPECT_EQ(ProStringarrayFree(names, count), PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProUITableRowsDelete(dialog, table, 1, &rows[1]), PRO_TK_NO_ERROR);
+    ASSERT_EQ(ProUITableSelectedrownamesGet(dialog, table, &count, &names), PRO_TK_NO_ERROR);
+    EXPECT_EQ(count, 0);
+}
+
 TEST_F(ToolkitTable, DrawsOnlyImagesThatTheAreaHas) {
     ProUIPoint corner = {0, 0};
     const auto draw = [&](const char* image) {
