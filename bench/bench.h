@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 
 namespace bench {
 

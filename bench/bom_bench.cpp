@@ -11,9 +11,9 @@
 
 #include "assembly/bom_tree.h"
 #include "bench.h"
-#include "cad/generate.h"
 #include "model/model_count.h"
-#include "report/clock.h"
+#include "simulator/cad/generate.h"
+#include "simulator/report/clock.h"
 
 namespace bench {
 

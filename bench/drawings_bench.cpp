@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "bench.h"
-#include "cad/generate.h"
+#include "simulator/cad/generate.h"
 
 namespace bench {
 

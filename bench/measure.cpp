@@ -10,8 +10,8 @@
 #include <ProMdl.h>
 #include <ProSolid.h>
 
-#include "report/clock.h"
-#include "windows/plugin_heap.h"
+#include "simulator/report/clock.h"
+#include "simulator/windows/plugin_heap.h"
 
 namespace bench {
 

@@ -13,11 +13,11 @@
 #include <windows.h>
 
 #include "bench.h"
-#include "host/sim_host.h"
 #include "office/spreadsheet.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/windows/automation.h"
 #include "support/cell_by_cell.h"
 #include "support/spreadsheet_program.h"
-#include "windows/automation.h"
 
 namespace bench {
 

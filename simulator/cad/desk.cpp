@@ -1,10 +1,10 @@
-#include "cad/desk.h"
+#include "simulator/cad/desk.h"
 
 #include <algorithm>
 #include <bit>
 #include <utility>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

@@ -11,8 +11,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "cad/model_store.h"
-#include "ui/user.h"
+#include "simulator/cad/model_store.h"
+#include "simulator/ui/user.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "cad/folder_index.h"
+#include "simulator/cad/folder_index.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

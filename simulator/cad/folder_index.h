@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "cad/model.h"
+#include "simulator/cad/model.h"
 
 namespace sim {
 

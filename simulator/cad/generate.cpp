@@ -1,4 +1,4 @@
-#include "cad/generate.h"
+#include "simulator/cad/generate.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cad/model_store.h"
+#include "simulator/cad/model_store.h"
 
 namespace sim {
 

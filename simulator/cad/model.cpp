@@ -1,11 +1,11 @@
-#include "cad/model.h"
+#include "simulator/cad/model.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <utility>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "cad/model_file.h"
+#include "simulator/cad/model_file.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +15,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cad/folder_index.h"
-#include "report/utf8.h"
+#include "simulator/cad/folder_index.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

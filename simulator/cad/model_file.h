@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "cad/model.h"
+#include "simulator/cad/model.h"
 
 namespace sim {
 

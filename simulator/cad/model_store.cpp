@@ -1,4 +1,4 @@
-#include "cad/model_store.h"
+#include "simulator/cad/model_store.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -8,8 +8,8 @@
 
 #include <windows.h>
 
-#include "cad/model_file.h"
-#include "report/utf8.h"
+#include "simulator/cad/model_file.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

@@ -14,8 +14,8 @@
 
 #include <ProToolkitErrors.h>
 
-#include "cad/folder_index.h"
-#include "cad/model.h"
+#include "simulator/cad/folder_index.h"
+#include "simulator/cad/model.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "cli/actions.h"
+#include "simulator/cli/actions.h"
 
 #include <algorithm>
 #include <array>
@@ -6,13 +6,13 @@
 #include <fstream>
 #include <string_view>
 
-#include "cad/generate.h"
-#include "cli/print.h"
-#include "host/sim_host.h"
-#include "report/utf8.h"
-#include "ui/picture.h"
-#include "ui/text_tree_check.h"
-#include "ui/user_script.h"
+#include "simulator/cad/generate.h"
+#include "simulator/cli/print.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/report/utf8.h"
+#include "simulator/ui/picture.h"
+#include "simulator/ui/text_tree_check.h"
+#include "simulator/ui/user_script.h"
 
 namespace sim::cli {
 

@@ -9,8 +9,8 @@
 
 #include <windows.h>
 
-#include "cli/actions.h"
-#include "report/utf8.h"
+#include "simulator/cli/actions.h"
+#include "simulator/report/utf8.h"
 
 namespace {
 

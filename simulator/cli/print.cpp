@@ -1,10 +1,10 @@
-#include "cli/print.h"
+#include "simulator/cli/print.h"
 
 #include <algorithm>
 #include <cstdio>
 
-#include "report/utf8.h"
-#include "windows/plugin_heap.h"
+#include "simulator/report/utf8.h"
+#include "simulator/windows/plugin_heap.h"
 
 namespace sim::cli {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 
 namespace sim::cli {
 

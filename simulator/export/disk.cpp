@@ -1,4 +1,4 @@
-#include "export/disk.h"
+#include "simulator/export/disk.h"
 
 #include <algorithm>
 #include <system_error>

@@ -1,4 +1,4 @@
-#include "export/export_file.h"
+#include "simulator/export/export_file.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -8,9 +8,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cad/folder_index.h"
-#include "export/pdf_document.h"
-#include "report/utf8.h"
+#include "simulator/cad/folder_index.h"
+#include "simulator/export/pdf_document.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

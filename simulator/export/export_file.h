@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cad/model.h"
+#include "simulator/cad/model.h"
 
 namespace sim {
 

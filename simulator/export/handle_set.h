@@ -8,7 +8,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "report/report.h"
+#include "simulator/report/report.h"
 
 namespace sim {
 

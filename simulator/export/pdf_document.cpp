@@ -1,9 +1,9 @@
-#include "export/pdf_document.h"
+#include "simulator/export/pdf_document.h"
 
 #include <algorithm>
 #include <cstdio>
 
-#include "export/text_outline.h"
+#include "simulator/export/text_outline.h"
 
 namespace sim {
 

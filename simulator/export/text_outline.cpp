@@ -1,4 +1,4 @@
-#include "export/text_outline.h"
+#include "simulator/export/text_outline.h"
 
 #include <cstddef>
 

@@ -1,4 +1,4 @@
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 
 #include <cstdio>
 #include <system_error>
@@ -6,9 +6,9 @@
 
 #include <windows.h>
 
-#include "report/utf8.h"
-#include "windows/desktop.h"
-#include "windows/plugin_heap.h"
+#include "simulator/report/utf8.h"
+#include "simulator/windows/desktop.h"
+#include "simulator/windows/plugin_heap.h"
 
 namespace sim {
 

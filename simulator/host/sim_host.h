@@ -11,10 +11,10 @@
 #include <string_view>
 #include <vector>
 
-#include "export/export_file.h"
-#include "session/session.h"
-#include "ui/sim_dialog.h"
-#include "windows/plugin.h"
+#include "simulator/export/export_file.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/sim_dialog.h"
+#include "simulator/windows/plugin.h"
 
 namespace sim {
 

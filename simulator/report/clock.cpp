@@ -1,4 +1,4 @@
-#include "report/clock.h"
+#include "simulator/report/clock.h"
 
 #include <windows.h>
 

@@ -1,8 +1,8 @@
-#include "report/report.h"
+#include "simulator/report/report.h"
 
 #include <algorithm>
 
-#include "report/clock.h"
+#include "simulator/report/clock.h"
 
 namespace sim {
 

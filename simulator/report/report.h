@@ -13,7 +13,7 @@
 
 #include <ProToolkitErrors.h>
 
-#include "report/trace_arg.h"
+#include "simulator/report/trace_arg.h"
 
 namespace sim {
 

@@ -1,8 +1,8 @@
-#include "report/trace_arg.h"
+#include "simulator/report/trace_arg.h"
 
 #include <cstdio>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 #include <windows.h>
 

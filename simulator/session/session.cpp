@@ -1,4 +1,4 @@
-#include "session/session.h"
+#include "simulator/session/session.h"
 
 #include <cstdio>
 #include <cstdlib>

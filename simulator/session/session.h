@@ -8,15 +8,15 @@
 #include <string>
 #include <vector>
 
-#include "cad/desk.h"
-#include "cad/model_store.h"
-#include "export/disk.h"
-#include "export/export_options.h"
-#include "report/report.h"
-#include "spreadsheet/spreadsheet.h"
-#include "toolkit/host_memory.h"
-#include "ui/interface.h"
-#include "ui/user.h"
+#include "simulator/cad/desk.h"
+#include "simulator/cad/model_store.h"
+#include "simulator/export/disk.h"
+#include "simulator/export/export_options.h"
+#include "simulator/report/report.h"
+#include "simulator/spreadsheet/spreadsheet.h"
+#include "simulator/toolkit/host_memory.h"
+#include "simulator/ui/interface.h"
+#include "simulator/ui/user.h"
 
 namespace sim {
 

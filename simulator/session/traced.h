@@ -10,7 +10,7 @@
 
 #include <initializer_list>
 
-#include "session/session.h"
+#include "simulator/session/session.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "spreadsheet/automation_object.h"
+#include "simulator/spreadsheet/automation_object.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 
 #include <oleauto.h>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

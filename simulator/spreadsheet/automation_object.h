@@ -11,8 +11,8 @@
 
 #include <oaidl.h>
 
-#include "spreadsheet/automation_server.h"
-#include "spreadsheet/sheet.h"
+#include "simulator/spreadsheet/automation_server.h"
+#include "simulator/spreadsheet/sheet.h"
 
 namespace sim {
 

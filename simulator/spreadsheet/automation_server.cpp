@@ -1,4 +1,4 @@
-#include "spreadsheet/automation_server.h"
+#include "simulator/spreadsheet/automation_server.h"
 
 #include <utility>
 

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "report/utf8.h"
-#include "spreadsheet/sheet.h"
+#include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/sheet.h"
 
 namespace sim {
 

@@ -7,9 +7,9 @@
 
 #include <oleauto.h>
 
-#include "spreadsheet/automation_object.h"
-#include "spreadsheet/variant_values.h"
-#include "spreadsheet/xlsx.h"
+#include "simulator/spreadsheet/automation_object.h"
+#include "simulator/spreadsheet/variant_values.h"
+#include "simulator/spreadsheet/xlsx.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "spreadsheet/sheet.h"
+#include "simulator/spreadsheet/sheet.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "spreadsheet/spreadsheet.h"
+#include "simulator/spreadsheet/spreadsheet.h"
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

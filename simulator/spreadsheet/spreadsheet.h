@@ -8,7 +8,7 @@
 
 #include <windows.h>
 
-#include "spreadsheet/automation_server.h"
+#include "simulator/spreadsheet/automation_server.h"
 
 namespace sim {
 

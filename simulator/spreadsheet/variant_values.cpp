@@ -1,4 +1,4 @@
-#include "spreadsheet/variant_values.h"
+#include "simulator/spreadsheet/variant_values.h"
 
 #include <oleauto.h>
 

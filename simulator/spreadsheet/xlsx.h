@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "spreadsheet/sheet.h"
+#include "simulator/spreadsheet/sheet.h"
 
 namespace sim {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <utility>
 
-#include "report/utf8.h"
-#include "spreadsheet/xlsx.h"
-#include "spreadsheet/xml_reader.h"
-#include "spreadsheet/zip.h"
+#include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/xlsx.h"
+#include "simulator/spreadsheet/xml_reader.h"
+#include "simulator/spreadsheet/zip.h"
 
 namespace sim {
 

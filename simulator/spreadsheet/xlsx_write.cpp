@@ -9,9 +9,9 @@
 
 #include <windows.h>
 
-#include "report/utf8.h"
-#include "spreadsheet/xlsx.h"
-#include "spreadsheet/zip.h"
+#include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/xlsx.h"
+#include "simulator/spreadsheet/zip.h"
 
 namespace sim {
 

@@ -1,11 +1,11 @@
-#include "spreadsheet/xml_reader.h"
+#include "simulator/spreadsheet/xml_reader.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "spreadsheet/zip.h"
+#include "simulator/spreadsheet/zip.h"
 
 #include <cstdint>
 

@@ -1,9 +1,9 @@
-#include "toolkit/arguments.h"
+#include "simulator/toolkit/arguments.h"
 
 #include <algorithm>
 
-#include "report/utf8.h"
-#include "toolkit/host_memory.h"
+#include "simulator/report/utf8.h"
+#include "simulator/toolkit/host_memory.h"
 
 namespace sim {
 

@@ -9,7 +9,7 @@
 
 #include <ProObjects.h>
 
-#include "session/session.h"
+#include "simulator/session/session.h"
 
 namespace sim {
 

@@ -1,8 +1,8 @@
-#include "toolkit/export_call.h"
+#include "simulator/toolkit/export_call.h"
 
 #include <cwctype>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

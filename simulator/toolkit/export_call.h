@@ -6,8 +6,8 @@
 #include <optional>
 #include <string_view>
 
-#include "export/export_file.h"
-#include "session/session.h"
+#include "simulator/export/export_file.h"
+#include "simulator/session/session.h"
 
 namespace sim {
 

@@ -1,10 +1,10 @@
-#include "toolkit/host_memory.h"
+#include "simulator/toolkit/host_memory.h"
 
 #include <bit>
 #include <cstring>
 #include <utility>
 
-#include "session/session.h"
+#include "simulator/session/session.h"
 
 namespace sim {
 

@@ -15,7 +15,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "report/report.h"
+#include "simulator/report/report.h"
 
 namespace sim {
 

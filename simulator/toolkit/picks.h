@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "cad/model.h"
-#include "ui/user.h"
+#include "simulator/cad/model.h"
+#include "simulator/ui/user.h"
 
 namespace sim {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "session/traced.h"
-#include "toolkit/arguments.h"
+#include "simulator/session/traced.h"
+#include "simulator/toolkit/arguments.h"
 
 using namespace sim;
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "session/traced.h"
-#include "toolkit/arguments.h"
-#include "toolkit/host_memory.h"
+#include "simulator/session/traced.h"
+#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 

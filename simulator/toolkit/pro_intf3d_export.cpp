@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "report/utf8.h"
-#include "session/traced.h"
-#include "toolkit/arguments.h"
-#include "toolkit/export_call.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/traced.h"
+#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/export_call.h"
 
 using namespace sim;
 

@@ -4,9 +4,9 @@
 #include <cstdarg>
 #include <utility>
 
-#include "report/utf8.h"
-#include "toolkit/host_memory.h"
-#include "toolkit/ui_call.h"
+#include "simulator/report/utf8.h"
+#include "simulator/toolkit/host_memory.h"
+#include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
 

@@ -1,6 +1,6 @@
 #include <ProMode.h>
 
-#include "session/traced.h"
+#include "simulator/session/traced.h"
 
 using namespace sim;
 

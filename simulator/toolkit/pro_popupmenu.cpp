@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cwchar>
 
-#include "report/utf8.h"
-#include "toolkit/ui_call.h"
+#include "simulator/report/utf8.h"
+#include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
 

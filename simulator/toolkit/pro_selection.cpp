@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
-#include "report/utf8.h"
-#include "session/traced.h"
-#include "toolkit/arguments.h"
-#include "toolkit/host_memory.h"
-#include "toolkit/picks.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/traced.h"
+#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/host_memory.h"
+#include "simulator/toolkit/picks.h"
 
 using namespace sim;
 

@@ -1,7 +1,7 @@
 #include <ProSolid.h>
 
-#include "session/traced.h"
-#include "toolkit/arguments.h"
+#include "simulator/session/traced.h"
+#include "simulator/toolkit/arguments.h"
 
 using namespace sim;
 

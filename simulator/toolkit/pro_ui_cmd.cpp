@@ -1,8 +1,8 @@
 #include <ProUICmd.h>
 
-#include "report/utf8.h"
-#include "toolkit/ui_call.h"
-#include "ui/icon_file.h"
+#include "simulator/report/utf8.h"
+#include "simulator/toolkit/ui_call.h"
+#include "simulator/ui/icon_file.h"
 
 using namespace sim;
 

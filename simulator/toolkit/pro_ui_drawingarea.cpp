@@ -4,8 +4,8 @@
 #include <array>
 #include <filesystem>
 
-#include "report/utf8.h"
-#include "toolkit/ui_call.h"
+#include "simulator/report/utf8.h"
+#include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
 

@@ -1,7 +1,7 @@
 #include <ProUIInputpanel.h>
 
-#include "toolkit/host_memory.h"
-#include "toolkit/ui_call.h"
+#include "simulator/toolkit/host_memory.h"
+#include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "toolkit/host_memory.h"
-#include "toolkit/ui_call.h"
+#include "simulator/toolkit/host_memory.h"
+#include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/arguments.h"
-#include "toolkit/host_memory.h"
-#include "toolkit/ui_call.h"
+#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/host_memory.h"
+#include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
 

@@ -9,10 +9,10 @@
 #include <system_error>
 #include <vector>
 
-#include "report/utf8.h"
-#include "session/traced.h"
-#include "toolkit/arguments.h"
-#include "toolkit/host_memory.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/traced.h"
+#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 

@@ -1,9 +1,9 @@
-#include "toolkit/ui_call.h"
+#include "simulator/toolkit/ui_call.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

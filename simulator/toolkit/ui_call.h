@@ -8,8 +8,8 @@
 
 #include <ProToolkitErrors.h>
 
-#include "session/session.h"
-#include "session/traced.h"
+#include "simulator/session/session.h"
+#include "simulator/session/traced.h"
 
 namespace sim {
 

@@ -1,10 +1,10 @@
-#include "ui/dialog.h"
+#include "simulator/ui/dialog.h"
 
 #include <algorithm>
 #include <set>
 #include <utility>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

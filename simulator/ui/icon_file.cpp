@@ -1,9 +1,9 @@
-#include "ui/icon_file.h"
+#include "simulator/ui/icon_file.h"
 
 #include <windows.h>
 
-#include "report/utf8.h"
-#include "ui/text_file.h"
+#include "simulator/report/utf8.h"
+#include "simulator/ui/text_file.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "ui/interface.h"
+#include "simulator/ui/interface.h"
 
 #include <algorithm>
 #include <array>
@@ -6,10 +6,10 @@
 #include <system_error>
 #include <utility>
 
-#include "report/utf8.h"
-#include "session/session.h"
-#include "session/traced.h"
-#include "ui/sim_dialog.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/session/traced.h"
+#include "simulator/ui/sim_dialog.h"
 
 namespace sim {
 

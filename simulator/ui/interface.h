@@ -19,9 +19,9 @@
 #include <ProUI.h>
 #include <ProUICmd.h>
 
-#include "ui/dialog.h"
-#include "ui/icon_file.h"
-#include "ui/message_file.h"
+#include "simulator/ui/dialog.h"
+#include "simulator/ui/icon_file.h"
+#include "simulator/ui/message_file.h"
 
 namespace sim {
 

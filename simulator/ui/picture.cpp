@@ -1,8 +1,8 @@
-#include "ui/picture.h"
+#include "simulator/ui/picture.h"
 
 #include <algorithm>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "ui/dialog.h"
+#include "simulator/ui/dialog.h"
 
 namespace sim {
 

@@ -1,11 +1,11 @@
-#include "ui/res_check.h"
+#include "simulator/ui/res_check.h"
 
 #include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "ui/res_file.h"
+#include "simulator/ui/res_file.h"
 
 namespace sim {
 

@@ -1,11 +1,11 @@
-#include "ui/sim_dialog.h"
+#include "simulator/ui/sim_dialog.h"
 
 #include <algorithm>
 #include <initializer_list>
 
-#include "report/utf8.h"
-#include "session/session.h"
-#include "ui/picture.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/picture.h"
 
 namespace sim {
 

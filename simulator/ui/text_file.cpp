@@ -1,10 +1,10 @@
-#include "ui/text_file.h"
+#include "simulator/ui/text_file.h"
 
 #include <algorithm>
 #include <fstream>
 #include <iterator>
 
-#include "report/utf8.h"
+#include "simulator/report/utf8.h"
 
 namespace sim {
 

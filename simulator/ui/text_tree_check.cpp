@@ -1,4 +1,4 @@
-#include "ui/text_tree_check.h"
+#include "simulator/ui/text_tree_check.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -6,9 +6,9 @@
 #include <set>
 #include <system_error>
 
-#include "report/utf8.h"
-#include "session/session.h"
-#include "ui/icon_file.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/icon_file.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "ui/user.h"
+#include "simulator/ui/user.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "ui/user_script.h"
+#include "simulator/ui/user_script.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -9,10 +9,10 @@
 
 #include <windows.h>
 
-#include "report/utf8.h"
-#include "session/session.h"
-#include "ui/sim_dialog.h"
-#include "ui/text_file.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/sim_dialog.h"
+#include "simulator/ui/text_file.h"
 
 namespace sim {
 

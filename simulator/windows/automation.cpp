@@ -1,6 +1,6 @@
-#include "windows/automation.h"
+#include "simulator/windows/automation.h"
 
-#include "session/session.h"
+#include "simulator/session/session.h"
 
 namespace sim {
 

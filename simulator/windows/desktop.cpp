@@ -1,4 +1,4 @@
-#include "windows/desktop.h"
+#include "simulator/windows/desktop.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,8 @@
 #include <commdlg.h>
 #include <shellapi.h>
 
-#include "report/utf8.h"
-#include "session/traced.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/traced.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "windows/import_table.h"
+#include "simulator/windows/import_table.h"
 
 namespace sim {
 

@@ -1,12 +1,12 @@
-#include "windows/plugin.h"
+#include "simulator/windows/plugin.h"
 
 #include <array>
 
-#include "report/utf8.h"
-#include "session/traced.h"
-#include "windows/automation.h"
-#include "windows/desktop.h"
-#include "windows/plugin_heap.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/traced.h"
+#include "simulator/windows/automation.h"
+#include "simulator/windows/desktop.h"
+#include "simulator/windows/plugin_heap.h"
 
 namespace sim {
 

@@ -8,7 +8,7 @@
 
 #include <windows.h>
 
-#include "windows/import_table.h"
+#include "simulator/windows/import_table.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "windows/plugin_heap.h"
+#include "simulator/windows/plugin_heap.h"
 
 #include <malloc.h>
 

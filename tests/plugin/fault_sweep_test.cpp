@@ -12,10 +12,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/windows/plugin_heap.h"
 #include "support/plugin_home.h"
 #include "support/scenario.h"
-#include "windows/plugin_heap.h"
 
 namespace {
 

@@ -10,12 +10,12 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "host/sim_host.h"
-#include "report/utf8.h"
-#include "spreadsheet/xlsx.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/xlsx.h"
+#include "simulator/windows/desktop.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
-#include "windows/desktop.h"
 
 namespace {
 

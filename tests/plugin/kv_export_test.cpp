@@ -10,10 +10,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/windows/desktop.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
-#include "windows/desktop.h"
 
 namespace {
 

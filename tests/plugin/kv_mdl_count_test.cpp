@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
 

@@ -16,8 +16,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "host/sim_host.h"
-#include "report/utf8.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/report/utf8.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
 #include "support/temp_directory.h"

@@ -10,13 +10,13 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "host/sim_host.h"
-#include "report/utf8.h"
-#include "spreadsheet/xlsx.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/xlsx.h"
+#include "simulator/windows/automation.h"
 #include "support/cell_by_cell.h"
 #include "support/spreadsheet_program.h"
 #include "support/temp_directory.h"
-#include "windows/automation.h"
 
 namespace {
 

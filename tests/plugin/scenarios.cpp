@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
 

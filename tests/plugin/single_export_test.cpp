@@ -11,11 +11,11 @@
 
 #include <shlobj.h>
 
-#include "export/export_file.h"
-#include "host/sim_host.h"
+#include "simulator/export/export_file.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/windows/desktop.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
-#include "windows/desktop.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 
 #include <gtest/gtest.h>
 
-#include "cad/generate.h"
-#include "cad/model_file.h"
-#include "cad/model_store.h"
-#include "report/utf8.h"
+#include "simulator/cad/generate.h"
+#include "simulator/cad/model_file.h"
+#include "simulator/cad/model_store.h"
+#include "simulator/report/utf8.h"
 #include "support/temp_directory.h"
 
 namespace {

@@ -18,10 +18,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "cad/generate.h"
-#include "export/export_file.h"
-#include "report/utf8.h"
-#include "session/session.h"
+#include "simulator/cad/generate.h"
+#include "simulator/export/export_file.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
 #include "support/plugin_home.h"
 #include "support/temp_directory.h"
 

@@ -6,11 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include "report/utf8.h"
-#include "session/session.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/message_file.h"
+#include "simulator/ui/text_tree_check.h"
 #include "support/temp_directory.h"
-#include "ui/message_file.h"
-#include "ui/text_tree_check.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#include "report/utf8.h"
-#include "ui/dialog.h"
-#include "ui/picture.h"
-#include "ui/res_file.h"
+#include "simulator/report/utf8.h"
+#include "simulator/ui/dialog.h"
+#include "simulator/ui/picture.h"
+#include "simulator/ui/res_file.h"
 
 namespace {
 

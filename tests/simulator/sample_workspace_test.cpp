@@ -9,14 +9,14 @@
 
 #include <gtest/gtest.h>
 
-#include "cad/folder_index.h"
-#include "cad/model_file.h"
-#include "cad/model_store.h"
-#include "host/sim_host.h"
-#include "report/utf8.h"
+#include "simulator/cad/folder_index.h"
+#include "simulator/cad/model_file.h"
+#include "simulator/cad/model_store.h"
+#include "simulator/host/sim_host.h"
+#include "simulator/report/utf8.h"
+#include "simulator/ui/user_script.h"
 #include "support/plugin_home.h"
 #include "support/temp_directory.h"
-#include "ui/user_script.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The stand-in for the spreadsheet application: what it makes of entries, what it refuses, what it reports.
 
-#include "spreadsheet/spreadsheet.h"
+#include "simulator/spreadsheet/spreadsheet.h"
 
 #include <cmath>
 #include <fstream>
@@ -15,9 +15,9 @@
 #include <oleauto.h>
 
 #include "office/automation.h"
-#include "report/utf8.h"
-#include "spreadsheet/sheet.h"
-#include "spreadsheet/xlsx.h"
+#include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/sheet.h"
+#include "simulator/spreadsheet/xlsx.h"
 #include "support/temp_directory.h"
 
 namespace {

@@ -23,8 +23,8 @@
 #include <ProWindows.h>
 #include <gtest/gtest.h>
 
-#include "report/utf8.h"
-#include "session/session.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
 #include "support/temp_directory.h"
 
 namespace {

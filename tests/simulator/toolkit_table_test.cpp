@@ -15,11 +15,11 @@
 #include <ProUITable.h>
 #include <ProUtil.h>
 
-#include "cad/model_file.h"
-#include "report/utf8.h"
-#include "session/session.h"
+#include "simulator/cad/model_file.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/sim_dialog.h"
 #include "support/temp_directory.h"
-#include "ui/sim_dialog.h"
 
 namespace {
 

@@ -23,10 +23,10 @@
 #include <ProUIRadiogroup.h>
 #include <ProUtil.h>
 
-#include "report/utf8.h"
-#include "session/session.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/sim_dialog.h"
 #include "support/temp_directory.h"
-#include "ui/sim_dialog.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 #include <ProUIDialog.h>
 #include <ProUIPushbutton.h>
 
-#include "report/utf8.h"
-#include "session/session.h"
+#include "simulator/report/utf8.h"
+#include "simulator/session/session.h"
+#include "simulator/ui/user_script.h"
 #include "support/temp_directory.h"
-#include "ui/user_script.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 #include "support/plugin_home.h"
 
 namespace {

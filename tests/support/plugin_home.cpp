@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 
 namespace test {
 

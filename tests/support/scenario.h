@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/sim_host.h"
+#include "simulator/host/sim_host.h"
 
 namespace test {
 

@@ -13,8 +13,8 @@
 
 #include <oaidl.h>
 
-#include "report/utf8.h"
-#include "spreadsheet/automation_server.h"
+#include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/automation_server.h"
 
 namespace {
 
