@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "assembly/bom_tree.h"
 #include "bench.h"
+#include "bom/bom_tree.h"
 #include "model/model_count.h"
 #include "simulator/cad/generate.h"
 #include "simulator/report/clock.h"

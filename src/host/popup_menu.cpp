@@ -13,9 +13,9 @@
 #include "base/host_callback.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "folders/kv_open_drw.h"
 #include "host/access_rules.h"
 #include "host/command_table.h"
-#include "model/kv_open_drw.h"
 
 namespace kv {
 

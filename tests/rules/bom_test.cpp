@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "assembly/bom_columns.h"
-#include "assembly/bom_tree.h"
+#include "bom/bom_columns.h"
+#include "bom/bom_tree.h"
 #include "model/model_count.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
-#include "drawing/export_name.h"
+#include "export/export_name.h"
 #include "model/parameter_text.h"
 
 namespace {

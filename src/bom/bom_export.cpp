@@ -1,0 +1,101 @@
+// The bill of materials as a workbook.
+
+#include "bom/bom_export.h"
+
+#include <string>
+#include <vector>
+
+#include "base/file.h"
+#include "base/scope_exit.h"
+#include "base/status.h"
+#include "bom/bom_table.h"
+#include "model/current_model.h"
+#include "model/model_data.h"
+#include "office/spreadsheet.h"
+#include "ui/message_box.h"
+#include "ui/save_file.h"
+#include "ui/shell.h"
+
+namespace kv {
+
+static constexpr wchar_t kFilter[] = L"EXCEL文件(*.xlsx)|*.xlsx| All Files (*.*) |*.*||";
+static constexpr wchar_t kExtension[] = L".xlsx";
+static constexpr wchar_t kTitleEnd[] = L" BOM";
+static constexpr wchar_t kFileLocked[] = L"文件已在excel打开，请关闭后重试";
+static constexpr wchar_t kTooManyColumns[] = L"bom表格列数不得大于26列";
+static constexpr wchar_t kNoApplication[] = L"创建Excel失败";
+
+static ProError TitleGet(std::wstring& title);
+static ProError RowsGet(const std::vector<TableColumn>& columns, SheetTable& sheet);
+static std::vector<SheetCell> RowOf(const std::vector<TableColumn>& columns, const std::string& row);
+static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path);
+
+// Whatever refuses the export is found before an earlier workbook is touched.
+void BomExport() {
+    SheetTable sheet;
+    if (Failed(TitleGet(sheet.title))) return;
+    const std::wstring path = SaveFileChoose(kFilter, kExtension);
+    if (path.empty()) return;
+    if (FileIsLocked(path)) {
+        ShowMessage(kFileLocked);
+        return;
+    }
+    std::vector<TableColumn> columns;
+    if (Failed(TableColumnsGet(kBomTable, columns))) return;
+    if (columns.size() > kMaxSheetColumns) {
+        ShowMessage(kTooManyColumns);
+        return;
+    }
+    if (Failed(RowsGet(columns, sheet))) return;
+
+    const SheetExport result = WriteFile(sheet, path);
+    if (result == SheetExport::NotCreated) ShowWarning(kNoApplication);
+    if (result == SheetExport::Written) ShowFile(path);
+}
+
+static ProError TitleGet(std::wstring& title) {
+    ProMdl model = nullptr;
+    ProError status = ProMdlCurrentGet(&model);
+    if (!Failed(status)) status = ModelNameGet(model, title);
+    title += kTitleEnd;
+    return status;
+}
+
+// Rows by their numbers, whatever order the user has put them into.
+static ProError RowsGet(const std::vector<TableColumn>& columns, SheetTable& sheet) {
+    for (const TableColumn& column : columns) sheet.columns.push_back(column.title);
+    std::size_t count = 0;
+    const ProError status = TableRowCountGet(kBomTable, count);
+    if (Failed(status)) return status;
+    sheet.rows.reserve(count);
+    for (std::size_t i = 1; i <= count; ++i) sheet.rows.push_back(RowOf(columns, std::to_string(i)));
+    return PRO_TK_NO_ERROR;
+}
+
+// A row whose number is not marked has no marked cell at all.
+static std::vector<SheetCell> RowOf(const std::vector<TableColumn>& columns, const std::string& row) {
+    const bool isAssembly = CellHasColor(kBomTable, row, kNumberColumn, kAssemblyColor);
+    std::vector<SheetCell> cells;
+    cells.reserve(columns.size());
+    for (const TableColumn& column : columns) {
+        const bool marked = isAssembly && CellHasColor(kBomTable, row, column.name, kAssemblyColor);
+        cells.push_back({CellText(kBomTable, row, column.name), marked});
+    }
+    return cells;
+}
+
+// The earlier workbook gives up its place for the writing and gets it back when nothing was written.
+static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path) {
+    SheetExport result = SheetExport::Failed;
+    const std::wstring earlier = FileSetAside(path);
+    const ScopeExit settle([&] {
+        if (result == SheetExport::Written)
+            FileDelete(earlier);
+        else
+            FileBringBack(earlier, path);
+    });
+    result = SheetTableWrite(sheet, path);
+    return result;
+}
+
+}  // namespace kv

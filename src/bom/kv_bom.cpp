@@ -1,0 +1,146 @@
+// KvBom: the bill of materials of an assembly.
+//
+// Two lists take turns in one table: the summed list has each model once, with its number on all levels; the
+// level list follows the tree. The columns behind the first are the user's, from the settings. A double click
+// opens a row's model, and the table can be exported as a workbook.
+
+#include "bom/kv_bom.h"
+
+#include <cwchar>
+#include <string>
+#include <utility>
+
+#include <ProMdl.h>
+#include <ProUIDialog.h>
+
+#include "base/status.h"
+#include "base/text.h"
+#include "bom/bom_export.h"
+#include "bom/bom_list.h"
+#include "bom/bom_table.h"
+#include "model/current_model.h"
+#include "model/model_data.h"
+#include "settings/settings_store.h"
+#include "ui/dialog.h"
+#include "ui/picture.h"
+#include "ui/shell.h"
+
+namespace kv {
+
+static constexpr char kFormChoice[] = "BomRadio";
+static constexpr char kLevelForm[] = "LevelBom";
+static constexpr char kLevelLimit[] = "LevelOption";
+static constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
+// An assembly with a single component needs no list.
+static constexpr std::size_t kLeastPlacements = 2;
+
+// What the dialog starts with.
+struct BomStart {
+    BomList list;
+    bool opened = false;
+};
+
+static void FillDialog(ProAppData data);
+static void OnForm(char* dialog, char* component, ProAppData data);
+static void OnLoad(char* dialog, char* component, ProAppData data);
+static void OnOpenRow(char* dialog, char* component, ProAppData data);
+static void OnEditSettings(char* dialog, char* component, ProAppData data);
+static void OnExport(char* dialog, char* component, ProAppData data);
+static BomForm ChosenForm();
+static ProError ChosenListGet(ProMdl assembly, BomList& list);
+static std::string ModelNameColumn();
+
+ProError KvBom() {
+    ProMdl current = nullptr;
+    ProMdl assembly = nullptr;
+    ProError status = ProMdlCurrentGet(&current);
+    if (!Failed(status)) status = CurrentAssemblyGet(kNoAssembly, assembly);
+    if (Failed(status)) return status;
+    BomStart start;
+    status = SummedBomGet(assembly, start.list);
+    if (Failed(status) || start.list.placements < kLeastPlacements) return status;
+
+    status = RunDialog(kBomDialog,
+                       {{kFormChoice, DialogCallback<OnForm>, DialogEvent::RadioChosen},
+                        {kBomTable.component, DialogCallback<OnOpenRow>, DialogEvent::RowActivated},
+                        {"DrawingArea", ShowPicture, DialogEvent::AreaShown},
+                        {"KvOpenBomIni", DialogCallback<OnEditSettings>},
+                        {"KvUpdateBomIni", DialogCallback<OnForm>},
+                        {"KvLoadBom", DialogCallback<OnLoad>},
+                        {"KvExportBom", DialogCallback<OnExport>},
+                        {"Close", CloseDialog}},
+                       &start, FillDialog);
+    // A double click may have put another model on the screen.
+    if (start.opened) ProMdlDisplay(current);
+    return status;
+}
+
+static void FillDialog(ProAppData data) {
+    BomStart& start = *static_cast<BomStart*>(data);
+    start.opened = true;
+    const BomList list = std::move(start.list);
+    if (!Failed(BomColumnsReset(BomForm::Summed))) (void)BomListShow(list);
+    if (ChosenForm() == BomForm::Summed) SetOptionEnabled(kBomDialog, kLevelLimit, false);
+}
+
+// The rows come back with the next load.
+static void OnForm(char*, char*, ProAppData) {
+    const BomForm form = ChosenForm();
+    SetOptionEnabled(kBomDialog, kLevelLimit, form == BomForm::Levels);
+    (void)BomColumnsReset(form);
+}
+
+static void OnLoad(char*, char*, ProAppData) {
+    if (Failed(TableRowsClear(kBomTable))) return;
+    ProMdl assembly = nullptr;
+    if (Failed(CurrentAssemblyGet(kNoAssembly, assembly))) return;
+    BomList list;
+    if (!Failed(ChosenListGet(assembly, list))) (void)BomListShow(list);
+}
+
+// The table knows a row's model by its name and, through the colour, its type.
+static void OnOpenRow(char*, char*, ProAppData) {
+    ProUIDialogAboveactivewindowSet(HostName(kBomDialog), PRO_B_TRUE);
+    const std::string row = SelectedRow(kBomTable);
+    const std::string column = ModelNameColumn();
+    if (row.empty() || column.empty()) return;
+
+    const std::wstring name = CellText(kBomTable, row, column);
+    const bool isAssembly = CellHasColor(kBomTable, row, column, kAssemblyColor);
+    ProMdl model = nullptr;
+    const ProMdlfileType type = isAssembly ? PRO_MDLFILE_ASSEMBLY : PRO_MDLFILE_PART;
+    if (name.empty() || Failed(ModelRetrieveByType(name, type, model))) return;
+    ProMdlDisplay(model);
+}
+
+static void OnEditSettings(char*, char*, ProAppData) {
+    const std::wstring path = SettingsPath(kBomSettings);
+    if (!path.empty()) EditTextFile(path);
+}
+
+static void OnExport(char*, char*, ProAppData) {
+    BomExport();
+}
+
+static BomForm ChosenForm() {
+    return RadioChoice(kBomDialog, kFormChoice) == kLevelForm ? BomForm::Levels : BomForm::Summed;
+}
+
+static ProError ChosenListGet(ProMdl assembly, BomList& list) {
+    if (ChosenForm() == BomForm::Summed) return SummedBomGet(assembly, list);
+    std::wstring limit;
+    const ProError status = OptionLabelGet(kBomDialog, kLevelLimit, limit);
+    if (Failed(status)) return status;
+    return LevelBomGet(assembly, static_cast<int>(std::wcstol(limit.c_str(), nullptr, 10)), list);
+}
+
+// Empty when the user has no such column.
+static std::string ModelNameColumn() {
+    std::vector<TableColumn> columns;
+    if (Failed(TableColumnsGet(kBomTable, columns))) return {};
+    for (const TableColumn& column : columns)
+        if (BomColumnOf(column.title, ChosenForm()) == BomColumn::ModelName) return column.name;
+    return {};
+}
+
+}  // namespace kv

@@ -1,0 +1,176 @@
+// KvExStp, KvExIgs, KvExSat: one flow, three outputs.
+
+#include "export/assembly_export.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <ProIntf3Dexport.h>
+#include <ProUtil.h>
+
+#include "base/host_handle.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "base/working_directory.h"
+#include "export/export_folder.h"
+#include "export/export_name.h"
+#include "export/model_output.h"
+#include "model/current_model.h"
+#include "model/model_data.h"
+#include "model/model_walk.h"
+#include "ui/dialog.h"
+#include "ui/message_box.h"
+
+namespace kv {
+
+static constexpr char kDialog[] = "KvExIgs";
+static constexpr wchar_t kAssembliesOnly[] = L"此功能仅组件/制造环境可用！";
+static constexpr wchar_t kMouldsOnly[] = L"此功能仅组件/模具环境可用！";
+static constexpr wchar_t kNotExported[] = L"以下模型未能导出：";
+
+struct AssemblyExport {
+    const wchar_t* title;  // of the choice of a folder
+    const wchar_t* extension;
+    const char* step;
+    const wchar_t* done;
+};
+
+static constexpr AssemblyExport kStep = {L"请选择stp导出目录", L".stp", "write STEP",
+                                         L"\tstp批量导出操作已完成\t"};
+static constexpr AssemblyExport kIges = {L"请选择igs导出目录", L".igs", "write IGES",
+                                         L"\tIGS批量导出操作已完成\t"};
+static constexpr AssemblyExport kSat = {L"请选择sat文件导出目录", L".sat", "write SAT",
+                                        L"\t批量导出为sat操作已完成\t"};
+
+// Writes a model to a file in `folder`, which is the working directory, too.
+using ModelWriter =
+    std::function<ProError(ProMdl model, const std::wstring& folder, const std::wstring& name)>;
+
+static void FreeInclusion(ProOutputInclusion* inclusion) {
+    ProOutputInclusionFree(*inclusion);
+}
+static void FreeLayerOptions(ProOutputLayerOptions* options) {
+    ProOutputLayerOptionsFree(*options);
+}
+
+struct IgesOptions {
+    HostHandle<ProOutputInclusion, FreeInclusion> inclusion;
+    HostHandle<ProOutputLayerOptions, FreeLayerOptions> layers;
+};
+
+static void OnExportIges(char* dialog, char* component, ProAppData assembly);
+static ProError IgesOptionsGet(IgesOptions& options);
+static ProError FlagGet(const char* check, ProBoolean& flag);
+static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind);
+static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const ModelWriter& write);
+static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind, ExportFolder& folder,
+                         const ModelWriter& write, RunRecord& record);
+static ProError WriteModel(ProError moved, const ModelWriter& write, ProMdl model, const std::wstring& folder,
+                           const std::wstring& name);
+
+ProError KvExStp() {
+    return ExportAsStep(kAssembliesOnly, kStep);
+}
+
+// What is written is STEP: those who asked for this command's files read them as such.
+ProError KvExSat() {
+    return ExportAsStep(kMouldsOnly, kSat);
+}
+
+ProError KvExIgs() {
+    ProMdl assembly = nullptr;
+    const ProError status = CurrentAssemblyGet(kAssembliesOnly, assembly);
+    if (Failed(status)) return status;
+    return RunDialog(kDialog, {{"KvExIgsAct", DialogCallback<OnExportIges>}, {"Close", CloseDialog}},
+                     assembly);
+}
+
+static void OnExportIges(char*, char*, ProAppData assembly) {
+    IgesOptions options;
+    if (Failed(IgesOptionsGet(options))) return;
+    // The host adds the extension by itself.
+    const auto write = [&options](ProMdl model, const std::wstring& folder, const std::wstring& name) {
+        ProPath path;
+        const ProError status = CopyText(folder + name, path);
+        if (Failed(status)) return status;
+        return ProIntf3DFileWrite(static_cast<ProSolid>(model), PRO_INTF_EXPORT_IGES, path,
+                                  PRO_OUTPUT_ASSEMBLY_MULTI_FILES, nullptr, nullptr, options.inclusion.Get(),
+                                  options.layers.Get());
+    };
+    (void)ExportAssembly(assembly, kIges, write);
+}
+
+static ProError IgesOptionsGet(IgesOptions& options) {
+    ProBoolean datums = PRO_B_FALSE;
+    ProBoolean blanked = PRO_B_FALSE;
+    ProBoolean facetted = PRO_B_FALSE;
+    ProError status = FlagGet("datumsCheck", datums);
+    if (!Failed(status)) status = FlagGet("blankedCheck", blanked);
+    if (!Failed(status)) status = FlagGet("facettedCheck", facetted);
+    if (!Failed(status)) status = ProOutputInclusionAlloc(options.inclusion.Receive());
+    if (!Failed(status))
+        status = ProOutputInclusionFlagsSet(options.inclusion.Get(), datums, blanked, facetted);
+    if (!Failed(status)) status = ProOutputLayerOptionsAlloc(options.layers.Receive());
+    if (!Failed(status)) status = ProOutputLayerOptionsAutoidSet(options.layers.Get(), PRO_B_TRUE);
+    return status;
+}
+
+static ProError FlagGet(const char* check, ProBoolean& flag) {
+    bool ticked = false;
+    const ProError status = CheckTickedGet(kDialog, check, ticked);
+    flag = ticked ? PRO_B_TRUE : PRO_B_FALSE;
+    return status;
+}
+
+static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind) {
+    ProMdl assembly = nullptr;
+    const ProError status = CurrentAssemblyGet(refusal, assembly);
+    if (Failed(status)) return status;
+    return ExportAssembly(assembly, kind,
+                          [&kind](ProMdl model, const std::wstring&, const std::wstring& name) {
+                              return ModelWrite(model, PRO_STEP_FILE, name + kind.extension);
+                          });
+}
+
+static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const ModelWriter& write) {
+    ProPath target = {};
+    std::vector<ProMdl> models;
+    ProError status = ProDirectoryChoose(HostText(kind.title), nullptr, nullptr, nullptr, target);
+    if (!Failed(status)) status = DistinctModels(assembly, CollectAllComponents, models);
+    if (Failed(status)) return status;
+    AddDistinct(models, assembly);
+
+    ExportFolder folder(target);
+    RunRecord record;
+    ExportModels(models, kind, folder, write, record);
+    ShowFailures(kNotExported, record);
+    ShowMessage(kind.done);
+    return PRO_TK_NO_ERROR;
+}
+
+static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind, ExportFolder& folder,
+                         const ModelWriter& write, RunRecord& record) {
+    // Files land in the working directory.
+    ProError moved = PRO_TK_NO_ERROR;
+    const auto goBack = UseWorkingDirectory(folder.scratch.Path(), moved);
+
+    for (ProMdl model : models) {
+        RunEntry entry = {{}, "read the name", PRO_TK_NO_ERROR};
+        entry.status = ModelNameGet(model, entry.model);
+        if (!Failed(entry.status)) {
+            entry.step = kind.step;
+            const OutputFile file = {FileNameText(entry.model), kind.extension, true};
+            WriteOutput(folder, file, std::bind_front(WriteModel, moved, std::cref(write), model), entry);
+        }
+        record.push_back(std::move(entry));
+    }
+}
+
+// Nothing is written where the working directory could not be left for.
+static ProError WriteModel(ProError moved, const ModelWriter& write, ProMdl model, const std::wstring& folder,
+                           const std::wstring& name) {
+    return Failed(moved) ? moved : write(model, folder, name);
+}
+
+}  // namespace kv

@@ -1,0 +1,66 @@
+// Windows for drawings, on the toolkit's window calls.
+
+#include "export/drawing_window.h"
+
+#include <algorithm>
+
+#include "base/status.h"
+#include "base/text.h"
+
+namespace kv {
+
+// A long session leaves gaps between the numbers of its windows; after one of this length no further window
+// is expected. Too short a gap would make us close a window of the user's.
+static constexpr int kLargestGap = 64;
+
+UserWindows::UserWindows() {
+    if (Failed(ProWindowCurrentGet(&current_))) current_ = PRO_VALUE_UNUSED;
+    int last = Resting();
+    for (int window = kBaseWindow; window - last <= kLargestGap; ++window) {
+        ProMdl model = nullptr;
+        if (Failed(ProWindowMdlGet(window, &model))) continue;
+        models_.push_back(model);
+        last = std::max(last, window);
+    }
+}
+
+UserWindows::~UserWindows() {
+    if (current_ == PRO_VALUE_UNUSED) return;
+    ProWindowCurrentSet(current_);
+    ProWindowActivate(current_);
+}
+
+bool UserWindows::Show(ProMdl model) const {
+    return std::find(models_.begin(), models_.end(), model) != models_.end();
+}
+
+ProError DrawingWindow::Open(const std::wstring& name, ProMdl drawing) {
+    ProMdlName text;
+    ProError status = CopyText(name, text);
+    if (!Failed(status)) status = ProObjectwindowMdlnameCreate(text, PRO_DRAWING, &window_);
+    if (Failed(status)) {
+        window_ = PRO_VALUE_UNUSED;
+        return status;
+    }
+    isOurs_ = !user_.Show(drawing);
+
+    ProMdl shown = nullptr;
+    status = ProWindowCurrentSet(window_);
+    if (!Failed(status)) status = ProWindowActivate(window_);
+    if (!Failed(status)) status = ProWindowMdlGet(window_, &shown);
+    if (Failed(status)) return status;
+    return shown == drawing ? PRO_TK_NO_ERROR : PRO_TK_NOT_DISPLAYED;
+}
+
+// The current window cannot be deleted: another one has to be current first.
+DrawingWindow::~DrawingWindow() {
+    if (window_ == PRO_VALUE_UNUSED) return;
+    ProWindowCurrentSet(user_.Resting());
+    if (!isOurs_ || !Failed(ProWindowDelete(window_))) return;
+    // What the next call closes must not be a window of the user's.
+    if (Failed(ProWindowCurrentSet(window_))) return;
+    ProWindowCurrentClose();
+    ProWindowCurrentSet(user_.Resting());
+}
+
+}  // namespace kv

@@ -1,0 +1,104 @@
+// The writers of the formats that drawings are exported to.
+
+#include <numeric>
+#include <span>
+#include <vector>
+
+#include <ProPDF.h>
+
+#include <windows.h>
+
+#include "base/file.h"
+#include "base/host_handle.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "base/working_directory.h"
+#include "export/drawing_export.h"
+#include "export/model_output.h"
+
+namespace kv {
+
+static constexpr wchar_t kProfile[] = L"kvdop";
+
+static void Free2dData(Pro2dExportdata* data) {
+    Pro2dExportdataFree(*data);
+}
+
+using DrawingData = HostHandle<Pro2dExportdata, Free2dData>;
+
+static ProError DrawingDataMake(const SheetFile& file, DrawingData& data);
+static ProError PaperSheetsSet(Pro2dExportdata data, int count);
+static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
+
+ProError WriteSheetDrawing(const SheetFile& file) {
+    ProPath path;
+    DrawingData data;
+    ProError status = CopyText(file.folder + file.name + file.format.extension, path);
+    if (!Failed(status)) status = DrawingDataMake(file, data);
+    return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, data.Get());
+}
+
+ProError WriteCurrentSheetDrawing(const SheetFile& file) {
+    ProPath path;
+    const ProError status = CopyText(file.folder + file.name, path);
+    return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, nullptr);
+}
+
+ProError WriteSheetPdf(const SheetFile& file) {
+    const std::wstring target = file.folder + file.name + file.format.extension;
+    const std::wstring& detour = file.settings.pdfDetour;
+    if (detour.empty()) return PdfWrite(file, target);
+
+    ProError status = PdfWrite(file, detour);
+    if (!Failed(status)) status = FileMove(detour, target);
+    if (Failed(status)) DeleteFileW(detour.c_str());
+    return status;
+}
+
+ProError WriteShownModel(const SheetFile& file) {
+    if (file.task.shown == nullptr) return PRO_TK_E_NOT_FOUND;
+    ProError status = PRO_TK_NO_ERROR;
+    const auto goBack = UseWorkingDirectory(file.folder, status);
+    return Failed(status) ? status
+                          : ModelWrite(file.task.shown, file.format.type, file.name + file.format.extension);
+}
+
+// A sheet that is named neither for model space nor for paper space is not exported at all.
+static ProError DrawingDataMake(const SheetFile& file, DrawingData& data) {
+    const bool all = file.sheet == kAllSheets;
+    const int modelSheet = all ? file.task.sheets : file.sheet;
+    ProError status = Pro2dExportdataAlloc(data.Receive());
+    if (!Failed(status)) status = Pro2dExportdataSheetoptionSet(data.Get(), PRO2DEXPORT_SELECTED);
+    if (!Failed(status)) status = Pro2dExportdataModelspacesheetSet(data.Get(), modelSheet);
+    if (!Failed(status) && all && file.task.sheets > 1)
+        status = PaperSheetsSet(data.Get(), file.task.sheets - 1);
+    return status;
+}
+
+// Names the sheets from 1 to `count` for paper space.
+static ProError PaperSheetsSet(Pro2dExportdata data, int count) {
+    std::vector<int> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 1);
+    HostArray<int> sheets;
+    ProError status = ArrayAlloc(sheets);
+    if (!Failed(status)) status = ArrayAppend(sheets, std::span(numbers));
+    return Failed(status) ? status : Pro2dExportdataSheetsSet(data, sheets.Get());
+}
+
+static ProError PdfWrite(const SheetFile& file, const std::wstring& path) {
+    ProPath target;
+    ProError status = CopyText(path, target);
+    if (Failed(status)) return status;
+    const PdfChoice& choice = file.settings.pdf;
+    const bool bySheet = file.sheet != kAllSheets;
+    std::optional<PdfOptions>& options = file.settings.pdfOptions[bySheet ? 1 : 0];
+    if (!options) status = PdfOptionsMake(choice, bySheet, options.emplace());
+    // Half an option set would give files that look right and are not.
+    if (Failed(status)) options.reset();
+    if (Failed(status)) return status;
+    // By the host's documents a profile has the last word over the options.
+    return choice.useProfile ? ProPDFWithProfileExport(file.task.drawing, target, HostText(kProfile))
+                             : ProPDFExport(file.task.drawing, target, options->Get());
+}
+
+}  // namespace kv

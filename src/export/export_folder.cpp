@@ -1,0 +1,63 @@
+// The folder that exports go to.
+
+#include "export/export_folder.h"
+
+#include <ProSizeConst.h>
+
+#include "base/file.h"
+#include "base/status.h"
+#include "base/text.h"
+
+namespace kv {
+
+// Calls that take a path need not be able to take every name in it.
+static constexpr wchar_t kPlainName[] = L"temp";
+
+static ProError Deliver(const ExportFolder& folder, const OutputFile& file, const std::wstring& written,
+                        const std::wstring& target);
+static bool IsNamed(std::wstring_view found, std::wstring_view name, std::wstring_view extension);
+
+ExportFolder::ExportFolder(const std::wstring& folder) : path(WithBackslash(folder)), scratch(path) {}
+
+void WriteOutput(ExportFolder& folder, const OutputFile& file, const OutputWriter& write, RunEntry& entry) {
+    const std::wstring written = file.nameInside ? file.name : kPlainName;
+    entry.file = file.name + file.extension;
+    const std::wstring target = folder.path + entry.file;
+    entry.status = target.size() < PRO_PATH_SIZE ? folder.scratch.Status() : PRO_TK_LINE_TOO_LONG;
+    if (Failed(entry.status)) return;
+
+    entry.status = write(folder.scratch.Path(), written);
+    if (!Failed(entry.status)) {
+        entry.replaced = FileExists(target);
+        entry.status = Deliver(folder, file, written, target);
+    }
+    // What is left of this file must not pass for a part of the next one.
+    if (Failed(entry.status)) folder.scratch.Clear();
+}
+
+static ProError Deliver(const ExportFolder& folder, const OutputFile& file, const std::wstring& written,
+                        const std::wstring& target) {
+    ProError status = PRO_TK_CANT_WRITE;
+    for (const std::wstring& found : folder.scratch.Files()) {
+        const bool isIt = IsNamed(found, written, file.extension);
+        // What comes along with a file has a name of its own; beside a plain name it is a log at most.
+        if (!isIt && !file.nameInside) continue;
+        const ProError moved = FileMove(folder.scratch.Path() + found, isIt ? target : folder.path + found);
+        if (isIt || Failed(moved)) status = moved;
+        if (Failed(moved)) return status;
+    }
+    return status;
+}
+
+// Whether a file has this name, with its extension as often as host and caller may have added it.
+static bool IsNamed(std::wstring_view found, std::wstring_view name, std::wstring_view extension) {
+    std::wstring rest = UpperCase(found);
+    const std::wstring start = UpperCase(name);
+    const std::wstring ending = UpperCase(extension);
+    if (!rest.starts_with(start)) return false;
+    rest.erase(0, start.size());
+    while (rest.starts_with(ending)) rest.erase(0, ending.size());
+    return rest.empty();
+}
+
+}  // namespace kv

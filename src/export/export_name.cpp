@@ -1,0 +1,43 @@
+// The name of an exported file.
+
+#include "export/export_name.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace kv {
+
+static constexpr wchar_t kNoSeparator[] = L"NULL";
+static constexpr wchar_t kForbidden[] = L"<>:\"/\\|?*";
+static constexpr wchar_t kFirstPrintable = L' ';
+
+NameRule NameRuleFromTexts(std::wstring_view tokens, std::wstring_view separator) {
+    NameRule rule = {SplitAtCommas(WithoutBlanks(tokens)), std::wstring(separator)};
+    if (separator.empty()) rule.separator = L" ";
+    if (separator == kNoSeparator) rule.separator.clear();
+    return rule;
+}
+
+std::wstring ComposeName(const NameRule& rule, const PieceLookup& pieceOf, const std::wstring& fallback) {
+    std::wstring name;
+    for (const std::wstring& token : rule.tokens) {
+        const std::wstring piece = pieceOf(token);
+        if (piece.empty()) continue;
+        if (!name.empty()) name += rule.separator;
+        name += piece;
+    }
+    const bool blank = name.find_first_not_of(L' ') == std::wstring::npos;
+    return FileNameText(blank ? fallback : name);
+}
+
+std::wstring FileNameText(std::wstring text) {
+    const auto isForbidden = [](wchar_t character) {
+        return character < kFirstPrintable ||
+               std::wstring_view(kForbidden).find(character) != std::wstring_view::npos;
+    };
+    std::replace_if(text.begin(), text.end(), isForbidden, L'_');
+    return text;
+}
+
+}  // namespace kv

@@ -1,0 +1,269 @@
+// KvExport: many drawings of the working directory, each to any of five formats.
+//
+// The dialog opens as its settings file says; the file is changed in a text editor only.
+
+#include "export/kv_export.h"
+
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include <ProMdl.h>
+#include <ProUtil.h>
+
+#include "base/host_handle.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "export/drawing_table.h"
+#include "export/export_name.h"
+#include "export/export_run.h"
+#include "model/current_model.h"
+#include "model/model_data.h"
+#include "model/model_walk.h"
+#include "settings/settings_store.h"
+#include "ui/dialog.h"
+#include "ui/message_box.h"
+#include "ui/shell.h"
+#include "ui/table.h"
+
+namespace kv {
+
+static constexpr char kDialog[] = "KvExport";
+static constexpr char kTable[] = "drw_list";
+static constexpr char kScopeChoice[] = "SelDirRadio";
+static constexpr char kWholeDirectory[] = "workDir";
+static constexpr char kCurrentModel[] = "curMdl";
+static constexpr char kNameInput[] = "Export_name";
+static constexpr char kSeparatorInput[] = "separator";
+static constexpr char kProfileCheck[] = "PDFOptionCheck";
+static constexpr char kMonochromeCheck[] = "PDFBlackCheck";
+static constexpr char kOneFileCheck[] = "MultiSheetCheck";
+
+static constexpr wchar_t kSettingsFile[] = L"KVconfig\\KvDrawingsIni.ini";
+static constexpr wchar_t kContentKey[] = L"content";
+static constexpr wchar_t kColumnsSection[] = L"tableCols";
+static constexpr wchar_t kNameSection[] = L"drwNames";
+static constexpr wchar_t kSeparatorSection[] = L"Separator";
+static constexpr wchar_t kTickKey[] = L"value";
+static constexpr wchar_t kTicked[] = L"1";
+static constexpr wchar_t kCleared[] = L"0";
+// Sections are named after the buttons. The entry for PDF is kept under a name that no button has, so that
+// the PDF box always opens as the layout has it.
+static constexpr const char* kStoredChecks[] = {
+    "DWGCheck", "PDFCheck]",      "DXFCheck",      "STPCheck",
+    "IGSCheck", "PDFOptionCheck", "PDFBlackCheck", "MultiSheetCheck",
+};
+
+static constexpr wchar_t kDrawingFilter[] = L"*.drw";
+static constexpr wchar_t kModelFilter[] = L"*.prt,*.asm";
+static constexpr wchar_t kNoDrawings[] = L"当前工作目录下无工程图";
+static constexpr wchar_t kNoModels[] = L"当前工作目录下无模型";
+static constexpr wchar_t kNoSuchModel[] = L"当前模型不是组件/制造或零件，无法获取工程图";
+static constexpr wchar_t kNothingSelected[] = L"\t\t请先选择需要导出的工程图\t\t";
+static constexpr wchar_t kDone[] = L"\t工程图批量导出已完成\t";
+static constexpr wchar_t kNotExported[] = L"以下工程图或文件未能导出：";
+
+struct ExportDialog {
+    std::wstring directory;
+    std::vector<std::wstring> drawings = {};  // of the whole working directory
+    DrawingTable table = {{kDialog, kTable}};
+};
+
+static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names);
+static void FillDialog(ProAppData data);
+static void OnReverse(char* dialog, char* component, ProAppData data);
+static void OnSelectAll(char* dialog, char* component, ProAppData data);
+static void OnApply(char* dialog, char* component, ProAppData data);
+static void OnEditSettings(char* dialog, char* component, ProAppData data);
+static void OnReadSettings(char* dialog, char* component, ProAppData data);
+static void OnLoadParameters(char* dialog, char* component, ProAppData data);
+static void OnLoadSheets(char* dialog, char* component, ProAppData data);
+static void OnChooseScope(char* dialog, char* component, ProAppData data);
+static ExportDialog& DialogOf(ProAppData data);
+static void RestoreTexts(ExportDialog& dialog);
+static void RestoreChecks();
+static ProError RequestGet(ExportRequest& request);
+static ProError CurrentNamesGet(std::unordered_set<std::wstring>& names);
+static std::vector<std::wstring> DrawingsNamed(const std::vector<std::wstring>& drawings,
+                                               const std::unordered_set<std::wstring>& names);
+
+ProError KvExport() {
+    ProPath directory = {};
+    ProError status = ProDirectoryCurrentGet(directory);
+    if (Failed(status)) return status;
+    ExportDialog dialog = {directory};
+    std::vector<std::wstring> models;
+    status = FilesGet(kDrawingFilter, dialog.drawings);
+    if (Failed(status)) return ShowFailure(kNoDrawings, status);
+    status = FilesGet(kModelFilter, models);
+    if (Failed(status)) return ShowFailure(kNoModels, status);
+
+    return RunDialog(kDialog,
+                     {{"reverseSel", DialogCallback<OnReverse>},
+                      {"selAll", DialogCallback<OnSelectAll>},
+                      {"ApplyBt", DialogCallback<OnApply>},
+                      {"KvOpenDrwIni", DialogCallback<OnEditSettings>},
+                      {"KvUpdateIni", DialogCallback<OnReadSettings>},
+                      {"KvLoadParams", DialogCallback<OnLoadParameters>},
+                      {"KvLoadDrwInfo", DialogCallback<OnLoadSheets>},
+                      {kScopeChoice, DialogCallback<OnChooseScope>, DialogEvent::RadioChosen},
+                      {"Close", CloseDialog}},
+                     &dialog, FillDialog);
+}
+
+// Names of the models in the newest files that fit. PRO_TK_E_NOT_FOUND when there are none.
+static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names) {
+    HostArray<ProPath> files;
+    HostArray<ProPath> folders;
+    ProError status = ArrayAlloc(files);
+    if (!Failed(status)) status = ArrayAlloc(folders);
+    if (!Failed(status))
+        status =
+            ProFilesList(nullptr, HostText(filter), PRO_FILE_LIST_LATEST, files.Receive(), folders.Receive());
+    if (Failed(status)) return status;
+
+    for (ProPath& file : Items(files)) {
+        ProMdlName name = {};
+        // What has no model's name is no model.
+        if (!Failed(ProFileMdlnameParse(file, nullptr, name, nullptr, nullptr))) names.emplace_back(name);
+    }
+    return names.empty() ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
+}
+
+static void FillDialog(ProAppData data) {
+    ExportDialog& dialog = DialogOf(data);
+    // Without the host's consent the user selects as the layout lets them.
+    (void)TableSelectionAllow({kDialog, kTable});
+    ShowDrawings(dialog.table, dialog.drawings);
+    RestoreTexts(dialog);
+    RestoreChecks();
+}
+
+static void OnReverse(char*, char*, ProAppData data) {
+    ReverseSelection(DialogOf(data).table);
+}
+
+static void OnSelectAll(char*, char*, ProAppData data) {
+    SelectAllDrawings(DialogOf(data).table);
+}
+
+static void OnApply(char*, char*, ProAppData data) {
+    const ExportDialog& dialog = DialogOf(data);
+    ExportRequest request;
+    // A box that cannot be read might be the one that counts.
+    if (Failed(RequestGet(request))) return;
+    request.directory = dialog.directory;
+    request.drawings = SelectedDrawings(dialog.table);
+    if (request.drawings.empty()) {
+        ShowMessage(kNothingSelected);
+        return;
+    }
+
+    ShowFailures(kNotExported, ExportDrawings(request));
+    ShowMessage(kDone);
+}
+
+static void OnEditSettings(char*, char*, ProAppData) {
+    const std::wstring path = SettingsPath(kSettingsFile);
+    if (!path.empty()) EditTextFile(path);
+}
+
+static void OnReadSettings(char*, char*, ProAppData data) {
+    RestoreTexts(DialogOf(data));
+}
+
+static void OnLoadParameters(char*, char*, ProAppData data) {
+    LoadParameters(DialogOf(data).table);
+}
+
+static void OnLoadSheets(char*, char*, ProAppData data) {
+    LoadSheets(DialogOf(data).table);
+}
+
+static void OnChooseScope(char*, char*, ProAppData data) {
+    ExportDialog& dialog = DialogOf(data);
+    const std::string scope = RadioChoice(kDialog, kScopeChoice);
+    if (scope == kWholeDirectory) ShowDrawings(dialog.table, dialog.drawings);
+    if (scope != kCurrentModel) return;
+
+    std::unordered_set<std::wstring> names;
+    if (!Failed(CurrentNamesGet(names))) {
+        ShowDrawings(dialog.table, DrawingsNamed(dialog.drawings, names));
+        return;
+    }
+    // The choice has to tell what the table holds.
+    SetRadioChoice(kDialog, kScopeChoice, kWholeDirectory);
+}
+
+static ExportDialog& DialogOf(ProAppData data) {
+    return *static_cast<ExportDialog*>(data);
+}
+
+static void RestoreTexts(ExportDialog& dialog) {
+    const std::wstring path = SettingsPath(kSettingsFile);
+    ShowParameterColumns(dialog.table,
+                         SplitAtCommas(WithoutBlanks(ReadSetting(path, kColumnsSection, kContentKey))));
+    SetInputText(kDialog, kNameInput, ReadSetting(path, kNameSection, kContentKey));
+    SetInputText(kDialog, kSeparatorInput, ReadSetting(path, kSeparatorSection, kContentKey));
+}
+
+static void RestoreChecks() {
+    const std::wstring path = SettingsPath(kSettingsFile);
+    for (const char* check : kStoredChecks) {
+        const std::wstring stored = WithoutBlanks(ReadSetting(path, WideName(check).c_str(), kTickKey));
+        if (stored == kTicked || stored == kCleared) SetCheckTicked(kDialog, check, stored == kTicked);
+    }
+}
+
+static ProError RequestGet(ExportRequest& request) {
+    std::wstring name;
+    std::wstring separator;
+    ProError status = InputTextGet(kDialog, kNameInput, name);
+    if (!Failed(status)) status = InputTextGet(kDialog, kSeparatorInput, separator);
+    request.name = NameRuleFromTexts(name, separator);
+
+    for (const ExportFormat& format : ExportFormats()) {
+        bool wanted = false;
+        if (!Failed(status)) status = CheckTickedGet(kDialog, format.check, wanted);
+        if (wanted) request.formats.push_back(&format);
+    }
+    if (!Failed(status)) status = CheckTickedGet(kDialog, kProfileCheck, request.pdf.useProfile);
+    if (!Failed(status)) status = CheckTickedGet(kDialog, kMonochromeCheck, request.pdf.monochrome);
+    if (!Failed(status)) status = CheckTickedGet(kDialog, kOneFileCheck, request.oneFile);
+    request.pdf.trueType = request.pdf.useProfile;
+    return status;
+}
+
+// Names, in upper case, of the current model and of all its components. Without a model that can have
+// drawings the user is told.
+static ProError CurrentNamesGet(std::unordered_set<std::wstring>& names) {
+    ProMdl current = nullptr;
+    ProMdlType type = PRO_MDL_UNUSED;
+    const ProError status = CurrentSolidGet(current, type);
+    if (Failed(status)) return ShowFailure(kNoSuchModel, status);
+    if (type != PRO_MDL_ASSEMBLY && type != PRO_MDL_PART)
+        return ShowFailure(kNoSuchModel, PRO_TK_INVALID_TYPE);
+
+    std::vector<ProMdl> models;
+    if (type == PRO_MDL_ASSEMBLY) {
+        const ProError walked = DistinctModels(current, CollectAllComponents, models);
+        if (Failed(walked)) return walked;
+    }
+    AddDistinct(models, current);
+    for (ProMdl model : models) {
+        std::wstring name;
+        if (!Failed(ModelNameGet(model, name))) names.insert(UpperCase(name));
+    }
+    return PRO_TK_NO_ERROR;
+}
+
+// A drawing belongs to the model whose name it bears.
+static std::vector<std::wstring> DrawingsNamed(const std::vector<std::wstring>& drawings,
+                                               const std::unordered_set<std::wstring>& names) {
+    std::vector<std::wstring> named;
+    for (const std::wstring& drawing : drawings)
+        if (names.contains(UpperCase(drawing))) named.push_back(drawing);
+    return named;
+}
+
+}  // namespace kv

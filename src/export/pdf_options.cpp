@@ -1,0 +1,26 @@
+// Option sets for PDF exports.
+
+#include "export/pdf_options.h"
+
+#include "base/status.h"
+
+namespace kv {
+
+ProError PdfOptionsMake(const PdfChoice& choice, bool currentSheet, PdfOptions& options) {
+    ProError status = ProPDFoptionsAlloc(options.Receive());
+    const auto setNumber = [&](ProPDFOptionType type, int value) {
+        if (!Failed(status)) status = ProPDFoptionsIntpropertySet(options.Get(), type, value);
+    };
+    const auto setFlag = [&](ProPDFOptionType type, ProBoolean value) {
+        if (!Failed(status)) status = ProPDFoptionsBoolpropertySet(options.Get(), type, value);
+    };
+    setNumber(PRO_PDFOPT_FONT_STROKE,
+              choice.trueType ? PRO_PDF_USE_TRUE_TYPE_FONTS : PRO_PDF_STROKE_ALL_FONTS);
+    if (choice.monochrome) setNumber(PRO_PDFOPT_COLOR_DEPTH, PRO_PDF_CD_MONO);
+    setFlag(PRO_PDFOPT_LAUNCH_VIEWER, PRO_B_FALSE);
+    setFlag(PRO_PDFOPT_PENTABLE, PRO_B_TRUE);
+    if (currentSheet) setNumber(PRO_PDFOPT_SHEETS, PRO_PRINT_CURRENT_SHEET);
+    return status;
+}
+
+}  // namespace kv

@@ -1,0 +1,154 @@
+// KvExportDwg, KvExportPdf, KvExportStp: one flow for what is on the screen.
+//
+// A whole export ends without a message box; files that could not be written are listed.
+
+#include "export/single_export.h"
+
+#include <string>
+
+#include <ProUtil.h>
+
+#include "base/file.h"
+#include "base/scope_exit.h"
+#include "base/status.h"
+#include "base/text.h"
+#include "base/working_directory.h"
+#include "export/drawing_export.h"
+#include "export/export_name.h"
+#include "export/model_output.h"
+#include "model/current_model.h"
+#include "model/model_data.h"
+#include "settings/settings_store.h"
+#include "ui/message_box.h"
+#include "ui/prompt.h"
+#include "ui/shell.h"
+
+namespace kv {
+
+static constexpr wchar_t kChoiceKey[] = L"value";
+static constexpr wchar_t kDesktop[] = L"deskTop";
+static constexpr wchar_t kAskUser[] = L"byUser";
+static constexpr wchar_t kNotExported[] = L"以下文件未能导出：";
+static constexpr char kStepDone[] = "STP model has exported";
+static constexpr wchar_t kTemporaryName[] = L"temp";
+static constexpr wchar_t kPdfExtension[] = L".pdf";
+
+// Where a command's files go: a section of the common settings, and the title when the user is asked.
+struct FolderChoice {
+    const wchar_t* section;
+    const wchar_t* title;
+};
+
+// Drawings of either format share one title.
+static constexpr FolderChoice kDwgFolder = {L"KvExportDwgDIr", L"请选择DWG文件导出位置"};
+static constexpr FolderChoice kPdfFolder = {L"KvExportPdfDIr", L"请选择DWG文件导出位置"};
+static constexpr FolderChoice kStepFolder = {L"KvExportStpDir", L"请选择STP文件导出位置"};
+
+static constexpr DrawingFormat kDwg = {L".dwg", "write DWG", PRO_DWG_FILE,
+                                       true,    false,       WriteCurrentSheetDrawing};
+static constexpr DrawingFormat kPdf = {L".pdf", "write PDF", {}, true, true, WriteSheetPdf};
+static constexpr wchar_t kStepExtension[] = L".stp";
+
+static ProError CurrentDrawingGet(DrawingTask& task);
+static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder);
+static ProError FreePdfPathGet(std::wstring& path);
+static void ExportSheets(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
+                         const std::wstring& folder);
+
+ProError KvExportDwg() {
+    DrawingTask task;
+    std::wstring folder;
+    ProError status = CurrentDrawingGet(task);
+    if (!Failed(status)) status = TargetFolderGet(kDwgFolder, folder);
+    if (Failed(status)) return status;
+
+    ChooseDwgVersion();
+    DrawingSettings settings;
+    ExportSheets(task, kDwg, settings, folder);
+    return PRO_TK_NO_ERROR;
+}
+
+ProError KvExportPdf() {
+    DrawingTask task;
+    std::wstring folder;
+    DrawingSettings settings;
+    settings.pdf.monochrome = true;
+    ProError status = CurrentDrawingGet(task);
+    if (!Failed(status)) status = TargetFolderGet(kPdfFolder, folder);
+    if (!Failed(status)) status = FreePdfPathGet(settings.pdfDetour);
+    if (!Failed(status)) ExportSheets(task, kPdf, settings, folder);
+    return status;
+}
+
+ProError KvExportStp() {
+    ProMdl model = nullptr;
+    ProMdlType type = PRO_MDL_UNUSED;
+    std::wstring name;
+    std::wstring target;
+    ProError status = CurrentSolidGet(model, type);
+    if (!Failed(status) && type != PRO_MDL_ASSEMBLY && type != PRO_MDL_PART) status = PRO_TK_INVALID_TYPE;
+    if (!Failed(status)) status = ModelNameGet(model, name);
+    if (!Failed(status)) status = TargetFolderGet(kStepFolder, target);
+    if (Failed(status)) return status;
+
+    ExportFolder folder(target);
+    const OutputFile file = {FileNameText(name), kStepExtension, true};
+    RunEntry entry = {name, "write STEP", PRO_TK_NO_ERROR};
+    const auto write = [model](const std::wstring& place, const std::wstring& written) {
+        ProError moved = PRO_TK_NO_ERROR;
+        const auto goBack = UseWorkingDirectory(place, moved);
+        return Failed(moved) ? moved : ModelWrite(model, PRO_STEP_FILE, written + kStepExtension);
+    };
+    WriteOutput(folder, file, write, entry);
+    if (!Failed(entry.status)) return DisplayMessage(kStepDone);
+    ShowFailures(kNotExported, {entry});
+    return entry.status;
+}
+
+static ProError CurrentDrawingGet(DrawingTask& task) {
+    ProMdl model = nullptr;
+    ProMdlType type = PRO_MDL_UNUSED;
+    ProError status = CurrentModelGet(model, type);
+    if (!Failed(status)) status = DrawingTaskGet(model, task);
+    if (Failed(status)) return status;
+    task.fileNames.assign(static_cast<std::size_t>(task.sheets), FileNameText(task.name));
+    return PRO_TK_NO_ERROR;
+}
+
+// Every other setting, an unknown one too, means the working directory.
+static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder) {
+    const std::wstring stored =
+        WithoutBlanks(ReadSetting(SettingsPath(kCommonSettings), choice.section, kChoiceKey));
+    if (stored == kDesktop) return DesktopFolderGet(folder);
+    ProPath path = {};
+    const ProError status = stored == kAskUser
+                                ? ProDirectoryChoose(HostText(choice.title), nullptr, nullptr, nullptr, path)
+                                : ProDirectoryCurrentGet(path);
+    if (!Failed(status)) folder = path;
+    return status;
+}
+
+// The export call does not take every path, but it takes this one in the working directory. A file of that
+// name is the user's.
+static ProError FreePdfPathGet(std::wstring& path) {
+    ProPath directory = {};
+    const ProError status = ProDirectoryCurrentGet(directory);
+    if (Failed(status)) return status;
+    const std::wstring start = WithBackslash(directory) + kTemporaryName;
+    path = start + kPdfExtension;
+    for (int number = 1; FileExists(path); ++number) path = start + std::to_wstring(number) + kPdfExtension;
+    return PRO_TK_NO_ERROR;
+}
+
+static void ExportSheets(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
+                         const std::wstring& folder) {
+    ExportFolder target(folder);
+    RunRecord record;
+    {
+        const ScopeExit turnBack([&task] { RestoreSheet(task); });
+        ExportDrawing(task, format, settings, target, record);
+    }
+    ShowFailures(kNotExported, record);
+}
+
+}  // namespace kv

@@ -1,0 +1,11 @@
+// The command KvVersion.
+#pragma once
+
+#include <ProToolkit.h>
+
+namespace kv {
+
+// Shows the versions of plug-in and host.
+ProError KvVersion();
+
+}  // namespace kv
