@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "simulator/cad/model_store.h"
-#include "simulator/ui/user.h"
+#include "simulator/cad/pick.h"
 
 namespace sim {
 

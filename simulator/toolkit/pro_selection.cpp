@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/cad/pick.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/traced.h"
 #include "simulator/toolkit/arguments.h"
 #include "simulator/toolkit/host_memory.h"
-#include "simulator/toolkit/picks.h"
 
 using namespace sim;
 

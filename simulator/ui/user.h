@@ -9,10 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "simulator/cad/pick.h"
+
 namespace sim {
 
 class SimDialog;
-class SimModel;
 
 // A message box of Windows as the user saw it.
 struct ShownBox {
@@ -45,14 +46,7 @@ struct PromptAnswer {
     std::wstring text;
 };
 
-// What the user picks in the graphics window: a model or an item in it. Empty picks: Done without a pick.
-struct Pick {
-    SimModel* model = nullptr;
-    int type = 0;           // the host's item type code; 0: the model itself
-    int id = 0;             // the item's identifier in its model
-    std::vector<int> path;  // component feature ids from the top assembly down
-};
-
+// One answer to a question for picks. Empty picks: Done without a pick.
 struct PickAnswer {
     bool quit = false;
     std::vector<Pick> picks;
