@@ -12,9 +12,9 @@
 #include "simulator/cad/model_store.h"
 #include "simulator/export/disk.h"
 #include "simulator/export/export_options.h"
+#include "simulator/memory/host_memory.h"
 #include "simulator/report/report.h"
 #include "simulator/spreadsheet/spreadsheet.h"
-#include "simulator/toolkit/host_memory.h"
 #include "simulator/ui/interface.h"
 #include "simulator/ui/user.h"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
-#include "simulator/toolkit/host_memory.h"
 
 namespace sim {
 

@@ -4,8 +4,8 @@
 #include <limits>
 #include <vector>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/session/traced.h"
-#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 

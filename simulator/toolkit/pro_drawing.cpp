@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/traced.h"
 #include "simulator/toolkit/arguments.h"
-#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 
@@ -82,7 +82,7 @@ ProError ProDrawingSolidsCollect(ProDrawing drawing, ProSolid** solids) {
         if (model->ShownModels().empty()) return PRO_TK_E_NOT_FOUND;
         std::vector<ProSolid> found;
         for (SimModel* shown : model->ShownModels()) found.push_back(reinterpret_cast<ProSolid>(shown));
-        *solids = NewHostArray(host, found);
+        *solids = NewHostArray(host.memory, found);
         return PRO_TK_NO_ERROR;
     });
 }
@@ -95,7 +95,7 @@ ProError ProDrawingViewsCollect(ProDrawing drawing, ProView** views) {
         if (model->Views().empty()) return PRO_TK_E_NOT_FOUND;
         std::vector<ProView> found;
         for (DrawingView& view : model->Views()) found.push_back(reinterpret_cast<ProView>(&view));
-        *views = NewHostArray(host, found);
+        *views = NewHostArray(host.memory, found);
         return PRO_TK_NO_ERROR;
     });
 }

@@ -4,8 +4,8 @@
 #include <cstdarg>
 #include <utility>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
-#include "simulator/toolkit/host_memory.h"
 #include "simulator/toolkit/ui_call.h"
 
 using namespace sim;

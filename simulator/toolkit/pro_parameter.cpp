@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/traced.h"
 #include "simulator/toolkit/arguments.h"
-#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 

@@ -1,7 +1,7 @@
 #include <ProSelbuffer.h>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/session/traced.h"
-#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "simulator/cad/pick.h"
+#include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/traced.h"
 #include "simulator/toolkit/arguments.h"
-#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 

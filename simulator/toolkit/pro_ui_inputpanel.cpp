@@ -1,6 +1,6 @@
 #include <ProUIInputpanel.h>
 
-#include "simulator/toolkit/host_memory.h"
+#include "simulator/memory/host_memory.h"
 #include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
@@ -13,7 +13,7 @@ ProError ProUIInputpanelValueGet(char* dialog, char* inputpanel, wchar_t** value
         const Component* panel = NamedComponent(host, dialog, inputpanel, ComponentKind::kInputPanel);
         if (panel == nullptr) return PRO_TK_GENERAL_ERROR;
         if (value == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the value's address is null");
-        *value = NewHostString(host, panel->value);
+        *value = NewHostString(host.memory, panel->value);
         return PRO_TK_NO_ERROR;
     });
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "simulator/toolkit/host_memory.h"
+#include "simulator/memory/host_memory.h"
 #include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
@@ -26,7 +26,7 @@ ProError ProUIOptionmenuValueGet(char* dialog, char* component, wchar_t** value)
         const Component* menu = NamedComponent(host, dialog, component, ComponentKind::kOptionMenu);
         if (menu == nullptr) return PRO_TK_GENERAL_ERROR;
         if (value == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the value's address is null");
-        *value = NewHostString(host, menu->value);
+        *value = NewHostString(host.memory, menu->value);
         return PRO_TK_NO_ERROR;
     });
 }

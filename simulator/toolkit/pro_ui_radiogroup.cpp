@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "simulator/toolkit/host_memory.h"
+#include "simulator/memory/host_memory.h"
 #include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
@@ -17,7 +17,7 @@ ProError ProUIRadiogroupSelectednamesGet(char* dialog, char* radiogroup, int* n_
         if (n_name == nullptr || names == nullptr)
             return Refuse(host, PRO_TK_GENERAL_ERROR, "an output's address is null");
         *n_name = static_cast<int>(group->selected.size());
-        *names = NewHostTextArray(host, group->selected);
+        *names = NewHostTextArray(host.memory, group->selected);
         return PRO_TK_NO_ERROR;
     });
 }

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/toolkit/arguments.h"
-#include "simulator/toolkit/host_memory.h"
 #include "simulator/toolkit/ui_call.h"
 
 using namespace sim;
@@ -50,7 +50,7 @@ ProError GiveTexts(Session& host, const std::vector<std::string>& names, int* co
     if (count == nullptr || values == nullptr)
         return Refuse(host, PRO_TK_BAD_INPUTS, "an output's address is null");
     *count = static_cast<int>(names.size());
-    *values = NewHostTextArray(host, names);
+    *values = NewHostTextArray(host.memory, names);
     return PRO_TK_NO_ERROR;
 }
 
@@ -68,7 +68,7 @@ ProError GiveLabels(Session& host, const Lines& lines, int* count, wchar_t*** va
     labels.reserve(lines.size());
     for (const Table::Line& line : lines) labels.push_back(line.label);
     *count = static_cast<int>(labels.size());
-    *values = NewHostStringArray(host, labels);
+    *values = NewHostStringArray(host.memory, labels);
     return PRO_TK_NO_ERROR;
 }
 
@@ -227,7 +227,7 @@ ProError ProUITableCellLabelGet(char* dialog, char* component, char* row, char* 
         if (cell == nullptr) return PRO_TK_GENERAL_ERROR;
         if (label == nullptr) return Refuse(host, PRO_TK_BAD_INPUTS, "the label's address is null");
         if (!cell->isSet && host.interface_.strict.unsetCellRefused) return PRO_TK_GENERAL_ERROR;
-        *label = NewHostString(host, cell->label);
+        *label = NewHostString(host.memory, cell->label);
         return PRO_TK_NO_ERROR;
     });
 }

@@ -9,10 +9,10 @@
 #include <system_error>
 #include <vector>
 
+#include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/traced.h"
 #include "simulator/toolkit/arguments.h"
-#include "simulator/toolkit/host_memory.h"
 
 using namespace sim;
 
@@ -354,7 +354,7 @@ ProError ProConfigoptArrayGet(ProName option, ProPath** value_array) {
         for (std::size_t i = 0; i < paths.size(); ++i)
             if (!FillBuffer<wchar_t>(values->second[i], paths[i].data(), PRO_PATH_SIZE))
                 return PRO_TK_GENERAL_ERROR;
-        *value_array = reinterpret_cast<ProPath*>(NewHostArray(host, paths));
+        *value_array = reinterpret_cast<ProPath*>(NewHostArray(host.memory, paths));
         return PRO_TK_NO_ERROR;
     });
 }

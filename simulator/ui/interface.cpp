@@ -364,7 +364,7 @@ void Interface::AskPopupButtons(PopupMenu& popup) {
     std::vector<const void*> handles;
     for (const Pick& pick : host.desk.selected) handles.push_back(host.desk.NewSelection(pick));
     auto* selections = static_cast<ProSelection*>(
-        NewHostArrayBytes(host, handles.data(), handles.size(), sizeof(ProSelection)));
+        NewHostArrayBytes(host.memory, handles.data(), handles.size(), sizeof(ProSelection)));
     const AtEnd giveBack([&] {
         for (const void* handle : handles) host.desk.DropSelection(handle);
         host.memory.Release(BlockKind::kArray, selections);

@@ -159,9 +159,9 @@ TEST_F(HostArrays, RefuseMisuse) {
 }
 
 TEST_F(HostArrays, StringsGoBackTheWayTheyCame) {
-    wchar_t* wide = NewHostString(session, L"螺栓");
-    char* text = NewHostText(session, "bolt");
-    char** list = NewHostTextArray(session, {"a", "", "bolt"});
+    wchar_t* wide = NewHostString(session.memory, L"螺栓");
+    char* text = NewHostText(session.memory, "bolt");
+    char** list = NewHostTextArray(session.memory, {"a", "", "bolt"});
     EXPECT_STREQ(list[2], "bolt");
     EXPECT_STREQ(list[1], "");
     EXPECT_EQ(session.report.OpenItems().size(), 3u);
@@ -175,7 +175,7 @@ TEST_F(HostArrays, StringsGoBackTheWayTheyCame) {
     EXPECT_TRUE(Misuse("was freed"));
     EXPECT_EQ(ProWstringFree(wide), PRO_TK_NO_ERROR);
     EXPECT_EQ(ProStringFree(text), PRO_TK_NO_ERROR);
-    EXPECT_EQ(NewHostStringArray(session, {}), nullptr);
+    EXPECT_EQ(NewHostStringArray(session.memory, {}), nullptr);
 }
 
 // ---- Models

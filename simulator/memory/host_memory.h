@@ -19,8 +19,6 @@
 
 namespace sim {
 
-class Session;
-
 // What a piece of memory was handed out as; each kind has its own function that takes it back.
 enum class BlockKind { kArray, kSelectionArray, kString, kText, kStringArray, kTextArray, kGeometryData };
 
@@ -74,17 +72,17 @@ private:
 };
 
 // ---- Strings for functions that give one out: given back with ProWstringFree and ProStringFree.
-wchar_t* NewHostString(Session& host, std::wstring_view text);
-char* NewHostText(Session& host, std::string_view text);
+wchar_t* NewHostString(HostMemory& memory, std::wstring_view text);
+char* NewHostText(HostMemory& memory, std::string_view text);
 
 // ---- Plain lists of strings: given back with ProWstringarrayFree and ProStringarrayFree. Null for an empty
 // list.
-wchar_t** NewHostStringArray(Session& host, const std::vector<std::wstring>& texts);
-char** NewHostTextArray(Session& host, const std::vector<std::string>& texts);
+wchar_t** NewHostStringArray(HostMemory& memory, const std::vector<std::wstring>& texts);
+char** NewHostTextArray(HostMemory& memory, const std::vector<std::string>& texts);
 
 // ---- Expandable arrays (ProArray): given back with ProArrayFree.
 template <typename T>
-T* NewHostArray(Session& host, const std::vector<T>& items);
+T* NewHostArray(HostMemory& memory, const std::vector<T>& items);
 
 // Copies `text` with its terminating zero into a buffer of `size` characters. False, and the buffer is left
 // alone, when it does not fit.
@@ -98,12 +96,12 @@ template <typename Char>
 }
 
 // Bytes of a fresh ProArray of `count` elements.
-void* NewHostArrayBytes(Session& host, const void* items, std::size_t count, std::size_t elementSize);
+void* NewHostArrayBytes(HostMemory& memory, const void* items, std::size_t count, std::size_t elementSize);
 
 template <typename T>
-T* NewHostArray(Session& host, const std::vector<T>& items) {
+T* NewHostArray(HostMemory& memory, const std::vector<T>& items) {
     static_assert(std::is_trivially_copyable_v<T>);
-    return static_cast<T*>(NewHostArrayBytes(host, items.data(), items.size(), sizeof(T)));
+    return static_cast<T*>(NewHostArrayBytes(memory, items.data(), items.size(), sizeof(T)));
 }
 
 }  // namespace sim

@@ -1,10 +1,8 @@
-#include "simulator/toolkit/host_memory.h"
+#include "simulator/memory/host_memory.h"
 
 #include <bit>
 #include <cstring>
 #include <utility>
-
-#include "simulator/session/session.h"
 
 namespace sim {
 
@@ -171,15 +169,15 @@ bool HostMemory::Release(BlockKind kind, const void* data) {
     return true;
 }
 
-wchar_t* NewHostString(Session& host, std::wstring_view text) {
-    const HostBlock& block = host.memory.Allocate(BlockKind::kString, text.size() + 1, sizeof(wchar_t));
+wchar_t* NewHostString(HostMemory& memory, std::wstring_view text) {
+    const HostBlock& block = memory.Allocate(BlockKind::kString, text.size() + 1, sizeof(wchar_t));
     auto* data = reinterpret_cast<wchar_t*>(block.Data());
     std::copy(text.begin(), text.end(), data);
     return data;
 }
 
-char* NewHostText(Session& host, std::string_view text) {
-    const HostBlock& block = host.memory.Allocate(BlockKind::kText, text.size() + 1, sizeof(char));
+char* NewHostText(HostMemory& memory, std::string_view text) {
+    const HostBlock& block = memory.Allocate(BlockKind::kText, text.size() + 1, sizeof(char));
     auto* data = reinterpret_cast<char*>(block.Data());
     std::copy(text.begin(), text.end(), data);
     return data;
@@ -189,11 +187,11 @@ namespace {
 
 // The pointers first, the characters behind them: one block, so that no string can be freed alone.
 template <typename Char>
-Char** NewList(Session& host, BlockKind kind, const std::vector<std::basic_string<Char>>& texts) {
+Char** NewList(HostMemory& memory, BlockKind kind, const std::vector<std::basic_string<Char>>& texts) {
     if (texts.empty()) return nullptr;
     std::size_t bytes = texts.size() * sizeof(Char*);
     for (const auto& text : texts) bytes += (text.size() + 1) * sizeof(Char);
-    HostBlock& block = host.memory.Allocate(kind, bytes, 1);
+    HostBlock& block = memory.Allocate(kind, bytes, 1);
     block.step = texts.size();
     auto** list = reinterpret_cast<Char**>(block.Data());
     auto* next = reinterpret_cast<Char*>(list + texts.size());
@@ -206,16 +204,16 @@ Char** NewList(Session& host, BlockKind kind, const std::vector<std::basic_strin
 
 }  // namespace
 
-wchar_t** NewHostStringArray(Session& host, const std::vector<std::wstring>& texts) {
-    return NewList(host, BlockKind::kStringArray, texts);
+wchar_t** NewHostStringArray(HostMemory& memory, const std::vector<std::wstring>& texts) {
+    return NewList(memory, BlockKind::kStringArray, texts);
 }
 
-char** NewHostTextArray(Session& host, const std::vector<std::string>& texts) {
-    return NewList(host, BlockKind::kTextArray, texts);
+char** NewHostTextArray(HostMemory& memory, const std::vector<std::string>& texts) {
+    return NewList(memory, BlockKind::kTextArray, texts);
 }
 
-void* NewHostArrayBytes(Session& host, const void* items, std::size_t count, std::size_t elementSize) {
-    const HostBlock& block = host.memory.Allocate(BlockKind::kArray, count, elementSize);
+void* NewHostArrayBytes(HostMemory& memory, const void* items, std::size_t count, std::size_t elementSize) {
+    const HostBlock& block = memory.Allocate(BlockKind::kArray, count, elementSize);
     if (count > 0) std::memcpy(block.Data(), items, count * elementSize);
     return block.Data();
 }
