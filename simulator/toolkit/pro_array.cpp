@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "simulator/memory/host_memory.h"
-#include "simulator/session/traced.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

@@ -4,8 +4,8 @@
 
 #include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
-#include "simulator/session/traced.h"
-#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

@@ -6,7 +6,7 @@
 
 #include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

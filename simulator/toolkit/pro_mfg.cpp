@@ -1,7 +1,7 @@
 #include <ProMfg.h>
 
-#include "simulator/session/traced.h"
-#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

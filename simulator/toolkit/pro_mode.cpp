@@ -1,6 +1,6 @@
 #include <ProMode.h>
 
-#include "simulator/session/traced.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

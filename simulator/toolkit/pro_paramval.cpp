@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "simulator/session/traced.h"
-#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

@@ -11,9 +11,9 @@
 #include <windows.h>
 
 #include "simulator/report/utf8.h"
-#include "simulator/session/traced.h"
-#include "simulator/toolkit/arguments.h"
-#include "simulator/toolkit/export_call.h"
+#include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/export_call.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

@@ -4,7 +4,7 @@
 #include <cwchar>
 
 #include "simulator/report/utf8.h"
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

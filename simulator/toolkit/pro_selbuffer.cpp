@@ -1,7 +1,7 @@
 #include <ProSelbuffer.h>
 
 #include "simulator/memory/host_memory.h"
-#include "simulator/session/traced.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

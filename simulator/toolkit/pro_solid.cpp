@@ -1,7 +1,8 @@
 #include <ProSolid.h>
 
-#include "simulator/session/traced.h"
-#include "simulator/toolkit/arguments.h"
+#include "simulator/report/call_plugin.h"
+#include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

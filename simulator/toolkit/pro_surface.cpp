@@ -3,8 +3,8 @@
 #include <new>
 
 #include "simulator/memory/host_memory.h"
-#include "simulator/session/traced.h"
-#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 

@@ -1,7 +1,7 @@
 #include <ProUICmd.h>
 
 #include "simulator/report/utf8.h"
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 #include "simulator/ui/icon_file.h"
 
 using namespace sim;

@@ -1,6 +1,6 @@
 #include <ProUIDialog.h>
 
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

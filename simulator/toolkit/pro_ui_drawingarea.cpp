@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "simulator/report/utf8.h"
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

@@ -1,7 +1,7 @@
 #include <ProUIInputpanel.h>
 
 #include "simulator/memory/host_memory.h"
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

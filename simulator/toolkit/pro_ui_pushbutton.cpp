@@ -1,6 +1,6 @@
 #include <ProUIPushbutton.h>
 
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

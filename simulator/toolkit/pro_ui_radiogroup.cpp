@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "simulator/memory/host_memory.h"
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "simulator/memory/host_memory.h"
-#include "simulator/toolkit/arguments.h"
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 using namespace sim;
 

@@ -6,9 +6,9 @@
 #include <system_error>
 #include <utility>
 
+#include "simulator/report/call_plugin.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/session.h"
-#include "simulator/session/traced.h"
 #include "simulator/ui/sim_dialog.h"
 
 namespace sim {

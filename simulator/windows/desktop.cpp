@@ -11,7 +11,7 @@
 #include <shellapi.h>
 
 #include "simulator/report/utf8.h"
-#include "simulator/session/traced.h"
+#include "simulator/session/session.h"
 
 namespace sim {
 

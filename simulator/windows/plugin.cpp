@@ -2,8 +2,9 @@
 
 #include <array>
 
+#include "simulator/report/call_plugin.h"
 #include "simulator/report/utf8.h"
-#include "simulator/session/traced.h"
+#include "simulator/session/session.h"
 #include "simulator/windows/automation.h"
 #include "simulator/windows/desktop.h"
 #include "simulator/windows/plugin_heap.h"

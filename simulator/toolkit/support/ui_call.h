@@ -9,7 +9,7 @@
 #include <ProToolkitErrors.h>
 
 #include "simulator/session/session.h"
-#include "simulator/session/traced.h"
+#include "simulator/toolkit/support/traced.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "simulator/toolkit/export_call.h"
+#include "simulator/toolkit/support/export_call.h"
 
 #include <cwctype>
 

@@ -1,4 +1,4 @@
-#include "simulator/toolkit/arguments.h"
+#include "simulator/toolkit/support/arguments.h"
 
 #include <algorithm>
 

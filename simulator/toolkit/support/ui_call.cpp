@@ -1,4 +1,4 @@
-#include "simulator/toolkit/ui_call.h"
+#include "simulator/toolkit/support/ui_call.h"
 
 #include <algorithm>
 #include <cstring>
