@@ -115,7 +115,7 @@ int ListCommands(const Places& places, const std::string& mode) {
 int RunCommand(const Places& places, const RunOptions& options) {
     SimHost host(SetupFor(places));
     Session& session = host.State();
-    if (session.interface_.FindCommand(options.command) == nullptr)
+    if (session.screen.FindCommand(options.command) == nullptr)
         throw BadInput("unknown command \"" + options.command + "\"; `hostsim commands` lists them");
     if (!options.script.empty()) {
         const std::vector<std::string> errors = LoadUserScript(fs::path(Wide(options.script)), session);
@@ -173,18 +173,18 @@ int ShowDialog(const Places& places, const std::string& dialog, const std::strin
     SimHost host(SetupFor(places));
     Session& session = host.State();
     std::string fault;
-    Dialog* shown = session.interface_.LoadDialog(dialog, dialog, fault);
+    Dialog* shown = session.screen.LoadDialog(dialog, dialog, fault);
     if (shown == nullptr) throw BadInput("cannot show the dialog " + dialog + ": " + fault);
     std::printf("%s", SimDialog(session, *shown).Picture().c_str());
     if (!svgFile.empty()) std::ofstream(fs::path(Wide(svgFile)), std::ios::binary) << DialogSvg(*shown);
-    session.interface_.DestroyDialog(dialog);
+    session.screen.DestroyDialog(dialog);
     return ReportProblems(host.TakeProblems());
 }
 
 int Check(const Places& places) {
     SimHost host(SetupFor(places));
     std::vector<std::string> problems = CheckTextTree(host.State());
-    const std::size_t commands = host.State().interface_.Commands().size();
+    const std::size_t commands = host.State().screen.Commands().size();
     for (std::string& problem : host.TakeProblems()) problems.push_back(std::move(problem));
     std::printf("%zu commands, %zu problems\n", commands, problems.size());
     return ReportProblems(problems);

@@ -97,9 +97,9 @@ std::string FileLabel(const SimModel& model) {
 
 void PrintMenu(Session& session) {
     std::size_t widest = 0;
-    for (const MenuRow& row : session.interface_.MenuRows()) widest = std::max(widest, row.command.size());
+    for (const MenuRow& row : session.screen.MenuRows()) widest = std::max(widest, row.command.size());
     int number = 0;
-    for (const MenuRow& row : session.interface_.MenuRows())
+    for (const MenuRow& row : session.screen.MenuRows())
         std::printf("%2d  %-*s  %-9s  %s  |  %s\n", ++number, static_cast<int>(widest), row.command.c_str(),
                     AccessText(row.access), Utf8(row.label).c_str(), Utf8(row.help).c_str());
 }

@@ -184,8 +184,8 @@ void SimHost::Select(const std::vector<Pick>& picks) {
 // ---- Acting
 
 int SimHost::Availability(std::string_view command) {
-    const Command* found = session_->interface_.FindCommand(command);
-    return found == nullptr ? kNotRegistered : static_cast<int>(session_->interface_.Availability(*found));
+    const Command* found = session_->screen.FindCommand(command);
+    return found == nullptr ? kNotRegistered : static_cast<int>(session_->screen.Availability(*found));
 }
 
 ProError SimHost::Run(std::string_view command) {
@@ -194,7 +194,7 @@ ProError SimHost::Run(std::string_view command) {
     session_->desk.StartCommand();
     session_->report.ResetCalls();
     ResetPluginHeap();
-    const ProError status = session_->interface_.RunCommand(command);
+    const ProError status = session_->screen.RunCommand(command);
     if (const auto left = session_->desk.WindowLeftCurrent()) problems_.push_back(*left);
     session_->desk.ApplyPending();
     LookForLeftovers(directory, options);

@@ -47,7 +47,7 @@ public:
     ModelStore models;
     Desk desk{models};
     HostMemory memory{report};
-    Interface interface_;
+    Interface screen;
     User user;
     Spreadsheet spreadsheet;
     Strictness strict;

@@ -38,7 +38,7 @@ bool FindPlace(Menu& menu, const char* neighbour, bool after, std::vector<MenuBu
 ProError CheckButtonName(Session& host, const char* name) {
     if (const std::string fault = NameFault(name, sizeof(ProMenuItemName)); !fault.empty())
         return Refuse(host, PRO_TK_GENERAL_ERROR, "the button name " + Named(name) + " " + fault);
-    if (host.interface_.strict.nonAsciiButtonNameRefused && !IsAscii(name))
+    if (host.screen.strict.nonAsciiButtonNameRefused && !IsAscii(name))
         return Refuse(host, PRO_TK_GENERAL_ERROR, "the button name " + Named(name) + " is not ASCII");
     return PRO_TK_NO_ERROR;
 }
@@ -55,12 +55,12 @@ ProError ProMenubarMenuAdd(ProMenuItemName menu_name, ProMenuItemLabel untransla
         [&](Session& host) -> ProError {
             if (const std::string fault = NameFault(menu_name, sizeof(ProMenuItemName)); !fault.empty())
                 return Refuse(host, PRO_TK_GENERAL_ERROR, "the menu name " + Named(menu_name) + " " + fault);
-            if (host.interface_.FindMenu(menu_name) != nullptr) return PRO_TK_E_FOUND;
+            if (host.screen.FindMenu(menu_name) != nullptr) return PRO_TK_E_FOUND;
             const ProError status = CheckKey(host, filename, untranslated_menu_label, PRO_TK_GENERAL_ERROR);
             if (status != PRO_TK_NO_ERROR) return status;
-            Menu* menu = neighbor == nullptr ? nullptr
-                                             : host.interface_.AddMenu(menu_name, neighbor,
-                                                                       add_after_neighbor != PRO_B_FALSE);
+            Menu* menu = neighbor == nullptr
+                             ? nullptr
+                             : host.screen.AddMenu(menu_name, neighbor, add_after_neighbor != PRO_B_FALSE);
             if (menu == nullptr)
                 return Refuse(host, PRO_TK_GENERAL_ERROR, "there is no menu " + Named(neighbor));
             menu->labelKey = untranslated_menu_label;
@@ -78,18 +78,17 @@ ProError ProMenubarmenuPushbuttonAdd(ProMenuItemName parent_menu, ProMenuItemNam
         kSite,
         {parent_menu, push_button_name, push_button_label, one_line_help, neighbor, action_id, filename},
         [&](Session& host) -> ProError {
-            Menu* menu = parent_menu == nullptr ? nullptr : host.interface_.FindMenu(parent_menu);
+            Menu* menu = parent_menu == nullptr ? nullptr : host.screen.FindMenu(parent_menu);
             if (menu == nullptr)
                 return Refuse(host, PRO_TK_GENERAL_ERROR, "there is no menu " + Named(parent_menu));
             ProError status = CheckButtonName(host, push_button_name);
             if (status != PRO_TK_NO_ERROR) return status;
-            Command* command = host.interface_.CommandFromId(action_id);
+            Command* command = host.screen.CommandFromId(action_id);
             if (command == nullptr)
                 return Refuse(host, PRO_TK_GENERAL_ERROR, "the command identifier is none of the host's");
 
             const MenuButton* same = nullptr;
-            if (const Menu* owner = MenuWithButton(host.interface_, push_button_name, same);
-                owner != nullptr) {
+            if (const Menu* owner = MenuWithButton(host.screen, push_button_name, same); owner != nullptr) {
                 // Adding the same button again is documented as ignored, another one of its name is a
                 // mistake.
                 if (owner == menu && same->command == command) return PRO_TK_E_FOUND;

@@ -50,7 +50,7 @@ ProError Compose(Session& host, const wchar_t* file, const char* key, va_list& a
                  FormattedMessage& message) {
     const ProError status = CheckKey(host, file, key, PRO_TK_E_NOT_FOUND);
     if (status != PRO_TK_NO_ERROR) return status;
-    const MessageText& text = *host.interface_.FindMessage(file, key);
+    const MessageText& text = *host.screen.FindMessage(file, key);
     std::map<int, MessageValue> values;
     const bool composed =
         ReadArguments(text, arguments, values) && ComposeMessage(text.Shown(), values, message);
@@ -74,7 +74,7 @@ ProError ProMessageDisplay(ProFileName file_name, ProCharLine message_name, ...)
         const ProError composed = Compose(host, file_name, message_name, arguments, message);
         if (composed != PRO_TK_NO_ERROR) return composed;
         host.user.messageArea.push_back(message.text);
-        host.interface_.prompt = Prompt{message.text, message.defaultText, message.hasDefault};
+        host.screen.prompt = Prompt{message.text, message.defaultText, message.hasDefault};
         return PRO_TK_NO_ERROR;
     });
     va_end(arguments);
@@ -109,27 +109,28 @@ ProError ProMessageToBuffer(ProLine translated_msg, ProFileName file_name, ProCh
 
 ProError ProMessageStringRead(int max_buffer_length, wchar_t* buffer) {
     static const CallSite kSite("ProMessageStringRead", {PRO_TK_MSG_USER_QUIT});
-    return Traced(
-        kSite, {max_buffer_length, static_cast<const void*>(buffer)}, [&](Session& host) -> ProError {
-            const std::optional<Prompt> prompt = std::exchange(host.interface_.prompt, std::nullopt);
-            if (buffer == nullptr || max_buffer_length < 1 || max_buffer_length > kLongestEntry)
-                return Refuse(host, PRO_TK_GENERAL_ERROR, "the buffer takes 1 to 127 characters");
-            if (!prompt) return Refuse(host, PRO_TK_GENERAL_ERROR, "no prompt has been shown");
-            if (host.user.prompts.empty()) {
-                host.user.Problem("unexpected prompt \"" + Utf8(prompt->text) + "\"");
-                return PRO_TK_MSG_USER_QUIT;
-            }
-            const PromptAnswer answer = std::move(host.user.prompts.front());
-            host.user.prompts.pop_front();
-            if (answer.kind == PromptAnswer::Kind::kEscape) return PRO_TK_MSG_USER_QUIT;
-            // Enter on what is offered is no entry: the program takes its default.
-            if (answer.kind == PromptAnswer::Kind::kEnter || answer.text.empty()) return PRO_TK_GENERAL_ERROR;
-            const auto size = static_cast<std::size_t>(max_buffer_length) + 1;
-            if (FillBuffer<wchar_t>(answer.text, buffer, size)) return PRO_TK_NO_ERROR;
-            host.user.Problem("the prompt \"" + Utf8(prompt->text) + "\" takes " +
-                              std::to_string(max_buffer_length) + " characters at most");
-            return PRO_TK_MSG_USER_QUIT;
-        });
+    return Traced(kSite, {max_buffer_length, static_cast<const void*>(buffer)},
+                  [&](Session& host) -> ProError {
+                      const std::optional<Prompt> prompt = std::exchange(host.screen.prompt, std::nullopt);
+                      if (buffer == nullptr || max_buffer_length < 1 || max_buffer_length > kLongestEntry)
+                          return Refuse(host, PRO_TK_GENERAL_ERROR, "the buffer takes 1 to 127 characters");
+                      if (!prompt) return Refuse(host, PRO_TK_GENERAL_ERROR, "no prompt has been shown");
+                      if (host.user.prompts.empty()) {
+                          host.user.Problem("unexpected prompt \"" + Utf8(prompt->text) + "\"");
+                          return PRO_TK_MSG_USER_QUIT;
+                      }
+                      const PromptAnswer answer = std::move(host.user.prompts.front());
+                      host.user.prompts.pop_front();
+                      if (answer.kind == PromptAnswer::Kind::kEscape) return PRO_TK_MSG_USER_QUIT;
+                      // Enter on what is offered is no entry: the program takes its default.
+                      if (answer.kind == PromptAnswer::Kind::kEnter || answer.text.empty())
+                          return PRO_TK_GENERAL_ERROR;
+                      const auto size = static_cast<std::size_t>(max_buffer_length) + 1;
+                      if (FillBuffer<wchar_t>(answer.text, buffer, size)) return PRO_TK_NO_ERROR;
+                      host.user.Problem("the prompt \"" + Utf8(prompt->text) + "\" takes " +
+                                        std::to_string(max_buffer_length) + " characters at most");
+                      return PRO_TK_MSG_USER_QUIT;
+                  });
 }
 
 }  // extern "C"

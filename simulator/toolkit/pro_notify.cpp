@@ -10,7 +10,7 @@ extern "C" ProError ProNotificationSet(ProNotifyType type, ProFunction notify_fu
         if (type != PRO_POPUPMENU_CREATE_POST)
             return Refuse(host, PRO_TK_BAD_INPUTS, "notification " + std::to_string(type) + " is never sent");
         if (notify_function == nullptr) return Refuse(host, PRO_TK_BAD_INPUTS, "the callback is null");
-        host.interface_.notifications[type] = notify_function;
+        host.screen.notifications[type] = notify_function;
         return PRO_TK_NO_ERROR;
     });
 }

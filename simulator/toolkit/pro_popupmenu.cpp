@@ -26,7 +26,7 @@ ProError ProPopupmenuIdGet(const char* name, ProPopupMenuId* menu_id) {
     return Traced(kSite, {name, menu_id}, [&](Session& host) -> ProError {
         if (name == nullptr || menu_id == nullptr)
             return Refuse(host, PRO_TK_E_NOT_FOUND, "an argument is null");
-        const PopupMenu* popup = host.interface_.CurrentPopup();
+        const PopupMenu* popup = host.screen.CurrentPopup();
         if (popup == nullptr || popup->name != name) return PRO_TK_E_NOT_FOUND;
         *menu_id = popup->id;
         return PRO_TK_NO_ERROR;
@@ -43,7 +43,7 @@ ProError ProPopupmenuButtonAdd(ProPopupMenuId menu_id, int position, ProMenuName
             const auto bad = [&host](const std::string& violation) {
                 return Refuse(host, PRO_TK_BAD_INPUTS, violation);
             };
-            PopupMenu* popup = host.interface_.FindPopup(menu_id);
+            PopupMenu* popup = host.screen.FindPopup(menu_id);
             if (popup == nullptr) return bad("there is no popup menu " + std::to_string(menu_id));
             if (const std::string fault = NameFault(button_name, sizeof(ProMenuName)); !fault.empty())
                 return bad("the button name " + Named(button_name) + " " + fault);
@@ -51,7 +51,7 @@ ProError ProPopupmenuButtonAdd(ProPopupMenuId menu_id, int position, ProMenuName
                 return bad("the label of " + Named(button_name) + " " + fault);
             if (const std::string fault = LineFault(button_helptext); !fault.empty())
                 return bad("the help text of " + Named(button_name) + " " + fault);
-            Command* command = host.interface_.CommandFromId(cmd_id);
+            Command* command = host.screen.CommandFromId(cmd_id);
             if (command == nullptr)
                 return bad("the command identifier of " + Named(button_name) + " is none of the host's");
             const auto count = static_cast<int>(popup->buttons.size());

@@ -18,14 +18,14 @@ bool IsKnownPriority(uiCmdPriority priority) {
 
 // What is wrong with the icon in one of its sizes; empty: nothing.
 std::string FoundIconFault(Session& host, const std::string& icon, unsigned side) {
-    const IconFolder* folder = host.interface_.FindIcon(icon);
+    const IconFolder* folder = host.screen.FindIcon(icon);
     if (folder == nullptr) return "there is no icon file \"" + icon + "\"";
     const std::string fault = folder->Fault(icon, side);
     return fault.empty() ? "" : "the icon file \"" + icon + "\" " + fault;
 }
 
 Command* NamedCommand(Session& host, uiCmdCmdId id) {
-    Command* command = host.interface_.CommandFromId(id);
+    Command* command = host.screen.CommandFromId(id);
     if (command == nullptr) host.report.Violation("the command identifier is none of the host's");
     return command;
 }
@@ -45,7 +45,7 @@ ProError ProCmdActionAdd(char* action_name, uiCmdCmdActFn action_cb, uiCmdPriori
             return Refuse(host, PRO_TK_GENERAL_ERROR, "an argument is null");
         if (!IsKnownPriority(priority))
             return Refuse(host, PRO_TK_GENERAL_ERROR, "there is no priority " + std::to_string(priority));
-        Command* command = host.interface_.AddCommand(action_name);
+        Command* command = host.screen.AddCommand(action_name);
         if (command == nullptr) return PRO_TK_E_FOUND;  // the identifier stays as it was
         command->action = action_cb;
         command->priority = priority;
@@ -62,7 +62,7 @@ ProError ProCmdCmdIdFind(char* cmd_name, uiCmdCmdId* cmd_id) {
     return Traced(kSite, {cmd_name, cmd_id}, [&](Session& host) -> ProError {
         if (const std::string fault = NameFault(cmd_name, sizeof(ProCmdItemName)); !fault.empty())
             return Refuse(host, PRO_TK_E_NOT_FOUND, "the command name " + Named(cmd_name) + " " + fault);
-        Command* command = host.interface_.FindCommand(cmd_name);
+        Command* command = host.screen.FindCommand(cmd_name);
         if (command == nullptr) return PRO_TK_E_NOT_FOUND;
         if (cmd_id != nullptr) *cmd_id = command->Id();
         return PRO_TK_NO_ERROR;

@@ -13,7 +13,7 @@ ProError ProUIDialogCreate(char* session_dialog_name, char* resource) {
             return Refuse(host, PRO_TK_GENERAL_ERROR, "the dialog has no session name");
         std::string fault;
         const Dialog* dialog =
-            host.interface_.LoadDialog(session_dialog_name, resource == nullptr ? "" : resource, fault);
+            host.screen.LoadDialog(session_dialog_name, resource == nullptr ? "" : resource, fault);
         if (dialog == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, fault);
         host.report.Opened(Account::kDialog, dialog, dialog->Name());
         return PRO_TK_NO_ERROR;
@@ -28,7 +28,7 @@ ProError ProUIDialogActivate(char* dialog_name, int* status) {
         if (dialog->active)
             return Refuse(host, PRO_TK_BAD_INPUTS,
                           "the dialog " + Named(dialog_name) + " is on the screen already");
-        const int exitStatus = host.interface_.Activate(*dialog);
+        const int exitStatus = host.screen.Activate(*dialog);
         if (status != nullptr) *status = exitStatus;
         return PRO_TK_NO_ERROR;
     });
@@ -59,7 +59,7 @@ ProError ProUIDialogDestroy(char* dialog_name) {
                           "the dialog " + Named(dialog_name) + " is still on the screen");
         host.report.Closed(Account::kDialog, dialog);
         // The name may be the dialog's own memory.
-        host.interface_.DestroyDialog(std::string(dialog_name));
+        host.screen.DestroyDialog(std::string(dialog_name));
         return PRO_TK_NO_ERROR;
     });
 }

@@ -226,7 +226,7 @@ ProError ProUITableCellLabelGet(char* dialog, char* component, char* row, char* 
         const TableCell* cell = NamedCell(host, dialog, component, row, column);
         if (cell == nullptr) return PRO_TK_GENERAL_ERROR;
         if (label == nullptr) return Refuse(host, PRO_TK_BAD_INPUTS, "the label's address is null");
-        if (!cell->isSet && host.interface_.strict.unsetCellRefused) return PRO_TK_GENERAL_ERROR;
+        if (!cell->isSet && host.screen.strict.unsetCellRefused) return PRO_TK_GENERAL_ERROR;
         *label = NewHostString(host.memory, cell->label);
         return PRO_TK_NO_ERROR;
     });

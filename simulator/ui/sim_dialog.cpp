@@ -30,7 +30,7 @@ public:
     }
 
     bool DialogIsReady() const {
-        const Interface& screen = session_.interface_;
+        const Interface& screen = session_.screen;
         if (!dialog_.active) return Fail("the dialog is not on the screen"), false;
         if (dialog_.exitAsked) return Fail("the dialog is closed"), false;
         if (screen.ActiveDialog() != &dialog_)
@@ -53,7 +53,7 @@ public:
     void Run(Component& component, DialogEvent event) const {
         const auto action = component.actions.find(event);
         if (action != component.actions.end())
-            session_.interface_.RunAction(dialog_, component.name, action->second);
+            session_.screen.RunAction(dialog_, component.name, action->second);
     }
 
 private:
@@ -218,8 +218,7 @@ SimDialog& SimDialog::Close() {
     if (!attempt.DialogIsReady()) return *this;
     const auto action = dialog_.actions.find(DialogEvent::kClose);
     // Without an action the close box does nothing.
-    if (action != dialog_.actions.end())
-        session_.interface_.RunAction(dialog_, dialog_.Name(), action->second);
+    if (action != dialog_.actions.end()) session_.screen.RunAction(dialog_, dialog_.Name(), action->second);
     return *this;
 }
 

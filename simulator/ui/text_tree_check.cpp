@@ -38,7 +38,7 @@ std::vector<fs::path> FilesIn(const fs::path& folder, const wchar_t* extension) 
 class TreeCheck {
 public:
     explicit TreeCheck(Session& session)
-        : screen_(session.interface_),
+        : screen_(session.screen),
           text_(session.textDirectory / "text"),
           own_(text_ / Wide(screen_.language)) {}
 

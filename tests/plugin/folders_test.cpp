@@ -195,7 +195,7 @@ protected:
     ProError Open(const std::vector<Pick>& picks) {
         host.Select(picks);
         test::RightClick(host);
-        return host.State().interface_.ChoosePopupEntry("KvOpenDrw");
+        return host.State().screen.ChoosePopupEntry("KvOpenDrw");
     }
     // Name of the drawing that the host shows; empty: another model is shown.
     std::wstring ShownDrawing() {

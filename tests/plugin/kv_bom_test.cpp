@@ -393,7 +393,7 @@ TEST_F(KvBomExport, LosesNothingWhenTheApplicationBreaksOff) {
 // ---- Reading the table
 
 TEST_F(KvBomExport, TakesACellWithoutTextForAnEmptyOne) {
-    host.State().interface_.strict.unsetCellRefused = true;
+    host.State().screen.strict.unsetCellRefused = true;
     SetTitles(L"MISSING,模型名称");
     const std::optional<sim::Sheet> sheet = sim::ReadXlsx(Export("bom.xlsx"));
     ASSERT_TRUE(sheet);

@@ -76,7 +76,7 @@ protected:
     }
     // Puts text into a field whatever length the layout allows there.
     void Put(const std::string& field, std::wstring_view text) {
-        host.State().interface_.FindDialog("KvParams")->Find(field)->value = text;
+        host.State().screen.FindDialog("KvParams")->Find(field)->value = text;
     }
     // Names of the models in memory that have the parameter.
     Names Having(std::wstring_view parameter) {

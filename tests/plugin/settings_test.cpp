@@ -282,7 +282,7 @@ TEST(Dialogs, TellTheUserWhatFailedAndAnswerTheStatus) {
             host.State().report.Arm(Fault{failure.function, 1});
             EXPECT_EQ(host.Run(command), PRO_TK_GENERAL_ERROR);
             EXPECT_EQ(Messages(host), Texts{failure.message});
-            EXPECT_TRUE(host.State().interface_.OpenDialogs().empty());
+            EXPECT_TRUE(host.State().screen.OpenDialogs().empty());
         }
     }
 }

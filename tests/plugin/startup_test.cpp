@@ -118,7 +118,7 @@ constexpr std::size_t kDesignatedCommands = 52;  // the first ones: all but vers
 
 TEST(StartUp, AddsEveryCommandInOrderToAMenuAfterHelp) {
     SimHost host;
-    sim::Interface& ui = host.State().interface_;
+    sim::Interface& ui = host.State().screen;
     std::vector<std::string> menus;
     for (const sim::Menu& menu : ui.Menus()) menus.push_back(menu.name);
     const auto help = std::find(menus.begin(), menus.end(), "Help");
@@ -158,9 +158,9 @@ TEST(StartUp, NamesEveryCommandInChineseAndInEnglish) {
     std::map<std::string, std::vector<sim::MenuRow>> rows;
     for (const char* language : {"chinese_cn", "usascii"}) {
         SimHost host(test::Unstarted());
-        host.State().interface_.language = language;
+        host.State().screen.language = language;
         host.Initialize();
-        for (sim::MenuRow& row : host.State().interface_.MenuRows())
+        for (sim::MenuRow& row : host.State().screen.MenuRows())
             if (row.menu == "Menu") rows[language].push_back(std::move(row));
     }
     const auto isAscii = [](const std::wstring& text) {
@@ -190,7 +190,7 @@ TEST(StartUp, GoesOnAfterAFailedRow) {
         EXPECT_EQ(host.Initialize(), 0);
         EXPECT_EQ(host.State().report.FaultsHit(), 1);
         for (std::size_t i = 1; i < ExpectedCommands().size(); ++i)
-            EXPECT_NE(host.State().interface_.FindCommand(ExpectedCommands()[i].name), nullptr);
+            EXPECT_NE(host.State().screen.FindCommand(ExpectedCommands()[i].name), nullptr);
         EXPECT_EQ(sim::DesktopTimers().size(), 1u);
     }
 }
@@ -256,7 +256,7 @@ TEST(RightClickMenu, IsInstalledForTheSettingZeroAlone) {
             fs::remove(test::SettingsFile(L"KvConfig.ini"));
         SimHost host;
         RightClick(host);
-        EXPECT_EQ(host.State().interface_.FindMenu("ActionMenu")->buttons.size(), installs ? 5u : 0u);
+        EXPECT_EQ(host.State().screen.FindMenu("ActionMenu")->buttons.size(), installs ? 5u : 0u);
         EXPECT_EQ(RightClick(host).size(), installs ? 6u : 0u);
     }
 }
@@ -279,7 +279,7 @@ TEST(RightClickMenu, ReadsItsSettingBesideTheTextTree) {
 TEST(RightClickMenu, FirstPopupAddsFiveCommandsToTheActionMenu) {
     test::ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
     SimHost host;
-    EXPECT_TRUE(host.State().interface_.FindMenu("ActionMenu")->buttons.empty());
+    EXPECT_TRUE(host.State().screen.FindMenu("ActionMenu")->buttons.empty());
     EXPECT_TRUE(RightClick(host, "Some Other Menu").empty());
 
     const std::vector<std::pair<std::string, std::wstring>> expected = {
@@ -287,13 +287,13 @@ TEST(RightClickMenu, FirstPopupAddsFiveCommandsToTheActionMenu) {
         {"KvShowAllComp", L"全部显示"},     {"KvMdlNameCopy", L"复制模型名称(kv)"},
         {"KvMdlRename", L"快速重命名(kv)"},
     };
-    const std::vector<sim::MenuButton>& buttons = host.State().interface_.FindMenu("ActionMenu")->buttons;
+    const std::vector<sim::MenuButton>& buttons = host.State().screen.FindMenu("ActionMenu")->buttons;
     ASSERT_EQ(buttons.size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(buttons[i].name, sim::Utf8(expected[i].second));
         EXPECT_EQ(buttons[i].labelKey, expected[i].first);
         EXPECT_EQ(buttons[i].helpKey, expected[i].first + "_Help");
-        EXPECT_EQ(buttons[i].command, host.State().interface_.FindCommand(expected[i].first));
+        EXPECT_EQ(buttons[i].command, host.State().screen.FindCommand(expected[i].first));
     }
 }
 
@@ -314,10 +314,10 @@ TEST(RightClickMenu, LaterSelectionPopupsShowSixEntriesEachTime) {
             EXPECT_EQ(entries[i].name, expected[i].first);
             EXPECT_EQ(entries[i].label, expected[i].second);
             EXPECT_EQ(entries[i].help, sim::Wide(expected[i].first + "_Help"));
-            EXPECT_EQ(entries[i].command, host.State().interface_.FindCommand(expected[i].first));
+            EXPECT_EQ(entries[i].command, host.State().screen.FindCommand(expected[i].first));
         }
         EXPECT_EQ(entries[5].name, "KvOpenDrw");
-        sim::Interface& ui = host.State().interface_;
+        sim::Interface& ui = host.State().screen;
         EXPECT_EQ(entries[5].label, ui.FindMessage(L"kvMenu.txt", "KvOpenDrw")->Shown());
         EXPECT_EQ(entries[5].help, ui.FindMessage(L"kvMenu.txt", "KvOpenDrw_Help")->Shown());
         ASSERT_NE(entries[5].command, nullptr);
@@ -503,7 +503,7 @@ TEST(AboutKv, ShowsTheTermsOnceTheUserAgrees) {
         EXPECT_EQ(Messages(host), Texts{});
         dialog.Press("OK");
         EXPECT_FALSE(dialog.IsOpen());
-        EXPECT_EQ(host.State().interface_.FindDialog("AboutKv")->exitStatus, 1);
+        EXPECT_EQ(host.State().screen.FindDialog("AboutKv")->exitStatus, 1);
     });
     EXPECT_EQ(host.Run("AboutKv"), PRO_TK_NO_ERROR);
     EXPECT_EQ(Messages(host),

@@ -131,7 +131,7 @@ TEST(MessageFile, IsLookedUpInTheLanguageFirst) {
     tree.Write("chinese_cn/both.txt", "Key\nEnglish\n中文\n\n");
     tree.Write("neutral.txt", "Other\nEnglish\n\n\n");
     tree.Write("again.txt", "Key\nA second owner\n\n\n");
-    Interface& screen = tree.session.interface_;
+    Interface& screen = tree.session.screen;
     EXPECT_EQ(Utf8(screen.FindMessage(L"both.txt", "Key")->Shown()), "中文");
     EXPECT_EQ(Utf8(screen.FindMessage(L"neutral.txt", "Other")->Shown()), "English");
     EXPECT_EQ(screen.FindMessage(L"both.txt", "key"), nullptr) << "keys compare exactly";
@@ -153,7 +153,7 @@ TEST(TextTreeCheck, NamesEveryFault) {
     tree.Write("extra.txt", "A\nA\n\n\n");
     tree.Write("resource/D.res",
                "(Dialog E (Components (Label L)) (Resources (.Layout (Grid (Rows 0) (Cols 0) L))))");
-    Command& command = *tree.session.interface_.AddCommand("Run");
+    Command& command = *tree.session.screen.AddCommand("Run");
     command.designated = true;
     command.labelKey = "A";
     command.helpKey = "Run_Help";

@@ -59,7 +59,7 @@ protected:
         session.report.ClearViolations();
         return count;
     }
-    Table& List() { return session.interface_.FindDialog("D")->Find("List")->table; }
+    Table& List() { return session.screen.FindDialog("D")->Find("List")->table; }
     Names RowNames() {
         Names names;
         for (const Table::Line& row : List().Rows()) names.push_back(row.name);
@@ -116,7 +116,7 @@ TEST_F(ToolkitTable, KeepsCellsWithTheirNamesWhenTheUserSortsAndFilters) {
     for (int row = 1; row <= 3; ++row)
         ProUITableCellLabelSet(C("D"), C("List"), C(std::to_string(row).c_str()), C("num"),
                                W(texts[row - 1]));
-    Dialog& dialog = *session.interface_.FindDialog("D");
+    Dialog& dialog = *session.screen.FindDialog("D");
     dialog.active = true;
     ASSERT_TRUE(List().SortRows("num", false));
     EXPECT_EQ(RowNames(), (Names{"2", "1", "3"}));
@@ -158,11 +158,11 @@ TEST_F(ToolkitTable, DrawsOnlyImagesThatTheAreaHas) {
         return ProUIDrawingareaImageDraw(C("D"), C("Area"), C(image), &corner);
     };
     EXPECT_EQ(draw("mark.gif"), PRO_TK_GENERAL_ERROR) << "not shown yet";
-    session.interface_.FindDialog("D")->active = true;
+    session.screen.FindDialog("D")->active = true;
     EXPECT_EQ(draw("mark.gif"), PRO_TK_NO_ERROR);
     for (const char* image : {"lost.gif", "mark.png", "other.gif"})
         EXPECT_EQ(draw(image), PRO_TK_GENERAL_ERROR);
-    session.interface_.FindDialog("D")->active = false;
+    session.screen.FindDialog("D")->active = false;
     EXPECT_EQ(TakeViolations(), 4u);
 }
 

@@ -117,7 +117,7 @@ protected:
         return id;
     }
     static int RunAction(uiCmdCmdId, uiCmdValue*, void*) {
-        Host().interface_.loadedMacros = {L"first", L"last"};
+        Host().screen.loadedMacros = {L"first", L"last"};
         return PRO_TK_E_BUSY;
     }
 
@@ -223,7 +223,7 @@ TEST_F(ToolkitUi, UnknownChoicesAreRefusedWithoutAViolation) {
     }
     EXPECT_EQ(ProUIOptionmenuValueSet(C("D"), C("Type"), W(L"text")), PRO_TK_GENERAL_ERROR);
     EXPECT_EQ(ProUIOptionmenuValueSet(C("D"), C("Free"), W(L"text")), PRO_TK_NO_ERROR);
-    const Dialog& dialog = *session.interface_.FindDialog("D");
+    const Dialog& dialog = *session.screen.FindDialog("D");
     EXPECT_EQ(SelectedName(*dialog.Find("Kind")), "all");
     EXPECT_EQ(dialog.Find("Type")->value, L"integer");
     EXPECT_EQ(dialog.Find("Free")->value, L"text");
@@ -337,15 +337,15 @@ TEST_F(ToolkitUi, CommandsRunWhenTheyAreAvailable) {
     EXPECT_EQ(ProCmdCmdIdFind(C("Walk"), &again), PRO_TK_E_NOT_FOUND);
 
     access = ACCESS_AVAILABLE;
-    EXPECT_EQ(session.interface_.RunCommand("Run"), PRO_TK_E_BUSY) << "the action's own answer";
+    EXPECT_EQ(session.screen.RunCommand("Run"), PRO_TK_E_BUSY) << "the action's own answer";
     EXPECT_EQ(session.user.macros, (std::vector<std::wstring>{L"last", L"first"}));
     access = ACCESS_UNAVAILABLE;
-    EXPECT_EQ(session.interface_.RunCommand("Run"), PRO_TK_CANT_ACCESS);
-    session.interface_.FindCommand("Run")->access =
+    EXPECT_EQ(session.screen.RunCommand("Run"), PRO_TK_CANT_ACCESS);
+    session.screen.FindCommand("Run")->access =
         reinterpret_cast<uiCmdAccessFn>(reinterpret_cast<void (*)()>(OddAccess));
-    EXPECT_EQ(session.interface_.RunCommand("Run"), PRO_TK_CANT_ACCESS);
-    EXPECT_EQ(session.interface_.RunCommand("Walk"), PRO_TK_E_NOT_FOUND);
-    Play([this](SimDialog&) { EXPECT_EQ(session.interface_.RunCommand("Run"), PRO_TK_E_BUSY); });
+    EXPECT_EQ(session.screen.RunCommand("Run"), PRO_TK_CANT_ACCESS);
+    EXPECT_EQ(session.screen.RunCommand("Walk"), PRO_TK_E_NOT_FOUND);
+    Play([this](SimDialog&) { EXPECT_EQ(session.screen.RunCommand("Run"), PRO_TK_E_BUSY); });
     EXPECT_EQ(session.user.macros.size(), 2U) << "run once";
     EXPECT_EQ(TakeProblems(), (Lines{"the command \"Run\" is not available",
                                      "the command \"Run\" is not available", "there is no command \"Walk\"",
@@ -416,13 +416,13 @@ TEST_F(ToolkitUi, RegistrationIsCheckedAgainstTheTextTree) {
         found.push_back(violation.substr(violation.find(": ") + 2));
     EXPECT_EQ(found, expected);
 
-    const std::vector<MenuRow> rows = session.interface_.MenuRows();
+    const std::vector<MenuRow> rows = session.screen.MenuRows();
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(rows[0].menu + "/" + rows[0].button + "/" + rows[0].command, "Menu/Run/Run");
     EXPECT_EQ(Utf8(rows[0].label) + Utf8(rows[0].help), "运行运行一次。");
     EXPECT_EQ(rows[1].button, "独立显示");
 
-    session.interface_.strict.nonAsciiButtonNameRefused = true;
+    session.screen.strict.nonAsciiButtonNameRefused = true;
     EXPECT_EQ(button("ActionMenu", "全部显示", "Run", id), PRO_TK_GENERAL_ERROR);
     EXPECT_EQ(TakeViolations().size(), 1U);
 }
@@ -457,7 +457,7 @@ ProError FirstHandler(const char*) {
 
 TEST_F(ToolkitUi, PopupMenuAsksTheHandlerAndEveryButton) {
     AddRun(Access);
-    Interface& screen = session.interface_;
+    Interface& screen = session.screen;
     const auto handler = reinterpret_cast<ProFunction>(reinterpret_cast<void (*)()>(FirstHandler));
     ASSERT_EQ(ProNotificationSet(PRO_POPUPMENU_CREATE_POST, handler), PRO_TK_NO_ERROR);
     EXPECT_TRUE(screen.OpenPopup("Sel Obj Menu").buttons.empty()) << "the first handler only sets the second";
@@ -527,7 +527,7 @@ TEST_F(ToolkitUi, MessagesAreTranslatedAndFormatted) {
     EXPECT_EQ(ProMessageDisplay(File(), C("Now")), PRO_TK_MSG_NOT_FOUND);
     EXPECT_EQ(ProMessageDisplay(W(L"none.txt"), C("Now")), PRO_TK_E_NOT_FOUND);
     EXPECT_EQ(TakeViolations().size(), 4U);
-    session.interface_.strict.upperCaseMessageFileRefused = true;
+    session.screen.strict.upperCaseMessageFileRefused = true;
     EXPECT_EQ(ProMessageDisplay(W(L"KvMenu.txt"), C("Run")), PRO_TK_E_NOT_FOUND);
     EXPECT_EQ(TakeViolations().size(), 1U);
 }
@@ -552,7 +552,7 @@ TEST_F(ToolkitUi, PromptIsReadAfterItWasShown) {
         std::wcscpy(buffer, L"kept");
         session.user.prompts.push_back(one.answer);
         ASSERT_EQ(ProMessageDisplay(File(), C("New name"), offered), PRO_TK_NO_ERROR);
-        EXPECT_EQ(session.interface_.prompt->defaultText, L"BOLT");
+        EXPECT_EQ(session.screen.prompt->defaultText, L"BOLT");
         EXPECT_EQ(ProMessageStringRead(5, buffer), one.status);
         EXPECT_EQ(std::wstring(buffer), one.read);
     }

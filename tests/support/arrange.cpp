@@ -55,7 +55,7 @@ void StartWithRightClick(SimHost& host) {
 }
 
 std::vector<PopupButton> RightClick(SimHost& host, std::string_view menu) {
-    std::vector<PopupButton> entries = host.State().interface_.OpenPopup(menu).buttons;
+    std::vector<PopupButton> entries = host.State().screen.OpenPopup(menu).buttons;
     EXPECT_EQ(host.State().report.OpenItems(), std::vector<std::string>());
     return entries;
 }
