@@ -9,8 +9,8 @@
 #include "simulator/cad/generate.h"
 #include "simulator/cli/print.h"
 #include "simulator/host/sim_host.h"
+#include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
-#include "simulator/ui/picture.h"
 #include "simulator/ui/text_tree_check.h"
 #include "simulator/ui/user_script.h"
 

@@ -1,8 +1,8 @@
 #include <ProUICmd.h>
 
+#include "simulator/layout/icon_file.h"
 #include "simulator/report/utf8.h"
 #include "simulator/toolkit/support/ui_call.h"
-#include "simulator/ui/icon_file.h"
 
 using namespace sim;
 

@@ -19,9 +19,9 @@
 #include <ProUI.h>
 #include <ProUICmd.h>
 
-#include "simulator/ui/dialog.h"
-#include "simulator/ui/icon_file.h"
-#include "simulator/ui/message_file.h"
+#include "simulator/layout/dialog.h"
+#include "simulator/layout/icon_file.h"
+#include "simulator/layout/message_file.h"
 
 namespace sim {
 

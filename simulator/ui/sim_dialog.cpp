@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/session.h"
-#include "simulator/ui/picture.h"
 
 namespace sim {
 

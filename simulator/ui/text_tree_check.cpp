@@ -6,9 +6,9 @@
 #include <set>
 #include <system_error>
 
+#include "simulator/layout/icon_file.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/session.h"
-#include "simulator/ui/icon_file.h"
 
 namespace sim {
 

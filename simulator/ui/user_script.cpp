@@ -9,10 +9,10 @@
 
 #include <windows.h>
 
+#include "simulator/layout/text_file.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/session.h"
 #include "simulator/ui/sim_dialog.h"
-#include "simulator/ui/text_file.h"
 
 namespace sim {
 

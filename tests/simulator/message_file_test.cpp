@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include "simulator/layout/message_file.h"
 #include "simulator/report/utf8.h"
 #include "simulator/session/session.h"
-#include "simulator/ui/message_file.h"
 #include "simulator/ui/text_tree_check.h"
 #include "support/temp_directory.h"
 

@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include "simulator/layout/dialog.h"
+#include "simulator/layout/picture.h"
+#include "simulator/layout/res_file.h"
 #include "simulator/report/utf8.h"
-#include "simulator/ui/dialog.h"
-#include "simulator/ui/picture.h"
-#include "simulator/ui/res_file.h"
 
 namespace {
 

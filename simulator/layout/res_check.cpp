@@ -1,4 +1,4 @@
-#include "simulator/ui/res_check.h"
+#include "simulator/layout/res_check.h"
 
 #include <algorithm>
 #include <map>

@@ -1,9 +1,9 @@
-#include "simulator/ui/icon_file.h"
+#include "simulator/layout/icon_file.h"
 
 #include <windows.h>
 
+#include "simulator/layout/text_file.h"
 #include "simulator/report/utf8.h"
-#include "simulator/ui/text_file.h"
 
 namespace sim {
 

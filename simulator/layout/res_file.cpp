@@ -1,4 +1,4 @@
-#include "simulator/ui/res_file.h"
+#include "simulator/layout/res_file.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,9 +6,9 @@
 #include <set>
 #include <utility>
 
+#include "simulator/layout/res_check.h"
+#include "simulator/layout/text_file.h"
 #include "simulator/report/utf8.h"
-#include "simulator/ui/res_check.h"
-#include "simulator/ui/text_file.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "simulator/ui/picture.h"
+#include "simulator/layout/picture.h"
 
 #include <algorithm>
 

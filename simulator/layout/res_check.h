@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/ui/res_file.h"
+#include "simulator/layout/res_file.h"
 
 namespace sim {
 

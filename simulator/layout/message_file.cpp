@@ -1,4 +1,4 @@
-#include "simulator/ui/message_file.h"
+#include "simulator/layout/message_file.h"
 
 #include <algorithm>
 #include <cwchar>
@@ -6,8 +6,8 @@
 #include <optional>
 #include <utility>
 
+#include "simulator/layout/text_file.h"
 #include "simulator/report/utf8.h"
-#include "simulator/ui/text_file.h"
 
 namespace sim {
 

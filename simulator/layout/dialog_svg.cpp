@@ -5,8 +5,8 @@
 #include <numeric>
 #include <vector>
 
+#include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
-#include "simulator/ui/picture.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "simulator/ui/text_file.h"
+#include "simulator/layout/text_file.h"
 
 #include <algorithm>
 #include <fstream>

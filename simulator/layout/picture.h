@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "simulator/ui/dialog.h"
+#include "simulator/layout/dialog.h"
 
 namespace sim {
 

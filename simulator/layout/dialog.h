@@ -14,7 +14,7 @@
 
 #include <ProUI.h>
 
-#include "simulator/ui/res_file.h"
+#include "simulator/layout/res_file.h"
 
 namespace sim {
 

@@ -1,4 +1,4 @@
-#include "simulator/ui/dialog.h"
+#include "simulator/layout/dialog.h"
 
 #include <algorithm>
 #include <set>
