@@ -10,8 +10,8 @@ namespace {
 Session* current = nullptr;
 }
 
-Session::Session(std::filesystem::path workingDirectory, std::filesystem::path textFolder)
-    : models(std::move(workingDirectory)), textDirectory(std::move(textFolder)) {
+Session::Session(std::filesystem::path workingDirectory, std::filesystem::path textDirectory)
+    : models(std::move(workingDirectory)), texts(std::move(textDirectory), report) {
     if (current != nullptr) {
         std::fputs("hostsim: a second session in one process\n", stderr);
         std::abort();

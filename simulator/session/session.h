@@ -12,6 +12,7 @@
 #include "simulator/cad/model_store.h"
 #include "simulator/export/disk.h"
 #include "simulator/export/export_options.h"
+#include "simulator/layout/text_tree.h"
 #include "simulator/memory/host_memory.h"
 #include "simulator/report/report.h"
 #include "simulator/spreadsheet/spreadsheet.h"
@@ -38,7 +39,8 @@ struct Strictness {
 
 class Session {
 public:
-    explicit Session(std::filesystem::path workingDirectory, std::filesystem::path textDirectory);
+    // `textDirectory`: the registered one, the folder that holds `text`.
+    Session(std::filesystem::path workingDirectory, std::filesystem::path textDirectory);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -47,6 +49,7 @@ public:
     ModelStore models;
     Desk desk{models};
     HostMemory memory{report};
+    TextTree texts;
     Interface screen;
     User user;
     Spreadsheet spreadsheet;
@@ -54,8 +57,6 @@ public:
     ExportOptions exportOptions;
     Disk disk;
 
-    // The registered text directory: the folder that holds `text`.
-    std::filesystem::path textDirectory;
     // Values by upper-cased option name; several for a multi-valued option.
     std::map<std::wstring, std::vector<std::wstring>> configOptions;
 };

@@ -50,7 +50,7 @@ ProError Compose(Session& host, const wchar_t* file, const char* key, va_list& a
                  FormattedMessage& message) {
     const ProError status = CheckKey(host, file, key, PRO_TK_E_NOT_FOUND);
     if (status != PRO_TK_NO_ERROR) return status;
-    const MessageText& text = *host.screen.FindMessage(file, key);
+    const MessageText& text = *host.texts.FindMessage(file, key);
     std::map<int, MessageValue> values;
     const bool composed =
         ReadArguments(text, arguments, values) && ComposeMessage(text.Shown(), values, message);

@@ -18,7 +18,7 @@ bool IsKnownPriority(uiCmdPriority priority) {
 
 // What is wrong with the icon in one of its sizes; empty: nothing.
 std::string FoundIconFault(Session& host, const std::string& icon, unsigned side) {
-    const IconFolder* folder = host.screen.FindIcon(icon);
+    const IconFolder* folder = host.texts.FindIcon(icon);
     if (folder == nullptr) return "there is no icon file \"" + icon + "\"";
     const std::string fault = folder->Fault(icon, side);
     return fault.empty() ? "" : "the icon file \"" + icon + "\" " + fault;

@@ -44,7 +44,7 @@ ProError ProUIDrawingareaImageDraw(char* dialog, char* component, char* image, P
         if (std::ranges::find(images, image) == images.end())
             return Refuse(host, PRO_TK_GENERAL_ERROR,
                           Named(image) + " is no image of the area " + Named(component));
-        if (!IsImage(image) || host.screen.FindIcon(image) == nullptr)
+        if (!IsImage(image) || host.texts.FindIcon(image) == nullptr)
             return Refuse(host, PRO_TK_GENERAL_ERROR, "there is no image file " + Named(image));
         area->drawn.emplace_back(image);
         return PRO_TK_NO_ERROR;

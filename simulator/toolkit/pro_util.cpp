@@ -337,7 +337,7 @@ ProError ProToolkitApplTextPathGet(ProPath text_path) {
     static const CallSite kSite("ProToolkitApplTextPathGet", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {Output(text_path)}, [&](Session& host) -> ProError {
         if (text_path == nullptr) return PRO_TK_BAD_INPUTS;
-        return FillPath(host.textDirectory, false, text_path) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
+        return FillPath(host.texts.Directory(), false, text_path) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
     });
 }
 

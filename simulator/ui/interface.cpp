@@ -55,11 +55,6 @@ bool IsExactName(const fs::path& file) {
     return false;
 }
 
-bool IsFile(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(path, error);
-}
-
 }  // namespace
 
 Interface::Interface() {
@@ -72,64 +67,6 @@ Interface::Interface() {
 
 Interface::~Interface() = default;
 
-// ---- Text tree
-
-fs::path Interface::FindTextFile(const fs::path& relative) const {
-    const fs::path text = Host().textDirectory / "text";
-    for (const fs::path& file : {text / Wide(language) / relative, text / relative})
-        if (IsFile(file)) return file;
-    return {};
-}
-
-const IconFolder* Interface::FindIcon(std::string_view file) const {
-    const fs::path text = Host().textDirectory / "text";
-    if (iconFolders_.empty()) {
-        iconFolders_.emplace_back(text / "resource");
-        iconFolders_.emplace_back(text / Wide(language) / "resource");
-    }
-    for (const IconFolder& folder : iconFolders_)
-        if (folder.Has(file)) return &folder;
-    return nullptr;
-}
-
-const MessageFile* Interface::Messages(std::wstring_view file) {
-    const std::wstring name(file);
-    if (const auto known = messageFiles_.find(name); known != messageFiles_.end()) return known->second.get();
-    return LoadMessages(name);
-}
-
-const MessageFile* Interface::LoadMessages(const std::wstring& file) {
-    Report& report = Host().report;
-    std::unique_ptr<MessageFile>& messages = messageFiles_[file];
-    if (const std::string fault = MessageFileNameFault(file, !strict.upperCaseMessageFileRefused);
-        !fault.empty()) {
-        report.Violation("the message file name \"" + Utf8(file) + "\" is " + fault);
-        return nullptr;
-    }
-    const fs::path path = FindTextFile(file);
-    if (path.empty()) {
-        report.Violation("there is no message file \"" + Utf8(file) + "\"");
-        return nullptr;
-    }
-    std::vector<std::string> errors;
-    messages = std::make_unique<MessageFile>(ReadMessageFile(path, errors));
-    for (const std::string& error : errors) report.Violation(error);
-    for (const auto& [key, text] : messages->texts) {
-        const auto [owner, isNew] = keyOwners_.try_emplace(key, file);
-        if (!isNew && owner->second != file)
-            report.Violation("the message key \"" + key + "\" is in " + Utf8(owner->second) + " and in " +
-                             Utf8(file));
-    }
-    return messages.get();
-}
-
-const MessageText* Interface::FindMessage(std::wstring_view file, std::string_view key) {
-    const MessageFile* messages = Messages(file);
-    if (messages == nullptr) return nullptr;
-    const auto text = messages->texts.find(key);
-    return text == messages->texts.end() ? nullptr : &text->second;
-}
-
 // ---- Dialogs
 
 Dialog* Interface::LoadDialog(std::string_view sessionName, std::string_view resource, std::string& fault) {
@@ -139,7 +76,7 @@ Dialog* Interface::LoadDialog(std::string_view sessionName, std::string_view res
     }
     ResFile layout;
     if (!resource.empty()) {
-        const fs::path file = FindTextFile(fs::path("resource") / (Wide(resource) + L".res"));
+        const fs::path file = Host().texts.FindFile(fs::path("resource") / (Wide(resource) + L".res"));
         if (file.empty() || !IsExactName(file)) {
             fault = "there is no layout \"" + std::string(resource) + ".res\"";
             return nullptr;
@@ -321,11 +258,12 @@ Menu* Interface::AddMenu(std::string_view name, std::string_view neighbour, bool
 }
 
 std::vector<MenuRow> Interface::MenuRows() {
+    TextTree& texts = Host().texts;
     std::vector<MenuRow> rows;
     for (const Menu& menu : menus_) {
         for (const MenuButton& button : menu.buttons) {
-            const MessageText* label = FindMessage(button.messageFile, button.labelKey);
-            const MessageText* help = FindMessage(button.messageFile, button.helpKey);
+            const MessageText* label = texts.FindMessage(button.messageFile, button.labelKey);
+            const MessageText* help = texts.FindMessage(button.messageFile, button.helpKey);
             rows.push_back({menu.name, button.name, button.command->name,
                             label == nullptr ? Wide(button.labelKey) : label->Shown(),
                             help == nullptr ? Wide(button.helpKey) : help->Shown(),

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <deque>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -20,8 +19,6 @@
 #include <ProUICmd.h>
 
 #include "simulator/layout/dialog.h"
-#include "simulator/layout/icon_file.h"
-#include "simulator/layout/message_file.h"
 
 namespace sim {
 
@@ -87,9 +84,8 @@ struct Prompt {
 
 // Uses that the documents do not cover or refuse and that are accepted unless refused here.
 struct InterfaceStrictness {
-    bool upperCaseMessageFileRefused = false;  // message file names with capitals
-    bool nonAsciiButtonNameRefused = false;    // push buttons named in another script
-    bool unsetCellRefused = false;             // reading a table cell whose label was never set
+    bool nonAsciiButtonNameRefused = false;  // push buttons named in another script
+    bool unsetCellRefused = false;           // reading a table cell whose label was never set
 };
 
 class Interface {
@@ -100,18 +96,6 @@ public:
     Interface& operator=(const Interface&) = delete;
 
     InterfaceStrictness strict;
-
-    // ---- Text tree
-    std::string language = "chinese_cn";
-    // text/<language>/<relative>, else text/<relative>; empty: neither is there.
-    std::filesystem::path FindTextFile(const std::filesystem::path& relative) const;
-    // The folder that has the icon, text/resource or text/<language>/resource; null: neither.
-    const IconFolder* FindIcon(std::string_view file) const;
-    // The message file of that name in the session's language, parsed once a session. Null: no such file.
-    // What the parser finds wrong is a violation, once.
-    const MessageFile* Messages(std::wstring_view file);
-    // Text of a key, null: no such file or key.
-    const MessageText* FindMessage(std::wstring_view file, std::string_view key);
 
     // ---- Dialogs
     // Null, and the reason in `fault`: name taken, no such layout, layout with errors. Without a resource the
@@ -174,7 +158,6 @@ private:
     uiCmdAccessState AskCommand(const Command& command);
     ProError StartCommand(Command& command);
     void AskPopupButtons(PopupMenu& popup);
-    const MessageFile* LoadMessages(const std::wstring& file);
 
     std::map<std::string, std::unique_ptr<Dialog>, std::less<>> dialogs_;
     std::vector<Dialog*> active_;
@@ -188,10 +171,6 @@ private:
     std::deque<Menu> menus_;
     std::optional<PopupMenu> popup_;
     int nextPopupId_ = 1;
-
-    mutable std::vector<IconFolder> iconFolders_;  // listed when the first icon is looked for
-    std::map<std::wstring, std::unique_ptr<MessageFile>> messageFiles_;  // null: there is no such file
-    std::map<std::string, std::wstring> keyOwners_;                      // which file brought a key
 };
 
 }  // namespace sim

@@ -39,8 +39,9 @@ class TreeCheck {
 public:
     explicit TreeCheck(Session& session)
         : screen_(session.screen),
-          text_(session.textDirectory / "text"),
-          own_(text_ / Wide(screen_.language)) {}
+          texts_(session.texts),
+          text_(texts_.NeutralFolder()),
+          own_(texts_.LanguageFolder()) {}
 
     std::vector<std::string> Run() {
         CheckLayouts();
@@ -68,7 +69,7 @@ private:
         Files files;
         for (const fs::path& file : FilesIn(folder, L".txt")) {
             const std::wstring name = file.filename().wstring();
-            const std::string fault = MessageFileNameFault(name, !screen_.strict.upperCaseMessageFileRefused);
+            const std::string fault = MessageFileNameFault(name, !texts_.upperCaseMessageFileRefused);
             if (!fault.empty()) Add(Name(file) + ": the name is " + fault);
             files[name] = ReadMessageFile(file, problems_);
         }
@@ -174,12 +175,13 @@ private:
     }
 
     void CheckIconFile(const Command& command, const std::string& name, unsigned side) {
-        const IconFolder* folder = screen_.FindIcon(name);
+        const IconFolder* folder = texts_.FindIcon(name);
         const std::string fault = folder == nullptr ? "is missing" : folder->Fault(name, side);
         if (!fault.empty()) Add("command " + command.name + ": the icon file " + name + " " + fault);
     }
 
     const Interface& screen_;
+    const TextTree& texts_;
     fs::path text_;
     fs::path own_;
     Files neutral_;

@@ -112,8 +112,8 @@ TEST(MessageFile, HasANameThatTheHostTakes) {
 }
 
 // A text tree in a folder of its own, and the session that reads it.
-struct TextTree {
-    TextTree() {
+struct WrittenTree {
+    WrittenTree() {
         std::filesystem::create_directories(folder / "text/chinese_cn/resource");
         std::filesystem::create_directories(folder / "text/resource");
     }
@@ -126,20 +126,20 @@ struct TextTree {
 };
 
 TEST(MessageFile, IsLookedUpInTheLanguageFirst) {
-    TextTree tree;
+    WrittenTree tree;
     tree.Write("both.txt", "Key\nEnglish\nEnglish\n\n");
     tree.Write("chinese_cn/both.txt", "Key\nEnglish\n中文\n\n");
     tree.Write("neutral.txt", "Other\nEnglish\n\n\n");
     tree.Write("again.txt", "Key\nA second owner\n\n\n");
-    Interface& screen = tree.session.screen;
-    EXPECT_EQ(Utf8(screen.FindMessage(L"both.txt", "Key")->Shown()), "中文");
-    EXPECT_EQ(Utf8(screen.FindMessage(L"neutral.txt", "Other")->Shown()), "English");
-    EXPECT_EQ(screen.FindMessage(L"both.txt", "key"), nullptr) << "keys compare exactly";
+    TextTree& texts = tree.session.texts;
+    EXPECT_EQ(Utf8(texts.FindMessage(L"both.txt", "Key")->Shown()), "中文");
+    EXPECT_EQ(Utf8(texts.FindMessage(L"neutral.txt", "Other")->Shown()), "English");
+    EXPECT_EQ(texts.FindMessage(L"both.txt", "key"), nullptr) << "keys compare exactly";
     EXPECT_EQ(tree.session.report.Violations(), Lines{});
 
-    EXPECT_NE(screen.Messages(L"again.txt"), nullptr);
-    EXPECT_EQ(screen.Messages(L"none.txt"), nullptr);
-    EXPECT_EQ(screen.Messages(L"none.txt"), nullptr);
+    EXPECT_NE(texts.Messages(L"again.txt"), nullptr);
+    EXPECT_EQ(texts.Messages(L"none.txt"), nullptr);
+    EXPECT_EQ(texts.Messages(L"none.txt"), nullptr);
     EXPECT_EQ(tree.session.report.Violations(),
               (Lines{"the message key \"Key\" is in both.txt and in again.txt",
                      "there is no message file \"none.txt\""}))
@@ -147,7 +147,7 @@ TEST(MessageFile, IsLookedUpInTheLanguageFirst) {
 }
 
 TEST(TextTreeCheck, NamesEveryFault) {
-    TextTree tree;
+    WrittenTree tree;
     tree.Write("menu.txt", "Menu\nMenu\n\n\nA\nA\n\n\nB %0d\nB %0d\n\n\n");
     tree.Write("chinese_cn/menu.txt", "Menu\nMenu\n菜单\n\n%CIA\nA\n甲\n\nB %0d\nB %0w\n乙 %0w\n\n");
     tree.Write("extra.txt", "A\nA\n\n\n");

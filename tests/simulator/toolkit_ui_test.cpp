@@ -527,7 +527,7 @@ TEST_F(ToolkitUi, MessagesAreTranslatedAndFormatted) {
     EXPECT_EQ(ProMessageDisplay(File(), C("Now")), PRO_TK_MSG_NOT_FOUND);
     EXPECT_EQ(ProMessageDisplay(W(L"none.txt"), C("Now")), PRO_TK_E_NOT_FOUND);
     EXPECT_EQ(TakeViolations().size(), 4U);
-    session.screen.strict.upperCaseMessageFileRefused = true;
+    session.texts.upperCaseMessageFileRefused = true;
     EXPECT_EQ(ProMessageDisplay(W(L"KvMenu.txt"), C("Run")), PRO_TK_E_NOT_FOUND);
     EXPECT_EQ(TakeViolations().size(), 1U);
 }

@@ -72,8 +72,8 @@ ProError CheckKey(Session& host, const wchar_t* file, const char* key, ProError 
     if (file == nullptr) return Refuse(host, fileMissing, "the message file is null");
     if (const std::string fault = NameFault(key, PRO_LINE_SIZE); !fault.empty())
         return Refuse(host, PRO_TK_MSG_NOT_FOUND, "the message key " + Named(key) + " " + fault);
-    if (host.screen.Messages(file) == nullptr) return fileMissing;
-    if (host.screen.FindMessage(file, key) != nullptr) return PRO_TK_NO_ERROR;
+    if (host.texts.Messages(file) == nullptr) return fileMissing;
+    if (host.texts.FindMessage(file, key) != nullptr) return PRO_TK_NO_ERROR;
     return Refuse(host, PRO_TK_MSG_NOT_FOUND,
                   "the message file \"" + Utf8(file) + "\" has no key " + Named(key));
 }
