@@ -118,7 +118,8 @@ int RunCommand(const Places& places, const RunOptions& options) {
     if (session.screen.FindCommand(options.command) == nullptr)
         throw BadInput("unknown command \"" + options.command + "\"; `hostsim commands` lists them");
     if (!options.script.empty()) {
-        const std::vector<std::string> errors = LoadUserScript(fs::path(Wide(options.script)), session);
+        const std::vector<std::string> errors =
+            LoadUserScript(fs::path(Wide(options.script)), session.user, session.models);
         for (const std::string& error : errors) std::fprintf(stderr, "%s\n", error.c_str());
         if (!errors.empty()) throw BadInput("the user script cannot be played");
     }
@@ -175,7 +176,7 @@ int ShowDialog(const Places& places, const std::string& dialog, const std::strin
     std::string fault;
     Dialog* shown = session.screen.LoadDialog(dialog, dialog, fault);
     if (shown == nullptr) throw BadInput("cannot show the dialog " + dialog + ": " + fault);
-    std::printf("%s", SimDialog(session, *shown).Picture().c_str());
+    std::printf("%s", SimDialog(session.screen, session.user, *shown).Picture().c_str());
     if (!svgFile.empty()) std::ofstream(fs::path(Wide(svgFile)), std::ios::binary) << DialogSvg(*shown);
     session.screen.DestroyDialog(dialog);
     return ReportProblems(host.TakeProblems());
@@ -183,7 +184,7 @@ int ShowDialog(const Places& places, const std::string& dialog, const std::strin
 
 int Check(const Places& places) {
     SimHost host(SetupFor(places));
-    std::vector<std::string> problems = CheckTextTree(host.State());
+    std::vector<std::string> problems = CheckTextTree(host.State().screen, host.State().texts);
     const std::size_t commands = host.State().screen.Commands().size();
     for (std::string& problem : host.TakeProblems()) problems.push_back(std::move(problem));
     std::printf("%zu commands, %zu problems\n", commands, problems.size());

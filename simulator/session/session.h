@@ -50,8 +50,8 @@ public:
     Desk desk{models};
     HostMemory memory{report};
     TextTree texts;
-    Interface screen;
     User user;
+    Interface screen{{report, memory, desk, texts, user}};
     Spreadsheet spreadsheet;
     Strictness strict;
     ExportOptions exportOptions;

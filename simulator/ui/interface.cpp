@@ -8,7 +8,6 @@
 
 #include "simulator/report/call_plugin.h"
 #include "simulator/report/utf8.h"
-#include "simulator/session/session.h"
 #include "simulator/ui/sim_dialog.h"
 
 namespace sim {
@@ -57,7 +56,12 @@ bool IsExactName(const fs::path& file) {
 
 }  // namespace
 
-Interface::Interface() {
+Interface::Interface(const InterfaceParts& parts)
+    : report_(parts.report),
+      memory_(parts.memory),
+      desk_(parts.desk),
+      texts_(parts.texts),
+      user_(parts.user) {
     for (const char* name : {"Help", "ActionMenu"}) {
         menus_.push_back({});
         menus_.back().name = name;
@@ -76,7 +80,7 @@ Dialog* Interface::LoadDialog(std::string_view sessionName, std::string_view res
     }
     ResFile layout;
     if (!resource.empty()) {
-        const fs::path file = Host().texts.FindFile(fs::path("resource") / (Wide(resource) + L".res"));
+        const fs::path file = texts_.FindFile(fs::path("resource") / (Wide(resource) + L".res"));
         if (file.empty() || !IsExactName(file)) {
             fault = "there is no layout \"" + std::string(resource) + ".res\"";
             return nullptr;
@@ -110,7 +114,6 @@ std::vector<std::string> Interface::OpenDialogs() const {
 }
 
 int Interface::Activate(Dialog& dialog) {
-    Session& host = Host();
     dialog.active = true;
     dialog.exitAsked = false;
     dialog.exitStatus = 0;
@@ -124,20 +127,20 @@ int Interface::Activate(Dialog& dialog) {
         const auto shown = component->actions.find(DialogEvent::kShown);
         if (shown != component->actions.end()) RunAction(dialog, component->name, shown->second);
     }
-    SimDialog user(host, dialog);
-    const auto scripts = host.user.dialogs.find(dialog.Name());
-    if (scripts == host.user.dialogs.end() || scripts->second.empty()) {
-        host.user.Problem("unexpected dialog \"" + dialog.Name() + "\"");
+    SimDialog player(*this, user_, dialog);
+    const auto scripts = user_.dialogs.find(dialog.Name());
+    if (scripts == user_.dialogs.end() || scripts->second.empty()) {
+        user_.Problem("unexpected dialog \"" + dialog.Name() + "\"");
     } else {
         const auto script = std::move(scripts->second.front());
         scripts->second.pop_front();
-        script(user);
+        script(player);
     }
-    if (!dialog.exitAsked) user.Close();
+    if (!dialog.exitAsked) player.Close();
     // A plug-in whose exit was made to fail is not to blame.
-    const bool exitFailed = host.report.FaultedFunction() == "ProUIDialogExit";
+    const bool exitFailed = report_.FaultedFunction() == "ProUIDialogExit";
     if (!dialog.exitAsked && !exitFailed)
-        host.report.Violation("the dialog \"" + dialog.Name() + "\" cannot be closed");
+        report_.Violation("the dialog \"" + dialog.Name() + "\" cannot be closed");
     return dialog.exitStatus;
 }
 
@@ -155,7 +158,7 @@ void Interface::RunAction(Dialog& dialog, const std::string& component, const Di
         names.Wipe();
     });
     const DialogAction now = action;  // it may set itself anew
-    CallPlugin(Host().report, now.run, names.dialog.data(), names.component.data(), now.data);
+    CallPlugin(report_, now.run, names.dialog.data(), names.component.data(), now.data);
 }
 
 // ---- Commands
@@ -179,64 +182,58 @@ Command* Interface::CommandFromId(uiCmdCmdId id) {
     return command == commands_.end() ? nullptr : command->get();
 }
 
-namespace {
-
-uiCmdAccessState CheckedState(int state, const std::string& whose) {
+uiCmdAccessState Interface::CheckedState(int state, const std::string& whose) {
     if (state >= ACCESS_REMOVE && state <= ACCESS_AVAILABLE) return static_cast<uiCmdAccessState>(state);
-    Host().report.Violation("the access function of \"" + whose + "\" answers " + std::to_string(state));
+    report_.Violation("the access function of \"" + whose + "\" answers " + std::to_string(state));
     return ACCESS_UNAVAILABLE;
 }
 
-}  // namespace
-
 uiCmdAccessState Interface::AskCommand(const Command& command) {
     if (command.access == nullptr) return ACCESS_AVAILABLE;
-    return CheckedState(CallPlugin(Host().report, command.access, MODE_BLIND), command.name);
+    return CheckedState(CallPlugin(report_, command.access, MODE_BLIND), command.name);
 }
 
 uiCmdAccessState Interface::Availability(const Command& command) {
     try {
         return AskCommand(command);
     } catch (...) {
-        Host().report.Violation("an exception crossed the access function of \"" + command.name + "\"");
+        report_.Violation("an exception crossed the access function of \"" + command.name + "\"");
         return ACCESS_UNAVAILABLE;
     }
 }
 
 ProError Interface::RunCommand(std::string_view name) {
-    Session& host = Host();
     Command* command = FindCommand(name);
     if (command == nullptr) {
-        host.user.Problem("there is no command \"" + std::string(name) + "\"");
+        user_.Problem("there is no command \"" + std::string(name) + "\"");
         return PRO_TK_E_NOT_FOUND;
     }
     if (!active_.empty()) {
-        host.user.Problem("the command \"" + command->name + "\" cannot start, the dialog \"" +
-                          ActiveDialog()->Name() + "\" is open");
+        user_.Problem("the command \"" + command->name + "\" cannot start, the dialog \"" +
+                      ActiveDialog()->Name() + "\" is open");
         return PRO_TK_E_BUSY;
     }
     if (Availability(*command) != ACCESS_AVAILABLE) {
-        host.user.Problem("the command \"" + command->name + "\" is not available");
+        user_.Problem("the command \"" + command->name + "\" is not available");
         return PRO_TK_CANT_ACCESS;
     }
     return StartCommand(*command);
 }
 
 ProError Interface::StartCommand(Command& command) {
-    Session& host = Host();
     int answer = PRO_TK_GENERAL_ERROR;
     ++commandsRunning_;
     try {
-        answer = CallPlugin(host.report, command.action, command.Id(), nullptr, nullptr);
+        answer = CallPlugin(report_, command.action, command.Id(), nullptr, nullptr);
     } catch (...) {
-        host.report.Violation("an exception crossed the command \"" + command.name + "\"");
+        report_.Violation("an exception crossed the command \"" + command.name + "\"");
     }
     --commandsRunning_;
     prompt.reset();
     for (auto macro = loadedMacros.rbegin(); macro != loadedMacros.rend(); ++macro)
-        host.user.macros.push_back(std::move(*macro));
+        user_.macros.push_back(std::move(*macro));
     loadedMacros.clear();
-    host.desk.ApplyPending();
+    desk_.ApplyPending();
     return static_cast<ProError>(answer);
 }
 
@@ -258,12 +255,11 @@ Menu* Interface::AddMenu(std::string_view name, std::string_view neighbour, bool
 }
 
 std::vector<MenuRow> Interface::MenuRows() {
-    TextTree& texts = Host().texts;
     std::vector<MenuRow> rows;
     for (const Menu& menu : menus_) {
         for (const MenuButton& button : menu.buttons) {
-            const MessageText* label = texts.FindMessage(button.messageFile, button.labelKey);
-            const MessageText* help = texts.FindMessage(button.messageFile, button.helpKey);
+            const MessageText* label = texts_.FindMessage(button.messageFile, button.labelKey);
+            const MessageText* help = texts_.FindMessage(button.messageFile, button.helpKey);
             rows.push_back({menu.name, button.name, button.command->name,
                             label == nullptr ? Wide(button.labelKey) : label->Shown(),
                             help == nullptr ? Wide(button.helpKey) : help->Shown(),
@@ -276,7 +272,6 @@ std::vector<MenuRow> Interface::MenuRows() {
 // ---- Popup menus
 
 const PopupMenu& Interface::OpenPopup(std::string_view name) {
-    Session& host = Host();
     popup_.emplace();
     popup_->id = nextPopupId_++;
     popup_->name = name;
@@ -287,38 +282,36 @@ const PopupMenu& Interface::OpenPopup(std::string_view name) {
             const auto handler =
                 reinterpret_cast<ProPopupmenuCreatePostAction>(reinterpret_cast<void (*)()>(created->second));
             std::string handedName = popup_->name;
-            CallPlugin(host.report, handler, static_cast<const char*>(handedName.c_str()));
+            CallPlugin(report_, handler, static_cast<const char*>(handedName.c_str()));
             handedName.assign(handedName.size(), '?');
         }
         AskPopupButtons(*popup_);
     } catch (...) {
-        host.report.Violation("an exception crossed the popup menu \"" + popup_->name + "\"");
+        report_.Violation("an exception crossed the popup menu \"" + popup_->name + "\"");
     }
     return *popup_;
 }
 
 void Interface::AskPopupButtons(PopupMenu& popup) {
-    Session& host = Host();
     std::vector<const void*> handles;
-    for (const Pick& pick : host.desk.selected) handles.push_back(host.desk.NewSelection(pick));
+    for (const Pick& pick : desk_.selected) handles.push_back(desk_.NewSelection(pick));
     auto* selections = static_cast<ProSelection*>(
-        NewHostArrayBytes(host.memory, handles.data(), handles.size(), sizeof(ProSelection)));
+        NewHostArrayBytes(memory_, handles.data(), handles.size(), sizeof(ProSelection)));
     const AtEnd giveBack([&] {
-        for (const void* handle : handles) host.desk.DropSelection(handle);
-        host.memory.Release(BlockKind::kArray, selections);
+        for (const void* handle : handles) desk_.DropSelection(handle);
+        memory_.Release(BlockKind::kArray, selections);
     });
     for (PopupButton& button : popup.buttons) {
         button.state = AskCommand(*button.command);
         if (button.access == nullptr) continue;
-        const int own = CallPlugin(host.report, button.access, button.command->Id(), button.data, selections);
+        const int own = CallPlugin(report_, button.access, button.command->Id(), button.data, selections);
         button.state = std::min(button.state, CheckedState(own, button.name));
     }
 }
 
 ProError Interface::ChoosePopupEntry(std::string_view entry) {
-    User& user = Host().user;
     if (!popup_) {
-        user.Problem("no popup menu is open to choose \"" + std::string(entry) + "\" from");
+        user_.Problem("no popup menu is open to choose \"" + std::string(entry) + "\" from");
         return PRO_TK_E_NOT_FOUND;
     }
     const auto button =
@@ -326,8 +319,8 @@ ProError Interface::ChoosePopupEntry(std::string_view entry) {
                      [&](const PopupButton& b) { return b.name == entry || b.label == Wide(entry); });
     const bool shown = button != popup_->buttons.end() && button->state > ACCESS_INVISIBLE;
     if (!shown || button->state != ACCESS_AVAILABLE) {
-        user.Problem("the popup menu \"" + popup_->name +
-                     (shown ? "\" shows greyed: \"" : "\" does not show \"") + std::string(entry) + "\"");
+        user_.Problem("the popup menu \"" + popup_->name +
+                      (shown ? "\" shows greyed: \"" : "\" does not show \"") + std::string(entry) + "\"");
         return shown ? PRO_TK_CANT_ACCESS : PRO_TK_E_NOT_FOUND;
     }
     Command& command = *button->command;

@@ -18,7 +18,12 @@
 #include <ProUI.h>
 #include <ProUICmd.h>
 
+#include "simulator/cad/desk.h"
 #include "simulator/layout/dialog.h"
+#include "simulator/layout/text_tree.h"
+#include "simulator/memory/host_memory.h"
+#include "simulator/report/report.h"
+#include "simulator/ui/user.h"
 
 namespace sim {
 
@@ -88,9 +93,18 @@ struct InterfaceStrictness {
     bool unsetCellRefused = false;           // reading a table cell whose label was never set
 };
 
+// What of the host the interface works on.
+struct InterfaceParts {
+    Report& report;
+    HostMemory& memory;
+    Desk& desk;
+    TextTree& texts;
+    User& user;
+};
+
 class Interface {
 public:
-    Interface();
+    explicit Interface(const InterfaceParts& parts);
     ~Interface();
     Interface(const Interface&) = delete;
     Interface& operator=(const Interface&) = delete;
@@ -155,9 +169,17 @@ public:
 private:
     struct NameBuffers;
 
+    // What an access function answered; what no access function may answer is a violation.
+    uiCmdAccessState CheckedState(int state, const std::string& whose);
     uiCmdAccessState AskCommand(const Command& command);
     ProError StartCommand(Command& command);
     void AskPopupButtons(PopupMenu& popup);
+
+    Report& report_;
+    HostMemory& memory_;
+    Desk& desk_;
+    TextTree& texts_;
+    User& user_;
 
     std::map<std::string, std::unique_ptr<Dialog>, std::less<>> dialogs_;
     std::vector<Dialog*> active_;

@@ -5,7 +5,8 @@
 
 #include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
-#include "simulator/session/session.h"
+#include "simulator/ui/interface.h"
+#include "simulator/ui/user.h"
 
 namespace sim {
 
@@ -21,20 +22,19 @@ std::string Quoted(std::wstring_view text) {
 // What a person does at a component, checked against what the screen allows.
 class Attempt {
 public:
-    Attempt(Session& session, Dialog& dialog, std::string what)
-        : session_(session), dialog_(dialog), what_(std::move(what)) {}
+    Attempt(Interface& screen, User& user, Dialog& dialog, std::string what)
+        : screen_(screen), user_(user), dialog_(dialog), what_(std::move(what)) {}
 
     // Records why the user cannot do it.
     void Fail(const std::string& why) const {
-        session_.user.Problem("dialog " + Quoted(dialog_.Name()) + ": cannot " + what_ + ": " + why);
+        user_.Problem("dialog " + Quoted(dialog_.Name()) + ": cannot " + what_ + ": " + why);
     }
 
     bool DialogIsReady() const {
-        const Interface& screen = session_.screen;
         if (!dialog_.active) return Fail("the dialog is not on the screen"), false;
         if (dialog_.exitAsked) return Fail("the dialog is closed"), false;
-        if (screen.ActiveDialog() != &dialog_)
-            return Fail("the dialog " + Quoted(screen.ActiveDialog()->Name()) + " is open above it"), false;
+        if (screen_.ActiveDialog() != &dialog_)
+            return Fail("the dialog " + Quoted(screen_.ActiveDialog()->Name()) + " is open above it"), false;
         return true;
     }
 
@@ -52,12 +52,12 @@ public:
 
     void Run(Component& component, DialogEvent event) const {
         const auto action = component.actions.find(event);
-        if (action != component.actions.end())
-            session_.screen.RunAction(dialog_, component.name, action->second);
+        if (action != component.actions.end()) screen_.RunAction(dialog_, component.name, action->second);
     }
 
 private:
-    Session& session_;
+    Interface& screen_;
+    User& user_;
     Dialog& dialog_;
     std::string what_;
 };
@@ -77,7 +77,7 @@ bool AllowsMany(SelectionPolicy policy) {
 // ---- Doing
 
 SimDialog& SimDialog::Type(std::string_view component, std::wstring_view text) {
-    const Attempt attempt(session_, dialog_, "type " + Quoted(text) + " into " + Quoted(component));
+    const Attempt attempt(screen_, user_, dialog_, "type " + Quoted(text) + " into " + Quoted(component));
     Component* field = attempt.Reach(
         component, {ComponentKind::kInputPanel, ComponentKind::kTextArea, ComponentKind::kOptionMenu});
     if (field == nullptr) return *this;
@@ -95,7 +95,7 @@ SimDialog& SimDialog::Type(std::string_view component, std::wstring_view text) {
 }
 
 SimDialog& SimDialog::Choose(std::string_view component, std::wstring_view entry) {
-    const Attempt attempt(session_, dialog_, "choose " + Quoted(entry) + " in " + Quoted(component));
+    const Attempt attempt(screen_, user_, dialog_, "choose " + Quoted(entry) + " in " + Quoted(component));
     Component* list = attempt.Reach(
         component, {ComponentKind::kRadioGroup, ComponentKind::kOptionMenu, ComponentKind::kList});
     if (list == nullptr) return *this;
@@ -119,7 +119,8 @@ SimDialog& SimDialog::Choose(std::string_view component, std::wstring_view entry
 }
 
 SimDialog& SimDialog::Check(std::string_view component, bool on) {
-    const Attempt attempt(session_, dialog_, std::string(on ? "check " : "uncheck ") + Quoted(component));
+    const Attempt attempt(screen_, user_, dialog_,
+                          std::string(on ? "check " : "uncheck ") + Quoted(component));
     Component* button = attempt.Reach(component, {ComponentKind::kCheckButton});
     if (button == nullptr || button->checked == on) return *this;
     button->checked = on;
@@ -128,7 +129,7 @@ SimDialog& SimDialog::Check(std::string_view component, bool on) {
 }
 
 SimDialog& SimDialog::Press(std::string_view component) {
-    const Attempt attempt(session_, dialog_, "press " + Quoted(component));
+    const Attempt attempt(screen_, user_, dialog_, "press " + Quoted(component));
     Component* button = attempt.Reach(component, {ComponentKind::kPushButton});
     if (button == nullptr) return *this;
     if (!button->actions.contains(DialogEvent::kActivate))
@@ -139,12 +140,12 @@ SimDialog& SimDialog::Press(std::string_view component) {
 
 SimDialog& SimDialog::PressReturn() {
     if (!dialog_.defaultButton.empty()) return Press(dialog_.defaultButton);
-    Attempt(session_, dialog_, "press Return").Fail("the dialog has no default button");
+    Attempt(screen_, user_, dialog_, "press Return").Fail("the dialog has no default button");
     return *this;
 }
 
 SimDialog& SimDialog::SelectRows(std::string_view table, const std::vector<std::string>& rows) {
-    const Attempt attempt(session_, dialog_, "select rows of " + Quoted(table));
+    const Attempt attempt(screen_, user_, dialog_, "select rows of " + Quoted(table));
     Component* component = attempt.Reach(table, {ComponentKind::kTable});
     if (component == nullptr) return *this;
     Table& cells = component->table;
@@ -173,7 +174,7 @@ SimDialog& SimDialog::SelectRows(std::string_view table, const std::vector<std::
 }
 
 SimDialog& SimDialog::DoubleClick(std::string_view table, std::string_view row, std::string_view column) {
-    const Attempt attempt(session_, dialog_,
+    const Attempt attempt(screen_, user_, dialog_,
                           "double-click " + Quoted(row) + ", " + Quoted(column) + " of " + Quoted(table));
     Component* component = attempt.Reach(table, {ComponentKind::kTable});
     if (component == nullptr) return *this;
@@ -192,7 +193,7 @@ SimDialog& SimDialog::DoubleClick(std::string_view table, std::string_view row, 
 }
 
 SimDialog& SimDialog::SortRows(std::string_view table, std::string_view column, bool descending) {
-    const Attempt attempt(session_, dialog_, "sort " + Quoted(table) + " by " + Quoted(column));
+    const Attempt attempt(screen_, user_, dialog_, "sort " + Quoted(table) + " by " + Quoted(column));
     Component* component = attempt.Reach(table, {ComponentKind::kTable});
     if (component != nullptr && !component->table.SortRows(column, descending))
         attempt.Fail("there is no such column");
@@ -200,7 +201,7 @@ SimDialog& SimDialog::SortRows(std::string_view table, std::string_view column, 
 }
 
 SimDialog& SimDialog::FilterRows(std::string_view table, std::string_view column, std::wstring_view text) {
-    const Attempt attempt(session_, dialog_, "filter " + Quoted(table) + " by " + Quoted(column));
+    const Attempt attempt(screen_, user_, dialog_, "filter " + Quoted(table) + " by " + Quoted(column));
     Component* component = attempt.Reach(table, {ComponentKind::kTable});
     if (component != nullptr && !component->table.Filter(column, text))
         attempt.Fail("there is no such column");
@@ -208,17 +209,17 @@ SimDialog& SimDialog::FilterRows(std::string_view table, std::string_view column
 }
 
 SimDialog& SimDialog::ShowAllRows(std::string_view table) {
-    const Attempt attempt(session_, dialog_, "show all rows of " + Quoted(table));
+    const Attempt attempt(screen_, user_, dialog_, "show all rows of " + Quoted(table));
     if (Component* component = attempt.Reach(table, {ComponentKind::kTable})) component->table.ShowAllRows();
     return *this;
 }
 
 SimDialog& SimDialog::Close() {
-    const Attempt attempt(session_, dialog_, "close the dialog");
+    const Attempt attempt(screen_, user_, dialog_, "close the dialog");
     if (!attempt.DialogIsReady()) return *this;
     const auto action = dialog_.actions.find(DialogEvent::kClose);
     // Without an action the close box does nothing.
-    if (action != dialog_.actions.end()) session_.screen.RunAction(dialog_, dialog_.Name(), action->second);
+    if (action != dialog_.actions.end()) screen_.RunAction(dialog_, dialog_.Name(), action->second);
     return *this;
 }
 
@@ -227,18 +228,18 @@ SimDialog& SimDialog::Close() {
 namespace {
 
 // A component of that name; null, and a problem, when there is none.
-const Component* Seen(Session& session, const Dialog& dialog, std::string_view name) {
+const Component* Seen(User& user, const Dialog& dialog, std::string_view name) {
     const Component* component = dialog.Find(name);
     if (component == nullptr)
-        session.user.Problem("dialog " + Quoted(dialog.Name()) + ": there is no component " + Quoted(name));
+        user.Problem("dialog " + Quoted(dialog.Name()) + ": there is no component " + Quoted(name));
     return component;
 }
 
-const Table* SeenTable(Session& session, const Dialog& dialog, std::string_view name) {
-    const Component* component = Seen(session, dialog, name);
+const Table* SeenTable(User& user, const Dialog& dialog, std::string_view name) {
+    const Component* component = Seen(user, dialog, name);
     if (component == nullptr || component->kind == ComponentKind::kTable)
         return component == nullptr ? nullptr : &component->table;
-    session.user.Problem("dialog " + Quoted(dialog.Name()) + ": " + Quoted(name) + " is no table");
+    user.Problem("dialog " + Quoted(dialog.Name()) + ": " + Quoted(name) + " is no table");
     return nullptr;
 }
 
@@ -253,57 +254,57 @@ std::wstring SimDialog::Title() const {
 }
 
 std::wstring SimDialog::Text(std::string_view component) const {
-    const Component* seen = Seen(session_, dialog_, component);
+    const Component* seen = Seen(user_, dialog_, component);
     return seen == nullptr ? std::wstring() : ShownText(*seen);
 }
 
 bool SimDialog::IsChecked(std::string_view component) const {
-    const Component* seen = Seen(session_, dialog_, component);
+    const Component* seen = Seen(user_, dialog_, component);
     return seen != nullptr && seen->checked;
 }
 
 std::string SimDialog::Chosen(std::string_view component) const {
-    const Component* seen = Seen(session_, dialog_, component);
+    const Component* seen = Seen(user_, dialog_, component);
     return seen == nullptr ? std::string() : SelectedName(*seen);
 }
 
 bool SimDialog::IsSensitive(std::string_view component) const {
-    const Component* seen = Seen(session_, dialog_, component);
+    const Component* seen = Seen(user_, dialog_, component);
     return seen != nullptr && seen->sensitive;
 }
 
 std::vector<std::wstring> SimDialog::Entries(std::string_view component) const {
-    const Component* seen = Seen(session_, dialog_, component);
+    const Component* seen = Seen(user_, dialog_, component);
     return seen == nullptr ? std::vector<std::wstring>() : seen->labels;
 }
 
 std::vector<std::string> SimDialog::Rows(std::string_view table) const {
     std::vector<std::string> rows;
-    if (const Table* seen = SeenTable(session_, dialog_, table))
+    if (const Table* seen = SeenTable(user_, dialog_, table))
         for (const Table::Line& row : seen->Rows())
             if (seen->IsInSight(row.name)) rows.push_back(row.name);
     return rows;
 }
 
 std::vector<std::string> SimDialog::SelectedRows(std::string_view table) const {
-    const Table* seen = SeenTable(session_, dialog_, table);
+    const Table* seen = SeenTable(user_, dialog_, table);
     return seen == nullptr ? std::vector<std::string>() : seen->SelectedRows();
 }
 
 std::vector<std::wstring> SimDialog::ColumnTitles(std::string_view table) const {
     std::vector<std::wstring> titles;
-    if (const Table* seen = SeenTable(session_, dialog_, table))
+    if (const Table* seen = SeenTable(user_, dialog_, table))
         for (const Table::Line& column : seen->Columns()) titles.push_back(column.label);
     return titles;
 }
 
 std::wstring SimDialog::Cell(std::string_view table, std::string_view row, std::string_view column) const {
-    const Table* seen = SeenTable(session_, dialog_, table);
+    const Table* seen = SeenTable(user_, dialog_, table);
     const TableCell* cell = seen == nullptr ? nullptr : seen->Cell(row, column);
     if (cell == nullptr) {
         if (seen != nullptr)
-            session_.user.Problem("table " + Quoted(table) + ": there is no cell " + Quoted(row) + ", " +
-                                  Quoted(column));
+            user_.Problem("table " + Quoted(table) + ": there is no cell " + Quoted(row) + ", " +
+                          Quoted(column));
         return {};
     }
     const Component* inside = cell->component.empty() ? nullptr : dialog_.Find(cell->component);
@@ -311,13 +312,13 @@ std::wstring SimDialog::Cell(std::string_view table, std::string_view row, std::
 }
 
 int SimDialog::CellColor(std::string_view table, std::string_view row, std::string_view column) const {
-    const Table* seen = SeenTable(session_, dialog_, table);
+    const Table* seen = SeenTable(user_, dialog_, table);
     const TableCell* cell = seen == nullptr ? nullptr : seen->Cell(row, column);
     return cell == nullptr ? -1 : cell->background.value_or(-1);
 }
 
 std::vector<std::string> SimDialog::Drawn(std::string_view area) const {
-    const Component* seen = Seen(session_, dialog_, area);
+    const Component* seen = Seen(user_, dialog_, area);
     return seen == nullptr ? std::vector<std::string>() : seen->drawn;
 }
 

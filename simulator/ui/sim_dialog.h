@@ -9,7 +9,8 @@
 namespace sim {
 
 class Dialog;
-class Session;
+class Interface;
+class User;
 
 // Every action checks what a person could do: the component exists and is on the layout, has the right kind,
 // is visible and sensitive, the text is no longer than MaxLen, the entry exists, the dialog is still open.
@@ -17,7 +18,8 @@ class Session;
 // that they can be chained.
 class SimDialog {
 public:
-    SimDialog(Session& session, Dialog& dialog) : session_(session), dialog_(dialog) {}
+    SimDialog(Interface& screen, User& user, Dialog& dialog)
+        : screen_(screen), user_(user), dialog_(dialog) {}
 
     // ---- Doing
     SimDialog& Type(std::string_view component,
@@ -57,7 +59,8 @@ public:
     std::string Picture() const;
 
 private:
-    Session& session_;
+    Interface& screen_;
+    User& user_;
     Dialog& dialog_;
 };
 

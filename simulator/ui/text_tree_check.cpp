@@ -7,8 +7,9 @@
 #include <system_error>
 
 #include "simulator/layout/icon_file.h"
+#include "simulator/layout/text_tree.h"
 #include "simulator/report/utf8.h"
-#include "simulator/session/session.h"
+#include "simulator/ui/interface.h"
 
 namespace sim {
 
@@ -37,11 +38,8 @@ std::vector<fs::path> FilesIn(const fs::path& folder, const wchar_t* extension) 
 
 class TreeCheck {
 public:
-    explicit TreeCheck(Session& session)
-        : screen_(session.screen),
-          texts_(session.texts),
-          text_(texts_.NeutralFolder()),
-          own_(texts_.LanguageFolder()) {}
+    TreeCheck(const Interface& screen, const TextTree& texts)
+        : screen_(screen), texts_(texts), text_(texts_.NeutralFolder()), own_(texts_.LanguageFolder()) {}
 
     std::vector<std::string> Run() {
         CheckLayouts();
@@ -191,8 +189,8 @@ private:
 
 }  // namespace
 
-std::vector<std::string> CheckTextTree(Session& session) {
-    return TreeCheck(session).Run();
+std::vector<std::string> CheckTextTree(const Interface& screen, const TextTree& texts) {
+    return TreeCheck(screen, texts).Run();
 }
 
 }  // namespace sim

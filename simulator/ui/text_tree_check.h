@@ -7,9 +7,10 @@
 
 namespace sim {
 
-class Session;
+class Interface;
+class TextTree;
 
 // One line a problem. The plug-in has to be started, its commands are what is looked for.
-std::vector<std::string> CheckTextTree(Session& session);
+std::vector<std::string> CheckTextTree(const Interface& screen, const TextTree& texts);
 
 }  // namespace sim

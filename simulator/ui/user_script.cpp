@@ -9,10 +9,11 @@
 
 #include <windows.h>
 
+#include "simulator/cad/model_store.h"
 #include "simulator/layout/text_file.h"
 #include "simulator/report/utf8.h"
-#include "simulator/session/session.h"
 #include "simulator/ui/sim_dialog.h"
+#include "simulator/ui/user.h"
 
 namespace sim {
 
@@ -174,18 +175,18 @@ void CheckDialogStep(const Step& step) {
 
 class Player {
 public:
-    Player(Session& session, SimDialog& dialog, const std::filesystem::path& file)
-        : session_(session), dialog_(dialog), file_(file) {}
+    Player(User& user, SimDialog& dialog, const std::filesystem::path& file)
+        : user_(user), dialog_(dialog), file_(file) {}
 
     void Play(const Step& step) {
-        const std::size_t before = session_.user.problems.size();
+        const std::size_t before = user_.problems.size();
         Do(step);
         // The component is what is usually wrong.
         const Word& word = step.words.size() > 1 ? step.words[1] : step.words.front();
         const std::string name = Utf8(file_.wstring()) + ":";
         const std::string place = FindingPlace(file_, step.line, word.column);
-        for (std::size_t i = before; i < session_.user.problems.size(); ++i) {
-            std::string& problem = session_.user.problems[i];
+        for (std::size_t i = before; i < user_.problems.size(); ++i) {
+            std::string& problem = user_.problems[i];
             // A step of a dialog that opened meanwhile has its own place.
             if (!problem.starts_with(name)) problem.insert(0, place);
         }
@@ -235,13 +236,13 @@ private:
         if (what == L"selected")
             for (const std::string& row : dialog_.SelectedRows(component))
                 found += (found.empty() ? L"" : L" ") + Wide(row);
-        if (what == L"message" && !session_.user.boxes.empty()) found = session_.user.boxes.back().text;
+        if (what == L"message" && !user_.boxes.empty()) found = user_.boxes.back().text;
         if (found != expected)
-            session_.user.Problem("expected " + Utf8(what) + " \"" + Utf8(expected) + "\", found \"" +
-                                  Utf8(found) + "\"");
+            user_.Problem("expected " + Utf8(what) + " \"" + Utf8(expected) + "\", found \"" + Utf8(found) +
+                          "\"");
     }
 
-    Session& session_;
+    User& user_;
     SimDialog& dialog_;
     const std::filesystem::path& file_;
 };
@@ -259,10 +260,11 @@ constexpr std::pair<std::wstring_view, ModelKind> kModelKinds[] = {{L"asm", Mode
                                                                    {L"mfg", ModelKind::kManufacturing},
                                                                    {L"drw", ModelKind::kDrawing}};
 
-// Reads a script into a user of its own, which takes the place of the session's answers when all is well.
+// Reads a script into a user of its own, whose answers the real one gets when all is well.
 class Arranger {
 public:
-    Arranger(Session& session, const std::filesystem::path& file) : session_(session), file_(file) {}
+    Arranger(User& user, ModelStore& models, const std::filesystem::path& file)
+        : user_(user), models_(models), file_(file) {}
 
     void Run(std::vector<Step> steps) {
         for (std::size_t i = 0; i < steps.size(); ++i) {
@@ -283,13 +285,12 @@ public:
     }
 
     void Arrange() {
-        User& user = session_.user;
-        for (auto& [name, scripts] : read_.dialogs) Append(user.dialogs[name], scripts);
-        Append(user.folders, read_.folders);
-        Append(user.files, read_.files);
-        Append(user.prompts, read_.prompts);
-        Append(user.picks, read_.picks);
-        Append(user.boxAnswers, read_.boxAnswers);
+        for (auto& [name, scripts] : read_.dialogs) Append(user_.dialogs[name], scripts);
+        Append(user_.folders, read_.folders);
+        Append(user_.files, read_.files);
+        Append(user_.prompts, read_.prompts);
+        Append(user_.picks, read_.picks);
+        Append(user_.boxAnswers, read_.boxAnswers);
     }
 
 private:
@@ -299,9 +300,9 @@ private:
     }
 
     void AddDialog(const std::string& name, const std::shared_ptr<std::vector<Step>>& steps) {
-        Session& session = session_;
-        read_.dialogs[name].push_back([&session, steps, file = file_](SimDialog& dialog) {
-            Player player(session, dialog, file);
+        User& user = user_;
+        read_.dialogs[name].push_back([&user, steps, file = file_](SimDialog& dialog) {
+            Player player(user, dialog, file);
             for (const Step& step : *steps) player.Play(step);
         });
     }
@@ -408,13 +409,13 @@ private:
             if (dot != std::wstring::npos && UpperName(word.text.substr(dot + 1)) != UpperName(extension))
                 continue;
             SimModel* model = nullptr;
-            if (session_.models.Retrieve(word.text.substr(0, dot), kind, model) == PRO_TK_NO_ERROR)
-                return model;
+            if (models_.Retrieve(word.text.substr(0, dot), kind, model) == PRO_TK_NO_ERROR) return model;
         }
         Fail(step, word, "there is no model " + word.Narrow());
     }
 
-    Session& session_;
+    User& user_;
+    ModelStore& models_;
     std::filesystem::path file_;
     User read_;
 };
@@ -422,12 +423,12 @@ private:
 }  // namespace
 
 std::vector<std::string> ArrangeUserScript(std::string_view bytes, const std::filesystem::path& file,
-                                           Session& session) {
+                                           User& user, ModelStore& models) {
     std::vector<std::string> errors;
     const std::optional<std::wstring> text = DecodeTextFile(bytes, file, errors, false);
     if (!text) return errors;
     try {
-        Arranger arranger(session, file);
+        Arranger arranger(user, models, file);
         arranger.Run(ReadSteps(*text));
         arranger.Arrange();
     } catch (const ScriptError& error) {
@@ -436,9 +437,9 @@ std::vector<std::string> ArrangeUserScript(std::string_view bytes, const std::fi
     return errors;
 }
 
-std::vector<std::string> LoadUserScript(const std::filesystem::path& file, Session& session) {
+std::vector<std::string> LoadUserScript(const std::filesystem::path& file, User& user, ModelStore& models) {
     const std::optional<std::string> bytes = ReadBytes(file);
-    if (bytes) return ArrangeUserScript(*bytes, file, session);
+    if (bytes) return ArrangeUserScript(*bytes, file, user, models);
     return {FindingPlace(file, 1, 1) + "expected a file that can be read"};
 }
 

@@ -36,15 +36,16 @@
 
 namespace sim {
 
-class Session;
+class ModelStore;
+class User;
 
-// Arranges the script's answers with the session's user. Every mistake is a line "file:line:column: ...", and
-// with one nothing is arranged. Picked models are looked up, and loaded from the working directory if need
-// be. What turns out wrong while playing becomes a problem of the user with the same kind of place.
-std::vector<std::string> LoadUserScript(const std::filesystem::path& file, Session& session);
+// Arranges the script's answers with the user. Every mistake is a line "file:line:column: ...", and with one
+// nothing is arranged. Picked models are looked up, and loaded from the working directory if need be. What
+// turns out wrong while playing becomes a problem of the user with the same kind of place.
+std::vector<std::string> LoadUserScript(const std::filesystem::path& file, User& user, ModelStore& models);
 
 // The same from the script's bytes; `file` names it in the lines.
 std::vector<std::string> ArrangeUserScript(std::string_view bytes, const std::filesystem::path& file,
-                                           Session& session);
+                                           User& user, ModelStore& models);
 
 }  // namespace sim

@@ -177,7 +177,7 @@ TEST(TextTreeCheck, NamesEveryFault) {
         at("menu.txt") + "the key \"Run_Help\" of command Run is missing",
         at("chinese_cn\\menu.txt") + "the key \"Run_Help\" of command Run is missing",
     };
-    EXPECT_EQ(CheckTextTree(tree.session), expected);
+    EXPECT_EQ(CheckTextTree(tree.session.screen, tree.session.texts), expected);
 }
 
 }  // namespace

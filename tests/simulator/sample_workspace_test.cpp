@@ -138,7 +138,7 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
     for (const auto& [script, command] : plays) {
         const fs::path file = folder / "scripts" / (script + ".user");
         played.insert(Utf8(file.filename().wstring()));
-        EXPECT_EQ(LoadUserScript(file, host.State()), std::vector<std::string>());
+        EXPECT_EQ(LoadUserScript(file, host.State().user, host.State().models), std::vector<std::string>());
         EXPECT_EQ(host.Run(command), PRO_TK_NO_ERROR) << script;
         EXPECT_EQ(host.TakeProblems(), std::vector<std::string>()) << script;
     }

@@ -121,7 +121,7 @@ TEST_F(ToolkitTable, KeepsCellsWithTheirNamesWhenTheUserSortsAndFilters) {
     ASSERT_TRUE(List().SortRows("num", false));
     EXPECT_EQ(RowNames(), (Names{"2", "1", "3"}));
     ASSERT_TRUE(List().Filter("num", L"b"));
-    EXPECT_EQ(SimDialog(session, dialog).Rows("List"), (Names{"1", "3"}));
+    EXPECT_EQ(SimDialog(session.screen, session.user, dialog).Rows("List"), (Names{"1", "3"}));
     dialog.active = false;
 
     int count = 0;

@@ -34,7 +34,9 @@ struct Desk {
         std::filesystem::create_directories(folder / "text/resource");
         folder.Write("text/resource/D.res", kLayout);
     }
-    Lines Arrange(std::string_view script) { return ArrangeUserScript(script, "u.txt", session); }
+    Lines Arrange(std::string_view script) {
+        return ArrangeUserScript(script, "u.txt", session.user, session.models);
+    }
 
     test::TempDirectory folder;
     Session session{folder.Path(), folder.Path()};
