@@ -95,7 +95,7 @@ void BenchWorkbook() {
     {
         sim::SimHost host;
         std::vector<sim::ImportPatch> patches;
-        sim::PatchAutomation(GetModuleHandleW(nullptr), patches);
+        sim::PatchAutomation(host.State(), GetModuleHandleW(nullptr), patches);
         for (const std::size_t rows : {1000U, 10000U})
             if (!RunSize(host, rows)) std::printf("PROBLEM: an export of %zu rows failed\n", rows);
         sim::Restore(patches);

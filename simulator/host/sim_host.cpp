@@ -54,7 +54,7 @@ SimHost::SimHost(const HostSetup& setup) {
     session_ = std::make_unique<Session>(setup.workspace.empty() ? ownWorkspace_ : setup.workspace,
                                          setup.textDirectory.empty() ? pluginHome_ : setup.textDirectory);
     ResetPluginHeap();
-    plugin_ = std::make_unique<Plugin>();
+    plugin_ = std::make_unique<Plugin>(*session_);
     if (const std::string error = plugin_->Load(pluginHome_); !error.empty()) {
         problems_.push_back(error);
         plugin_.reset();

@@ -31,8 +31,4 @@ Session& Host() {
     return *current;
 }
 
-bool HostIsRunning() {
-    return current != nullptr;
-}
-
 }  // namespace sim

@@ -61,11 +61,8 @@ public:
     std::map<std::wstring, std::vector<std::wstring>> configOptions;
 };
 
-// The session of this process. Calling the host without one is a programming error and ends the process with
-// a message: there is no status for it.
+// The session of this process, for the host's functions: they are called without a word of it. Calling them
+// while there is none is a programming error and ends the process with a message: there is no status for it.
 Session& Host();
-
-// True while a session is alive.
-bool HostIsRunning();
 
 }  // namespace sim

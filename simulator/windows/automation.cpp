@@ -6,21 +6,24 @@ namespace sim {
 
 namespace {
 
+// Whose plug-in makes the calls: they come without a word of it.
+Session* host = nullptr;
+
 HRESULT WINAPI ClassOfProgram(LPCOLESTR program, LPCLSID programClass) {
-    return Host().spreadsheet.ClassOfProgram(program, programClass);
+    return host->spreadsheet.ClassOfProgram(program, programClass);
 }
 
 HRESULT WINAPI CreateInstance(REFCLSID programClass, LPUNKNOWN outer, DWORD context, REFIID id,
                               LPVOID* object) {
-    return Host().spreadsheet.Create(programClass, outer, context, id, object);
+    return host->spreadsheet.Create(programClass, outer, context, id, object);
 }
 
 HRESULT WINAPI EnterCom(LPVOID, DWORD model) {
-    return Host().spreadsheet.EnterCom(model);
+    return host->spreadsheet.EnterCom(model);
 }
 
 void WINAPI LeaveCom() {
-    if (!Host().spreadsheet.LeaveCom()) Host().report.Violation("CoUninitialize without CoInitializeEx");
+    if (!host->spreadsheet.LeaveCom()) host->report.Violation("CoUninitialize without CoInitializeEx");
 }
 
 template <typename Function>
@@ -30,7 +33,8 @@ void* Address(Function* function) {
 
 }  // namespace
 
-void PatchAutomation(HMODULE module, std::vector<ImportPatch>& patches) {
+void PatchAutomation(Session& session, HMODULE module, std::vector<ImportPatch>& patches) {
+    host = &session;
     PatchImport(module, "CLSIDFromProgID", Address(&ClassOfProgram), patches);
     PatchImport(module, "CoCreateInstance", Address(&CreateInstance), patches);
     PatchImport(module, "CoInitializeEx", Address(&EnterCom), patches);

@@ -1,4 +1,4 @@
-// COM calls that lead to the spreadsheet application, answered by the running session.
+// COM calls that lead to the spreadsheet application, answered by the session.
 
 #pragma once
 
@@ -10,7 +10,9 @@
 
 namespace sim {
 
-// Redirects these calls of `module`.
-void PatchAutomation(HMODULE module, std::vector<ImportPatch>& patches);
+class Session;
+
+// Redirects these calls of `module` to the session, which has to outlive that.
+void PatchAutomation(Session& session, HMODULE module, std::vector<ImportPatch>& patches);
 
 }  // namespace sim

@@ -17,11 +17,14 @@ namespace sim {
 
 namespace {
 
+// Whose plug-in makes the calls: they come without a word of it.
+Session* host = nullptr;
+
 // ---- Boxes, choices and programs
 
 // What the user answers to a box that only informs is plain; a box with a choice needs an arranged answer.
 int AnswerBox(UINT flags, const std::wstring& text) {
-    User& user = Host().user;
+    User& user = host->user;
     const UINT buttons = flags & MB_TYPEMASK;
     if (buttons == MB_OK) return IDOK;
     if (!user.boxAnswers.empty()) {
@@ -34,9 +37,9 @@ int AnswerBox(UINT flags, const std::wstring& text) {
 }
 
 int WINAPI ShowBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
-    Host().user.boxes.push_back(
+    host->user.boxes.push_back(
         {text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags, owner != nullptr});
-    return AnswerBox(flags, Host().user.boxes.back().text);
+    return AnswerBox(flags, host->user.boxes.back().text);
 }
 
 std::wstring Text(LPCWSTR text) {
@@ -52,7 +55,7 @@ std::wstring FilterText(LPCWSTR filter) {
 }
 
 BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
-    User& user = Host().user;
+    User& user = host->user;
     user.fileQuestions.push_back({Text(request->lpstrInitialDir), FilterText(request->lpstrFilter),
                                   Text(request->lpstrDefExt), request->Flags});
     user.questions.push_back(request->lpstrTitle == nullptr ? L"" : request->lpstrTitle);
@@ -64,9 +67,9 @@ BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
     user.files.pop_front();
     if (!answer) return FALSE;
     // A bare name is one in the folder where the user works.
-    const std::wstring path = (Host().models.WorkingDirectory() / *answer).wstring();
+    const std::wstring path = (host->models.WorkingDirectory() / *answer).wstring();
     if (path.size() + 1 > request->nMaxFile) {
-        Host().report.Violation(std::string(what) + ": the chosen path does not fit the plug-in's buffer");
+        host->report.Violation(std::string(what) + ": the chosen path does not fit the plug-in's buffer");
         return FALSE;
     }
     std::copy_n(path.c_str(), path.size() + 1, request->lpstrFile);
@@ -81,7 +84,7 @@ BOOL WINAPI ChooseFileToSave(LPOPENFILENAMEW request) {
 }
 
 HINSTANCE WINAPI StartProgram(HWND, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT show) {
-    Host().user.started.push_back({Text(verb), Text(file), Text(parameters), show});
+    host->user.started.push_back({Text(verb), Text(file), Text(parameters), show});
     // Anything above 32 means started.
     return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(33));  // NOLINT(performance-no-int-to-ptr)
 }
@@ -91,7 +94,7 @@ UINT WINAPI StartCommandLine(LPCSTR commandLine, UINT show) {
     std::wstring line(static_cast<std::size_t>(std::max(size, 1)), L'\0');
     MultiByteToWideChar(CP_ACP, 0, commandLine, -1, line.data(), size);
     line.pop_back();
-    Host().user.started.push_back({L"", line, L"", static_cast<int>(show)});
+    host->user.started.push_back({L"", line, L"", static_cast<int>(show)});
     return 33;
 }
 
@@ -101,7 +104,7 @@ std::vector<DesktopTimer> timers;
 UINT_PTR nextTimer = 0x7F01;
 
 UINT_PTR WINAPI StartTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
-    if (window != nullptr) Host().report.Violation("SetTimer with a window");
+    if (window != nullptr) host->report.Violation("SetTimer with a window");
     (void)id;  // without a window the system gives an identifier of its own
     timers.push_back({nextTimer++, period, procedure});
     return timers.back().id;
@@ -111,7 +114,7 @@ BOOL WINAPI StopTimer(HWND, UINT_PTR id) {
     const auto timer =
         std::find_if(timers.begin(), timers.end(), [id](const DesktopTimer& t) { return t.id == id; });
     if (timer == timers.end()) {
-        Host().report.Violation("KillTimer for a timer that does not run");
+        host->report.Violation("KillTimer for a timer that does not run");
         return FALSE;
     }
     timers.erase(timer);
@@ -130,14 +133,14 @@ BOOL WINAPI ClipboardOpen(HWND) {
 
 BOOL WINAPI ClipboardEmpty() {
     if (!clipboardOpen) return FALSE;
-    Host().user.clipboard.clear();
+    host->user.clipboard.clear();
     return TRUE;
 }
 
 HANDLE WINAPI ClipboardSet(UINT format, HANDLE memory) {
     if (!clipboardOpen || format != CF_UNICODETEXT || memory == nullptr) return nullptr;
     if (const void* text = GlobalLock(memory)) {
-        Host().user.clipboard = static_cast<const wchar_t*>(text);
+        host->user.clipboard = static_cast<const wchar_t*>(text);
         GlobalUnlock(memory);
     }
     // The clipboard owns the block from here on.
@@ -146,7 +149,7 @@ HANDLE WINAPI ClipboardSet(UINT format, HANDLE memory) {
 }
 
 BOOL WINAPI ClipboardClose() {
-    if (!clipboardOpen) Host().report.Violation("CloseClipboard without OpenClipboard");
+    if (!clipboardOpen) host->report.Violation("CloseClipboard without OpenClipboard");
     clipboardOpen = false;
     return TRUE;
 }
@@ -256,7 +259,8 @@ void PatchBreakables(HMODULE module, std::vector<ImportPatch>& patches) {
 
 }  // namespace
 
-std::vector<std::string> PatchDesktop(HMODULE module, std::vector<ImportPatch>& patches) {
+std::vector<std::string> PatchDesktop(Session& session, HMODULE module, std::vector<ImportPatch>& patches) {
+    host = &session;
     for (const Redirection& redirection : kRedirections)
         PatchImport(module, redirection.function, redirection.replacement, patches);
     PatchBreakables(module, patches);
@@ -278,7 +282,7 @@ void FireDesktopTimers() {
         try {
             timer.procedure(nullptr, WM_TIMER, timer.id, GetTickCount());
         } catch (...) {
-            Host().report.Violation("an exception crossed a timer procedure");
+            host->report.Violation("an exception crossed a timer procedure");
         }
     }
 }

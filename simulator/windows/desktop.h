@@ -12,6 +12,8 @@
 
 namespace sim {
 
+class Session;
+
 // A timer without a window, as SetTimer makes it: its identifier is the system's, not the caller's.
 struct DesktopTimer {
     UINT_PTR id;
@@ -19,9 +21,9 @@ struct DesktopTimer {
     TIMERPROC procedure;
 };
 
-// Redirects the calls that `module` imports. Returns a line for each imported call of the same purpose that
-// is not caught, and would reach the real desktop.
-std::vector<std::string> PatchDesktop(HMODULE module, std::vector<ImportPatch>& patches);
+// Redirects the calls that `module` imports to the session, which has to outlive that. Returns a line for
+// each imported call of the same purpose that is not caught, and would reach the real desktop.
+std::vector<std::string> PatchDesktop(Session& session, HMODULE module, std::vector<ImportPatch>& patches);
 
 const std::vector<DesktopTimer>& DesktopTimers();
 // Lets every timer tick once, as the message loop would after its period.

@@ -33,8 +33,8 @@ std::string Plugin::Load(const std::filesystem::path& home) {
     if (module_ == nullptr)
         return "cannot load " + Utf8(file.wstring()) + " (system error " + std::to_string(GetLastError()) +
                ")";
-    const std::vector<std::string> uncaught = PatchDesktop(module_, patches_);
-    PatchAutomation(module_, patches_);
+    const std::vector<std::string> uncaught = PatchDesktop(session_, module_, patches_);
+    PatchAutomation(session_, module_, patches_);
     PatchPluginHeap(module_, patches_);
     if (!uncaught.empty()) return "the plug-in " + uncaught.front();
     if (FindEntry<InitializeEntry>(module_, "user_initialize") == nullptr ||
@@ -51,10 +51,10 @@ int Plugin::Initialize(const std::string& version, std::wstring& message) {
     std::array<wchar_t, 80> text = {};
     int status = -1;
     try {
-        status = CallPlugin(Host().report, FindEntry<InitializeEntry>(module_, "user_initialize"), 1,
+        status = CallPlugin(session_.report, FindEntry<InitializeEntry>(module_, "user_initialize"), 1,
                             arguments.data(), release.data(), build.data(), text.data());
     } catch (...) {
-        Host().report.Violation("an exception crossed user_initialize");
+        session_.report.Violation("an exception crossed user_initialize");
     }
     text.back() = L'\0';
     message = text.data();
@@ -63,9 +63,9 @@ int Plugin::Initialize(const std::string& version, std::wstring& message) {
 
 void Plugin::Terminate() {
     try {
-        CallPlugin(Host().report, FindEntry<TerminateEntry>(module_, "user_terminate"));
+        CallPlugin(session_.report, FindEntry<TerminateEntry>(module_, "user_terminate"));
     } catch (...) {
-        Host().report.Violation("an exception crossed user_terminate");
+        session_.report.Violation("an exception crossed user_terminate");
     }
 }
 

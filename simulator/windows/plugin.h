@@ -15,9 +15,11 @@ namespace sim {
 // File name of the plug-in's module; the plug-in finds itself by it.
 inline constexpr wchar_t kPluginFile[] = L"korvane5.1C9.dll";
 
+class Session;
+
 class Plugin {
 public:
-    Plugin() = default;
+    explicit Plugin(Session& session) : session_(session) {}
     ~Plugin();
     Plugin(const Plugin&) = delete;
     Plugin& operator=(const Plugin&) = delete;
@@ -35,6 +37,7 @@ public:
 private:
     void Unload();
 
+    Session& session_;
     HMODULE module_ = nullptr;
     std::vector<ImportPatch> patches_;
 };

@@ -35,7 +35,7 @@ constexpr unsigned kNoFill = 0xFF000000;
 class Office : public testing::Test {
 protected:
     Office() {
-        sim::PatchAutomation(GetModuleHandleW(nullptr), patches_);
+        sim::PatchAutomation(host_.State(), GetModuleHandleW(nullptr), patches_);
         host_.Spreadsheet().Install();
     }
     ~Office() override { sim::Restore(patches_); }
