@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,175 +13,26 @@
 #include <ProDrawing.h>
 #include <ProFeature.h>
 #include <ProMdl.h>
-#include <ProMfg.h>
-#include <ProMode.h>
-#include <ProModelitem.h>
-#include <ProParameter.h>
-#include <ProSelbuffer.h>
 #include <ProSolid.h>
 #include <ProSurface.h>
 #include <ProUtil.h>
-#include <ProWindows.h>
 #include <gtest/gtest.h>
 
 #include "simulator/report/utf8.h"
-#include "simulator/session/session.h"
-#include "support/temp_directory.h"
+#include "support/host_test.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace sim;
-using test::TempDirectory;
-
-// A host with an empty workspace. Every violation has to be expected with Misuse, and nothing may stay open.
-class HostTest : public testing::Test {
-protected:
-    ~HostTest() override {
-        for (const std::string& violation : session.report.Violations()) ADD_FAILURE() << violation;
-        for (const std::string& item : session.report.OpenItems()) ADD_FAILURE() << "left open: " << item;
-        for (const std::string& problem : session.user.problems) ADD_FAILURE() << problem;
-    }
-
-    // True when the calls since the last check were exactly one violation, with this in its text.
-    testing::AssertionResult Misuse(const std::string& text) {
-        const std::vector<std::string> violations = session.report.Violations();
-        session.report.ClearViolations();
-        if (violations.size() == 1 && violations[0].find(text) != std::string::npos)
-            return testing::AssertionSuccess();
-        testing::AssertionResult result = testing::AssertionFailure();
-        result << violations.size() << " violations";
-        for (const std::string& violation : violations) result << "; " << violation;
-        return result;
-    }
-
-    SimModel& New(const wchar_t* name, ModelKind kind, ModelSubtype subtype = ModelSubtype::kNone) {
-        return *session.models.Create(name, kind, subtype);
-    }
-    SimModel& Part(const wchar_t* name) { return New(name, ModelKind::kPart); }
-    SimModel& Assembly(const wchar_t* name) { return New(name, ModelKind::kAssembly); }
-
-    TempDirectory folder;
-    Session session{folder.Path(), folder.Path()};
-};
-
-ProSolid Solid(SimModel& model) {
-    return reinterpret_cast<ProSolid>(&model);
-}
-
-// A plug-in's text input in its full buffer.
-template <std::size_t size>
-struct Buffer {
-    explicit Buffer(std::wstring_view content = {}) {
-        std::ranges::fill(text, L'#');
-        if (content.size() < size) text[content.size()] = L'\0';
-        std::ranges::copy(content.substr(0, size), text);
-    }
-    wchar_t text[size];
-};
-using Name = Buffer<PRO_NAME_SIZE>;
-using Path = Buffer<PRO_PATH_SIZE>;
-
-// ---- Arrays and strings
-
-using HostArrays = HostTest;
-
-std::vector<int> Items(ProArray array) {
-    int size = -1;
-    EXPECT_EQ(ProArraySizeGet(array, &size), PRO_TK_NO_ERROR);
-    return {static_cast<int*>(array), static_cast<int*>(array) + size};
-}
-
-TEST_F(HostArrays, GrowByMoving) {
-    ProArray array = nullptr;
-    ASSERT_EQ(ProArrayAlloc(0, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
-    int one = 1, two = 2, more[] = {7, 8};
-    ASSERT_EQ(ProArrayObjectAdd(&array, -1, 1, &two), PRO_TK_NO_ERROR);
-    const int* before = static_cast<int*>(array);
-    const ProArray stale = array;
-    ASSERT_EQ(ProArrayObjectAdd(&array, 0, 1, &one), PRO_TK_NO_ERROR);
-    EXPECT_NE(array, stale);
-    EXPECT_NE(*before, 2);  // the old place no longer holds the old element
-    ASSERT_EQ(ProArrayObjectAdd(&array, 1, 2, more), PRO_TK_NO_ERROR);
-    ASSERT_EQ(ProArrayObjectAdd(&array, -1, 1, static_cast<int*>(array) + 1), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Items(array), (std::vector<int>{1, 7, 8, 2, 7}));
-    ASSERT_EQ(ProArraySizeSet(&array, 2), PRO_TK_NO_ERROR);
-    ASSERT_EQ(ProArraySizeSet(&array, 3), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Items(array), (std::vector<int>{1, 7, 0}));
-
-    int size = 0;
-    EXPECT_EQ(ProArraySizeGet(stale, &size), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("has moved since"));
-    EXPECT_EQ(ProArrayObjectAdd(&array, 4, 1, &one), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProArrayObjectAdd(&array, -1, 0, &one), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProArraySizeSet(&array, -1), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProArrayAlloc(-1, 4, 1, &array), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProArrayAlloc(1, 0, 1, &array), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProArrayAlloc(1 << 30, 1 << 10, 1, &array), PRO_TK_OUT_OF_MEMORY);
-}
-
-TEST_F(HostArrays, HoldManyElementsAddedOneByOne) {
-    ProArray array = nullptr;
-    ASSERT_EQ(ProArrayAlloc(0, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
-    for (int i = 0; i < 200000; ++i) ASSERT_EQ(ProArrayObjectAdd(&array, -1, 1, &i), PRO_TK_NO_ERROR);
-    const std::vector<int> items = Items(array);
-    ASSERT_EQ(items.size(), 200000u);
-    for (int i = 0; i < 200000; ++i) ASSERT_EQ(items[static_cast<std::size_t>(i)], i);
-    EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
-}
-
-TEST_F(HostArrays, RefuseMisuse) {
-    ProArray array = nullptr, none = nullptr;
-    ASSERT_EQ(ProArrayAlloc(2, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProArrayFree(nullptr), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProArrayFree(&none), PRO_TK_BAD_INPUTS);
-    static_cast<int*>(array)[0] = 5;
-    EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
-    EXPECT_NE(static_cast<int*>(array)[0], 5);
-    EXPECT_EQ(ProArrayFree(&array), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("was freed"));
-
-    int foreign[4] = {};
-    ProArray wrong = foreign;
-    EXPECT_EQ(ProArrayFree(&wrong), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("no array of the host's"));
-
-    ASSERT_EQ(ProArrayAlloc(2, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
-    static_cast<int*>(array)[2] = 1;
-    EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
-    EXPECT_TRUE(Misuse("written outside its elements"));
-
-    ASSERT_EQ(ProArrayAlloc(1, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
-    EXPECT_EQ(session.report.OpenItems().size(), 1u);
-    EXPECT_EQ(ProSelectionarrayFree(static_cast<ProSelection*>(array)), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("array for selection array"));
-    EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
-}
-
-TEST_F(HostArrays, StringsGoBackTheWayTheyCame) {
-    wchar_t* wide = NewHostString(session.memory, L"螺栓");
-    char* text = NewHostText(session.memory, "bolt");
-    char** list = NewHostTextArray(session.memory, {"a", "", "bolt"});
-    EXPECT_STREQ(list[2], "bolt");
-    EXPECT_STREQ(list[1], "");
-    EXPECT_EQ(session.report.OpenItems().size(), 3u);
-    EXPECT_EQ(ProWstringFree(reinterpret_cast<wchar_t*>(text)), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(Misuse("8-bit string for wide string"));
-    EXPECT_EQ(ProStringFree(list[0]), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(Misuse("no 8-bit string of the host's"));
-    EXPECT_EQ(ProStringarrayFree(list, 2), PRO_TK_NO_ERROR);
-    EXPECT_TRUE(Misuse("frees 2 of 3 strings"));
-    EXPECT_EQ(ProStringarrayFree(list, 3), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(Misuse("was freed"));
-    EXPECT_EQ(ProWstringFree(wide), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProStringFree(text), PRO_TK_NO_ERROR);
-    EXPECT_EQ(NewHostStringArray(session.memory, {}), nullptr);
-}
+using test::Buffer;
+using test::Name;
+using test::Path;
+using test::Solid;
 
 // ---- Models
 
-using HostModels = HostTest;
+using HostModels = test::HostTest;
 
 TEST_F(HostModels, NamesFillNoMoreThanTheirBuffers) {
     folder.Write("abcdefghijabcdefghijabcdefghij12.prt.1",
@@ -294,7 +146,7 @@ TEST_F(HostModels, ComeFromFiles) {
 
 // ---- Visits
 
-using HostVisits = HostTest;
+using HostVisits = test::HostTest;
 
 struct Visited {
     std::vector<int> ids;
@@ -447,295 +299,6 @@ TEST_F(HostVisits, PathsPlaceTheirMember) {
         EXPECT_EQ(ProAsmcomppathInit(Solid(machine), ids, size, &path), PRO_TK_BAD_INPUTS);
     ids[0] = 1;
     EXPECT_EQ(ProAsmcomppathInit(Solid(machine), ids, 1, &path), PRO_TK_BAD_INPUTS);
-}
-
-// ---- Parameters
-
-class HostParameters : public HostTest {
-protected:
-    ProError Create(SimModel& model, std::wstring_view name, const ProParamvalue& value) {
-        ProModelitem item;
-        EXPECT_EQ(ProMdlToModelitem(&model, &item), PRO_TK_NO_ERROR);
-        ProParamvalue copy = value;
-        return ProParameterWithUnitsCreate(&item, Name(name).text, &copy, nullptr, &parameter);
-    }
-    ProError Set(SimModel& model, std::wstring_view name, const ProParamvalue& value) {
-        const ProError status = Find(model, name);
-        ProParamvalue copy = value;
-        return status == PRO_TK_NO_ERROR ? ProParameterValueWithUnitsSet(&parameter, &copy, nullptr) : status;
-    }
-    ProError Find(SimModel& model, std::wstring_view name) {
-        ProModelitem item;
-        EXPECT_EQ(ProMdlToModelitem(&model, &item), PRO_TK_NO_ERROR);
-        return ProParameterInit(&item, Name(name).text, &parameter);
-    }
-    static ProParamvalue Integer(int number) {
-        ProParamvalue value;
-        EXPECT_EQ(ProParamvalueSet(&value, &number, PRO_PARAM_INTEGER), PRO_TK_NO_ERROR);
-        return value;
-    }
-    static ProError Text(std::wstring text, ProParamvalue& value) {
-        return ProParamvalueSet(&value, text.data(), PRO_PARAM_STRING);
-    }
-
-    ProParameter parameter{};
-};
-
-TEST_F(HostParameters, AreCreatedSetAndDeleted) {
-    SimModel& bolt = Part(L"BOLT");
-    EXPECT_EQ(Find(bolt, L"数量"), PRO_TK_E_NOT_FOUND);
-    ASSERT_EQ(Create(bolt, L"数量", Integer(4)), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Create(bolt, L"Material", Integer(1)), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Create(bolt, L"MATERIAL", Integer(2)), PRO_TK_E_FOUND);
-    EXPECT_EQ(Set(bolt, L"material", Integer(3)), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Utf8(bolt.Parameter(L"MATERIAL")), "3");
-    ASSERT_EQ(Find(bolt, L"数量"), PRO_TK_NO_ERROR);
-    ProParamvalue value;
-    ProUnititem unit;
-    ASSERT_EQ(ProParameterValueWithUnitsGet(&parameter, &value, &unit), PRO_TK_NO_ERROR);
-    EXPECT_EQ(value.type, PRO_PARAM_INTEGER);
-    EXPECT_EQ(value.value.i_val, 4);
-    EXPECT_EQ(unit.name[0], L'\0');
-    EXPECT_EQ(ProParameterDelete(&parameter), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProParameterDelete(&parameter), PRO_TK_GENERAL_ERROR);
-    EXPECT_TRUE(bolt.HasParameter(L"Material"));
-    for (const wchar_t* name : {L"A B", L"A+B", L"A.B"})
-        EXPECT_EQ(Create(bolt, name, Integer(1)), PRO_TK_INVALID_NAME);
-    EXPECT_EQ(Create(bolt, L"", Integer(1)), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(Create(bolt, std::wstring(31, L'X'), Integer(1)), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Create(bolt, std::wstring(32, L'X'), Integer(1)), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("does not end within 32"));
-    ProParameter empty{};
-    EXPECT_EQ(ProParameterDelete(&empty), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("no host function has filled"));
-}
-
-TEST_F(HostParameters, HoldTextsOfAtMostEightyCharacters) {
-    SimModel& bolt = Part(L"BOLT");
-    ProParamvalue value;
-    ASSERT_EQ(Text(std::wstring(80, L'钢'), value), PRO_TK_NO_ERROR);
-    ASSERT_EQ(Create(bolt, L"TEXT", value), PRO_TK_NO_ERROR);
-    EXPECT_EQ(bolt.Parameter(L"TEXT"), std::wstring(80, L'钢'));
-    ASSERT_EQ(ProMdlSave(&bolt), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Text(std::wstring(81, L'钢'), value), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("does not end within 81"));
-    // A value that was filled without ending its text.
-    std::ranges::fill(value.value.s_val, L'x');
-    EXPECT_EQ(Set(bolt, L"TEXT", value), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("does not end within 81"));
-    EXPECT_EQ(bolt.Parameter(L"TEXT"), std::wstring(80, L'钢'));
-}
-
-TEST_F(HostParameters, RefuseWhatTheirModelDoesNotAllow) {
-    SimModel& bolt = Part(L"BOLT");
-    bolt.SetParameter(L"FREE", 1)
-        .SetParameter(L"DRIVEN", 1)
-        .DriveByRelation(L"DRIVEN")
-        .SetParameter(L"LOCKED", 1)
-        .LockParameter(L"LOCKED");
-    ProParamvalue text;
-    ASSERT_EQ(Text(L"one", text), PRO_TK_NO_ERROR);
-    for (const wchar_t* name : {L"DRIVEN", L"LOCKED"}) {
-        EXPECT_EQ(Set(bolt, name, Integer(2)), PRO_TK_GENERAL_ERROR) << Utf8(name);
-        EXPECT_EQ(Create(bolt, name, Integer(2)), PRO_TK_E_FOUND) << Utf8(name);
-        ASSERT_EQ(Find(bolt, name), PRO_TK_NO_ERROR);
-        EXPECT_EQ(ProParameterDelete(&parameter), PRO_TK_GENERAL_ERROR) << Utf8(name);
-        EXPECT_EQ(Utf8(bolt.Parameter(name)), "1");
-    }
-    EXPECT_EQ(Set(bolt, L"FREE", text), PRO_TK_GENERAL_ERROR);
-    EXPECT_EQ(Utf8(bolt.Parameter(L"FREE")), "1");
-    session.strict.typeChangeRefused = false;
-    EXPECT_EQ(Set(bolt, L"FREE", text), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Utf8(bolt.Parameter(L"FREE")), "one");
-
-    bolt.SetReadOnly();
-    EXPECT_EQ(Create(bolt, L"NEW", Integer(2)), PRO_TK_CANT_MODIFY);
-    EXPECT_EQ(Set(bolt, L"FREE", text), PRO_TK_CANT_MODIFY);
-    ASSERT_EQ(Find(bolt, L"FREE"), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProParameterDelete(&parameter), PRO_TK_CANT_MODIFY);
-    EXPECT_EQ(ProSolidRegenerate(Solid(bolt), PRO_REGEN_NO_FLAGS), PRO_TK_CANT_MODIFY);
-    EXPECT_EQ(bolt.Regenerations(), 0);
-    ProParamvalue truth;
-    const short two = 2;
-    ASSERT_EQ(ProParamvalueSet(&truth, &two, PRO_PARAM_BOOLEAN), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Create(Part(L"NUT"), L"TRUTH", truth), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("neither 0 nor 1"));
-    ProModelitem unfilled{PRO_ASSEMBLY, -1, &bolt};
-    EXPECT_EQ(ProParameterInit(&unfilled, Name(L"FREE").text, &parameter), PRO_TK_BAD_CONTEXT);
-}
-
-// ---- Selection, windows, directories
-
-using HostDesk = HostTest;
-
-TEST_F(HostDesk, SelectionsBelongToTheirArray) {
-    SimModel& bolt = Part(L"BOLT");
-    SimModel& pump = Assembly(L"PUMP").Place(bolt);
-    ProSelection* array = nullptr;
-    EXPECT_EQ(ProSelbufferSelectionsGet(&array), PRO_TK_E_NOT_FOUND);
-    EXPECT_EQ(array, nullptr);
-    session.desk.selected = {{&bolt, 0, 0, {1}}, {&pump, PRO_FEATURE, 1, {}}};
-    ASSERT_EQ(ProSelbufferSelectionsGet(&array), PRO_TK_NO_ERROR);
-    int size = 0;
-    EXPECT_EQ(ProArraySizeGet(array, &size), PRO_TK_NO_ERROR);
-    ASSERT_EQ(size, 2);
-    ProModelitem item;
-    ASSERT_EQ(ProSelectionModelitemGet(array[0], &item), PRO_TK_NO_ERROR);
-    EXPECT_EQ(item.type, PRO_PART);
-    ProMdl owner = nullptr;
-    EXPECT_EQ(ProModelitemMdlGet(&item, &owner), PRO_TK_NO_ERROR);
-    EXPECT_EQ(owner, &bolt);
-    ASSERT_EQ(ProSelectionModelitemGet(array[1], &item), PRO_TK_NO_ERROR);
-    EXPECT_EQ(item.type, PRO_FEATURE);
-    EXPECT_EQ(item.id, 1);
-    EXPECT_EQ(item.owner, &pump);
-
-    ProArray wrongFree = array;
-    EXPECT_EQ(ProArrayFree(&wrongFree), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("selection array for array"));
-    const ProSelection first = array[0];
-    EXPECT_EQ(ProSelectionarrayFree(array), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProSelectionModelitemGet(first, &item), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("no longer"));
-    session.desk.canAccessSelection = false;
-    EXPECT_EQ(ProSelbufferSelectionsGet(&array), PRO_TK_CANT_ACCESS);
-}
-
-TEST_F(HostDesk, PicksLastUntilTheNextSelection) {
-    SimModel& bolt = Part(L"BOLT");
-    SimModel& nut = Part(L"NUT");
-    char option[] = "prt_or_asm,feature";
-    ProSelection* picked = nullptr;
-    int count = -1;
-    const auto select = [&](int limit) {
-        return ProSelect(option, limit, nullptr, nullptr, nullptr, nullptr, &picked, &count);
-    };
-    session.user.picks = {{false, {{&bolt, 0, 0, {}}}}, {false, {{&nut, 0, 0, {}}}}, {false, {}}, {true, {}}};
-    ASSERT_EQ(select(1), PRO_TK_NO_ERROR);
-    ASSERT_EQ(count, 1);
-    const ProSelection first = picked[0];
-    ProSelection* const firstArray = picked;
-    ASSERT_EQ(select(1), PRO_TK_NO_ERROR);
-    EXPECT_EQ(firstArray, picked);  // the same memory, overwritten
-    ProModelitem item;
-    EXPECT_EQ(ProSelectionModelitemGet(picked[0], &item), PRO_TK_NO_ERROR);
-    EXPECT_EQ(item.owner, &nut);
-    EXPECT_EQ(ProSelectionModelitemGet(first, &item), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("no longer"));
-    ProArray notMine = picked;
-    EXPECT_EQ(ProArrayFree(&notMine), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("no array of the host's"));
-    EXPECT_EQ(select(-1), PRO_TK_NO_ERROR);  // Done without a pick
-    EXPECT_EQ(count, 0);
-    EXPECT_EQ(picked, nullptr);
-    EXPECT_EQ(select(-1), PRO_TK_USER_ABORT);
-    char unknown[] = "part,teapot";
-    EXPECT_EQ(ProSelect(unknown, 1, nullptr, nullptr, nullptr, nullptr, &picked, &count), PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("teapot"));
-    // What a person cannot do: nobody answers, or with too many items of which one is not allowed.
-    EXPECT_EQ(select(1), PRO_TK_USER_ABORT);
-    session.user.picks = {{false, {{&bolt, PRO_SURFACE, 1, {}}, {&bolt, 0, 0, {}}, {&nut, 0, 0, {}}}}};
-    EXPECT_EQ(select(1), PRO_TK_NO_ERROR);
-    EXPECT_EQ(count, 1);
-    EXPECT_EQ(session.user.problems.size(), 3u);
-    session.user.problems.clear();
-}
-
-TEST_F(HostDesk, WindowsActivateWhenTheCommandHasReturned) {
-    SimModel& pump = Assembly(L"PUMP");
-    SimModel& drawing = New(L"PUMP", ModelKind::kDrawing);
-    session.desk.Open(pump);
-    ProMode mode{};
-    EXPECT_EQ(ProModeCurrentGet(&mode), PRO_TK_NO_ERROR);
-    EXPECT_EQ(mode, PRO_MODE_ASSEMBLY);
-    EXPECT_EQ(ProTreetoolRefresh(&drawing), PRO_TK_E_NOT_FOUND);
-    int base = -1, window = -1, again = -1, now = -1;
-    ASSERT_EQ(ProWindowCurrentGet(&base), PRO_TK_NO_ERROR);
-    Buffer<PRO_MDLNAME_SIZE> name(L"pump");
-    ASSERT_EQ(ProObjectwindowMdlnameCreate(name.text, PRO_DRAWING, &window), PRO_TK_NO_ERROR);
-    ASSERT_EQ(ProObjectwindowMdlnameCreate(name.text, PRO_DRAWING, &again), PRO_TK_NO_ERROR);
-    EXPECT_EQ(window, again);
-    EXPECT_NE(window, base);
-    ASSERT_EQ(ProMdlDisplay(&drawing), PRO_TK_NO_ERROR);
-    ASSERT_EQ(ProWindowActivate(window), PRO_TK_NO_ERROR);
-    ProMdl current = nullptr;
-    EXPECT_EQ(ProMdlCurrentGet(&current), PRO_TK_NO_ERROR);
-    EXPECT_EQ(current, &pump);
-    session.desk.ApplyPending();
-    EXPECT_EQ(ProMdlCurrentGet(&current), PRO_TK_NO_ERROR);
-    EXPECT_EQ(current, &drawing);
-    EXPECT_EQ(ProWindowCurrentGet(&now), PRO_TK_NO_ERROR);
-    EXPECT_EQ(now, window);
-    EXPECT_EQ(ProModeCurrentGet(&mode), PRO_TK_NO_ERROR);
-    EXPECT_EQ(mode, PRO_MODE_DRAWING);
-    EXPECT_EQ(ProTreetoolRefresh(&pump), PRO_TK_NO_ERROR);
-    EXPECT_EQ(pump.TreeRefreshes(), 1);
-
-    EXPECT_EQ(ProObjectwindowMdlnameCreate(name.text, PRO_PART, &window), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProObjectwindowMdlnameCreate(name.text, PRO_FEATURE, &window), PRO_TK_INVALID_TYPE);
-    EXPECT_EQ(ProWindowActivate(9), PRO_TK_BAD_INPUTS);
-    EXPECT_EQ(ProWindowRepaint(PRO_VALUE_UNUSED), PRO_TK_NO_ERROR);
-    EXPECT_EQ(ProWindowRepaint(9), PRO_TK_BAD_INPUTS);
-}
-
-TEST_F(HostDesk, ManufacturingModelsGiveTheirAssembly) {
-    SimModel& pump = Assembly(L"PUMP");
-    SimModel& mould = New(L"MOULD", ModelKind::kManufacturing, ModelSubtype::kMould);
-    ProAssembly assembly = nullptr;
-    const auto handle = reinterpret_cast<ProMfg>(&mould);
-    EXPECT_EQ(ProMfgAssemGet(handle, &assembly), PRO_TK_E_NOT_FOUND);
-    mould.SetMfgAssembly(pump);
-    EXPECT_EQ(ProMfgAssemGet(handle, &assembly), PRO_TK_NO_ERROR);
-    EXPECT_EQ(static_cast<void*>(assembly), &pump);
-    session.desk.Open(mould);
-    EXPECT_EQ(ProTreetoolRefresh(&pump), PRO_TK_NO_ERROR);
-}
-
-TEST_F(HostDesk, FoldersAndFilesAreChosen) {
-    fs::create_directory(folder / L"备份");
-    folder.Write("a.frm.2", "");
-    Path path;
-    ASSERT_EQ(ProDirectoryCurrentGet(path.text), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Utf8(path.text), Utf8(folder.Path().wstring() + L"\\"));
-    session.user.folders = {L"备份", std::nullopt, L"gone"};
-    Name label(L"请选择");
-    ASSERT_EQ(ProDirectoryChoose(label.text, nullptr, nullptr, nullptr, path.text), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Utf8(path.text), Utf8((folder / L"备份").wstring()));
-    EXPECT_EQ(Utf8(session.user.questions.back()), "请选择");
-    EXPECT_EQ(ProDirectoryChange(path.text), PRO_TK_NO_ERROR);
-    EXPECT_EQ(session.models.WorkingDirectory(), folder / L"备份");
-    EXPECT_EQ(ProDirectoryChange(Path(L"nowhere").text), PRO_TK_INVALID_DIR);
-    EXPECT_EQ(ProDirectoryChange(nullptr), PRO_TK_INVALID_NAME);
-    EXPECT_EQ(ProDirectoryChoose(nullptr, nullptr, nullptr, nullptr, path.text), PRO_TK_USER_ABORT);
-    EXPECT_EQ(ProDirectoryChoose(nullptr, nullptr, nullptr, nullptr, path.text), PRO_TK_USER_ABORT);
-    EXPECT_EQ(ProDirectoryChoose(Name(std::wstring(32, L'x')).text, nullptr, nullptr, nullptr, path.text),
-              PRO_TK_BAD_INPUTS);
-    EXPECT_TRUE(Misuse("does not end within 32"));
-
-    session.user.files = {L"a.frm.2", L"a.frm.2"};
-    Buffer<PRO_LINE_SIZE> formats(L"*.drw,*.frm"), drawings(L"*.drw");
-    Path start(folder.Path().wstring());
-    const auto choose = [&](wchar_t* masks) {
-        return ProFileMdlnameOpen(nullptr, masks, nullptr, nullptr, start.text, nullptr, path.text);
-    };
-    ASSERT_EQ(choose(formats.text), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Utf8(path.text), Utf8((folder / "a.frm.2").wstring()));
-    EXPECT_EQ(choose(drawings.text), PRO_TK_USER_ABORT);
-    EXPECT_EQ(choose(drawings.text), PRO_TK_USER_ABORT);
-    EXPECT_EQ(session.user.problems.size(),
-              3u);  // a folder and a file that are not there, and no answer at all
-    session.user.problems.clear();
-
-    session.configOptions[L"PRO_FORMAT_DIR"] = {L"C:\\formats", L"D:\\图框"};
-    ProPath* values = nullptr;
-    EXPECT_EQ(ProConfigoptArrayGet(Name(L"unset_option").text, &values), PRO_TK_E_NOT_FOUND);
-    ASSERT_EQ(ProConfigoptArrayGet(Name(L"pro_format_dir").text, &values), PRO_TK_NO_ERROR);
-    int count = 0;
-    EXPECT_EQ(ProArraySizeGet(values, &count), PRO_TK_NO_ERROR);
-    ASSERT_EQ(count, 2);
-    EXPECT_EQ(Utf8(values[1]), "D:\\图框");
-    ProArray array = values;
-    EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
 }
 
 }  // namespace
