@@ -155,7 +155,6 @@ void Desk::EraseLater(SimModel& model) {
 }
 
 void Desk::ApplyPending() {
-    FollowStore();
     if (HasWindow(pendingWindow_)) MakeActive(pendingWindow_);
     pendingWindow_ = -1;
     setWindow_.reset();
@@ -213,6 +212,16 @@ void Desk::Forget(const SimModel& model) {
 void Desk::StartCommand() {
     opened_.clear();
     sheetsBefore_.clear();
+    leftovers_.clear();
+}
+
+void Desk::EndCommand() {
+    FollowStore();
+    leftovers_.clear();
+    // What takes effect now makes the active window current again: ask before it does.
+    NoteWindowLeftCurrent();
+    ApplyPending();
+    NoteLeftOpen();
 }
 
 void Desk::TurnToSheet(SimModel& drawing, int sheet) {
@@ -225,24 +234,19 @@ std::string Desk::Described(int window) const {
     return model == nullptr ? "an empty window" : "the window of " + Utf8(model->Name());
 }
 
-std::optional<std::string> Desk::WindowLeftCurrent() {
-    FollowStore();
+void Desk::NoteWindowLeftCurrent() {
     const int next = HasWindow(pendingWindow_) ? pendingWindow_ : activeWindow_;
-    if (!setWindow_ || *setWindow_ == next) return std::nullopt;
-    return Described(*setWindow_) + " was left current";
+    if (setWindow_ && *setWindow_ != next) leftovers_.push_back(Described(*setWindow_) + " was left current");
 }
 
-std::vector<std::string> Desk::Leftovers() {
-    FollowStore();
-    std::vector<std::string> lines;
+void Desk::NoteLeftOpen() {
     for (const int window : opened_)
         if (ModelIn(window) != nullptr && window != activeWindow_)
-            lines.push_back(Described(window) + " was left open");
+            leftovers_.push_back(Described(window) + " was left open");
     for (const auto& [drawing, sheet] : sheetsBefore_)
         if (drawing->CurrentSheet() != sheet)
-            lines.push_back("the drawing " + Utf8(drawing->Name()) + " was left on sheet " +
-                            std::to_string(drawing->CurrentSheet()));
-    return lines;
+            leftovers_.push_back("the drawing " + Utf8(drawing->Name()) + " was left on sheet " +
+                                 std::to_string(drawing->CurrentSheet()));
 }
 
 // ---- Selection and surfaces

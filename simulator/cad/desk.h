@@ -51,21 +51,20 @@ public:
     void EraseLater(SimModel& model);
     // True for a model that a command has erased and that must not be used any more.
     bool IsDoomed(const SimModel& model) const { return !doomed_.empty() && doomed_.contains(&model); }
-    // Call it when a command has returned. A model that another one in memory refers to stays there.
-    void ApplyPending();
 
     // Takes every model out of memory, at once, that is in no window and below none that is.
     void EraseNotShown();
 
-    // ---- What a command left behind
+    // ---- From a command's start to its end
     void StartCommand();
+    // Notes what the command left behind; what it put off takes effect. A model that another one in memory
+    // refers to stays there.
+    void EndCommand();
     // Makes a sheet of a drawing current, for a command that should go back to the one before.
     void TurnToSheet(SimModel& drawing, int sheet);
-    // One line each, in words: another window current than the active one, windows that the command opened
-    // and that are not active, drawings on another sheet. `WindowLeftCurrent` before ApplyPending,
-    // `Leftovers` after it.
-    std::optional<std::string> WindowLeftCurrent();
-    std::vector<std::string> Leftovers();
+    // What the last command left behind, one line each, in words: another window current than the active one,
+    // windows that it opened and that are not active, drawings on another sheet.
+    const std::vector<std::string>& Leftovers() const { return leftovers_; }
 
     // ---- Selection
     std::vector<Pick> selected;      // the selection buffer
@@ -94,6 +93,9 @@ private:
     void MakeActive(int window);
     void Forget(const SimModel& model);
     std::string Described(int window) const;
+    void NoteWindowLeftCurrent();
+    void ApplyPending();
+    void NoteLeftOpen();
 
     ModelStore& models_;
     std::vector<Window> windows_ = {{}};                 // by window number
@@ -105,6 +107,7 @@ private:
     std::vector<int> toClose_;
     std::vector<int> opened_;                                // windows that the command filled
     std::unordered_map<const SimModel*, int> sheetsBefore_;  // of drawings that the command turned
+    std::vector<std::string> leftovers_;
     int repaints_ = 0;
     std::vector<SimModel*> toErase_;
     std::unordered_set<const SimModel*> doomed_;

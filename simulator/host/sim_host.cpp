@@ -195,8 +195,6 @@ ProError SimHost::Run(std::string_view command) {
     session_->report.ResetCalls();
     ResetPluginHeap();
     const ProError status = session_->screen.RunCommand(command);
-    if (const auto left = session_->desk.WindowLeftCurrent()) problems_.push_back(*left);
-    session_->desk.ApplyPending();
     LookForLeftovers(directory, options);
     return status;
 }
@@ -214,7 +212,7 @@ void SimHost::LookForLeftovers(const fs::path& directory,
     // An option of the session that had no value may get one for good: there is no call that takes it away.
     std::erase_if(now, [&options](const auto& option) { return !options.contains(option.first); });
     if (options != now) problems_.push_back("a configuration option was left changed");
-    for (std::string& line : session_->desk.Leftovers()) problems_.push_back(std::move(line));
+    for (const std::string& line : session_->desk.Leftovers()) problems_.push_back(line);
 }
 
 // ---- Seeing

@@ -233,7 +233,7 @@ ProError Interface::StartCommand(Command& command) {
     for (auto macro = loadedMacros.rbegin(); macro != loadedMacros.rend(); ++macro)
         user_.macros.push_back(std::move(*macro));
     loadedMacros.clear();
-    desk_.ApplyPending();
+    desk_.EndCommand();
     return static_cast<ProError>(answer);
 }
 

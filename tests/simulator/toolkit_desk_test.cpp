@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include <ProArray.h>
 #include <ProMdl.h>
@@ -13,6 +14,7 @@
 #include <ProWindows.h>
 #include <gtest/gtest.h>
 
+#include "simulator/host/sim_host.h"
 #include "simulator/report/utf8.h"
 #include "support/host_test.h"
 
@@ -119,7 +121,7 @@ TEST_F(HostDesk, WindowsActivateWhenTheCommandHasReturned) {
     ProMdl current = nullptr;
     EXPECT_EQ(ProMdlCurrentGet(&current), PRO_TK_NO_ERROR);
     EXPECT_EQ(current, &pump);
-    session.desk.ApplyPending();
+    session.desk.EndCommand();
     EXPECT_EQ(ProMdlCurrentGet(&current), PRO_TK_NO_ERROR);
     EXPECT_EQ(current, &drawing);
     EXPECT_EQ(ProWindowCurrentGet(&now), PRO_TK_NO_ERROR);
@@ -134,6 +136,37 @@ TEST_F(HostDesk, WindowsActivateWhenTheCommandHasReturned) {
     EXPECT_EQ(ProWindowActivate(9), PRO_TK_BAD_INPUTS);
     EXPECT_EQ(ProWindowRepaint(PRO_VALUE_UNUSED), PRO_TK_NO_ERROR);
     EXPECT_EQ(ProWindowRepaint(9), PRO_TK_BAD_INPUTS);
+}
+
+// A command that exports from the bolt's window, and goes back or forgets to.
+int UseBoltWindow(bool goesBack) {
+    int before = -1, window = -1;
+    EXPECT_EQ(ProWindowCurrentGet(&before), PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProObjectwindowMdlnameCreate(Buffer<PRO_MDLNAME_SIZE>(L"BOLT").text, PRO_PART, &window),
+              PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProWindowCurrentSet(window), PRO_TK_NO_ERROR);
+    if (!goesBack) return PRO_TK_NO_ERROR;
+    EXPECT_EQ(ProWindowCurrentSet(before), PRO_TK_NO_ERROR);
+    EXPECT_EQ(ProWindowDelete(window), PRO_TK_NO_ERROR);
+    return PRO_TK_NO_ERROR;
+}
+
+TEST(HostWindows, ACommandThatLeavesOneCurrentIsNamed) {
+    HostSetup setup;
+    setup.initialize = false;
+    SimHost host(setup);
+    host.AddPart(L"BOLT");
+    host.Open(host.AddAssembly(L"PUMP"));
+    Interface& screen = host.State().screen;
+    screen.AddCommand("Stray")->action = [](uiCmdCmdId, uiCmdValue*, void*) { return UseBoltWindow(false); };
+    screen.AddCommand("Tidy")->action = [](uiCmdCmdId, uiCmdValue*, void*) { return UseBoltWindow(true); };
+
+    EXPECT_EQ(host.Run("Tidy"), PRO_TK_NO_ERROR);
+    EXPECT_EQ(host.TakeProblems(), std::vector<std::string>{});
+    EXPECT_EQ(host.Run("Stray"), PRO_TK_NO_ERROR);
+    EXPECT_EQ(host.TakeProblems(), (std::vector<std::string>{"the window of BOLT was left current",
+                                                             "the window of BOLT was left open"}));
+    EXPECT_EQ(host.State().models.current->Name(), L"PUMP");
 }
 
 TEST_F(HostDesk, ManufacturingModelsGiveTheirAssembly) {

@@ -87,7 +87,7 @@ TEST_F(HostModels, ErasedModelsGoWhenTheCommandHasReturned) {
     wchar_t name[PRO_NAME_SIZE];
     EXPECT_EQ(ProMdlNameGet(current, name), PRO_TK_BAD_INPUTS);
     EXPECT_TRUE(Misuse("after it was erased"));
-    session.desk.ApplyPending();
+    session.desk.EndCommand();
     EXPECT_TRUE(session.models.All().empty());
     EXPECT_TRUE(session.desk.selected.empty());
     EXPECT_EQ(ProMdlCurrentGet(&current), PRO_TK_BAD_CONTEXT);
