@@ -1,0 +1,328 @@
+// Reading model files.
+
+#include "simulator/cad/model_file.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <optional>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include "simulator/cad/folder_index.h"
+#include "simulator/cad/json_node.h"
+#include "simulator/cad/model_words.h"
+#include "simulator/report/utf8.h"
+
+namespace sim {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Matrix ReadPlacement(const Node& node) {
+    if (!node.Value().is_array() || node.Value().size() != 4) node.Fail("a list of 4 rows");
+    Matrix matrix{};
+    for (std::size_t row = 0; row < 4; ++row) {
+        const Node line(node.Value()[row], node, row);
+        matrix[row] = line.Numbers<4>();
+        if (matrix[row][3] != (row == 3 ? 1.0 : 0.0)) line.Fail("a last column of 0, 0, 0, 1");
+    }
+    return matrix;
+}
+
+void ReadPlacing(Entries& entries, Matrix& placement) {
+    entries.Optional("origin", [&](const Node& node) {
+        const auto [x, y, z] = node.Numbers<3>();
+        placement = TranslationMatrix(x, y, z);
+    });
+    entries.Optional("placement", [&](const Node& node) { placement = ReadPlacement(node); });
+}
+
+// "bolt.prt" as name and kind.
+std::pair<std::wstring, ModelKind> ReadModelName(const Node& node) {
+    const std::optional<ModelFile> parts = ParseModelFileName(Wide(node.Text()));
+    if (!parts || parts->version != 0) node.Fail("a model as \"name.prt\", with asm, prt, drw, frm or mfg");
+    return {parts->name, parts->kind};
+}
+
+std::string ReadBytes(const fs::path& file, const std::string& label) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) throw std::system_error(std::make_error_code(std::errc::io_error), label);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+Json Parse(const std::string& bytes, const std::string& label) {
+    try {
+        return Json::parse(bytes);
+    } catch (const Json::parse_error& error) {
+        const std::size_t end = std::min(error.byte == 0 ? 0 : error.byte - 1, bytes.size());
+        const auto line =
+            1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(end), '\n');
+        // The library's own words, without its number and position.
+        std::string what = error.what();
+        if (const std::size_t dash = what.find(": syntax error"); dash != std::string::npos)
+            what = what.substr(dash + 2);
+        throw ModelFileError(label + ":" + std::to_string(line) + ": expected JSON: " + what);
+    }
+}
+
+}  // namespace
+
+class ModelReader {
+public:
+    ModelReader(ModelFileContent& content) : model_(*content.model), ties_(content.ties) {}
+
+    void Read(Entries& root) {
+        root.Optional("readOnly", [&](const Node& node) { model_.readOnly_ = node.Truth(); });
+        root.Optional("bodies", [&](const Node& node) { model_.bodies_ = node.Int(0); });
+        root.Optional("parameters", [&](const Node& node) { ReadList(node, &ModelReader::ReadParameter); });
+        root.Optional("generic", [&](const Node& node) { ReadGeneric(node); });
+        root.Optional("familyColumns", [&](const Node& node) { ReadList(node, &ModelReader::ReadColumn); });
+        root.Optional("features", [&](const Node& node) { ReadList(node, &ModelReader::ReadFeature); });
+        root.Optional("surfaces", [&](const Node& node) { ReadList(node, &ModelReader::ReadSurface); });
+        root.Optional("coordinateSystems",
+                      [&](const Node& node) { ReadList(node, &ModelReader::ReadSystem); });
+        root.Optional("sheets", [&](const Node& node) { ReadList(node, &ModelReader::ReadSheet); });
+        root.Optional("currentSheet", [&](const Node& node) {
+            model_.currentSheet_ =
+                static_cast<int>(node.Integer(1, static_cast<long long>(model_.sheets_.size())));
+        });
+        root.Optional("models", [&](const Node& node) {
+            node.ForEach([&](const Node& entry) { AddTie(ModelTie::Role::kShownModel, 0, entry); });
+        });
+        root.Optional("views", [&](const Node& node) { ReadList(node, &ModelReader::ReadView); });
+        root.Optional("assembly", [&](const Node& node) { AddTie(ModelTie::Role::kMfgAssembly, 0, node); });
+        model_.modified_ = false;
+    }
+
+    static void Tie(SimModel& model, const ModelTie& tie, SimModel* other) {
+        const std::wstring label = tie.name + L"." + std::wstring(ExtensionOf(tie.kind));
+        switch (tie.role) {
+            case ModelTie::Role::kComponent:
+                TieComponent(model, tie, other);
+                break;
+            case ModelTie::Role::kView:
+                if (other == nullptr) model.views_[tie.position].missingModel = label;
+                model.views_[tie.position].model = other;
+                if (other != nullptr) model.Use(other);
+                break;
+            case ModelTie::Role::kShownModel:
+                if (other != nullptr)
+                    model.AddShownModel(*other).SetModified(false);
+                else
+                    model.missingShownModels_.push_back(label);
+                break;
+            case ModelTie::Role::kMfgAssembly:
+                if (other != nullptr)
+                    model.SetMfgAssembly(*other).SetModified(false);
+                else
+                    model.missingMfgAssembly_ = label;
+                break;
+            case ModelTie::Role::kGeneric:
+                if (other != nullptr)
+                    model.MakeInstanceOf(*other).SetModified(false);
+                else
+                    model.missingGeneric_ = label;
+                break;
+        }
+    }
+
+private:
+    static void TieComponent(SimModel& model, const ModelTie& tie, SimModel* other) {
+        Feature& feature = model.features_[tie.position];
+        feature.component = other;
+        if (other != nullptr) {
+            model.Use(other);
+            return;
+        }
+        feature.missingName = tie.name;
+        feature.missingKind = tie.kind;
+        feature.missingStatus = feature.status;
+        feature.status = kFeatureSuppressed;
+    }
+
+    void ReadList(const Node& list, void (ModelReader::*read)(const Node&)) {
+        list.ForEach([&](const Node& entry) { (this->*read)(entry); });
+    }
+
+    void AddTie(ModelTie::Role role, std::size_t position, const Node& node) {
+        auto [name, kind] = ReadModelName(node);
+        ties_.push_back({role, position, std::move(name), kind});
+    }
+
+    void ReadGeneric(const Node& node) {
+        const auto [name, kind] = ReadModelName(node);
+        const bool isOwn = kind == model_.kind_ && UpperName(name) == UpperName(model_.name_);
+        if (kind != model_.kind_ || isOwn) node.Fail("another model of the same kind");
+        AddTie(ModelTie::Role::kGeneric, 0, node);
+    }
+
+    void ReadColumn(const Node& node) {
+        if (!model_.AddFamilyColumn(node.WideText(kLongestName))) node.Fail("a parameter, each once");
+    }
+
+    int ReadId(Entries& entries) {
+        int id = 0;
+        entries.Required("id", [&](const Node& node) {
+            id = node.Int(1);
+            if (!ids_.insert(id).second) node.Fail("an identifier that the model does not use yet");
+        });
+        model_.nextId_ = std::max(model_.nextId_, id + 1);
+        return id;
+    }
+
+    void ReadParameter(const Node& node) {
+        Entries entries(node);
+        ModelParameter parameter;
+        entries.Required("name", [&](const Node& name) {
+            parameter.name = name.WideText(kLongestName);
+            if (parameter.name.empty() || model_.HasParameter(parameter.name)) name.Fail("a name of its own");
+        });
+        ParameterType type{};
+        entries.Required("type", [&](const Node& word) { type = word.OneOf(kParameterTypes); });
+        entries.Required("value", [&](const Node& value) { parameter.value = ReadValue(value, type); });
+        entries.Optional("relationDriven",
+                         [&](const Node& truth) { parameter.relationDriven = truth.Truth(); });
+        entries.Optional("locked", [&](const Node& truth) { parameter.locked = truth.Truth(); });
+        entries.Close();
+        model_.parameterIndex_[UpperName(parameter.name)] = model_.parameters_.size();
+        model_.parameters_.push_back(std::move(parameter));
+    }
+
+    static ParameterValue ReadValue(const Node& value, ParameterType type) {
+        switch (type) {
+            case ParameterType::kReal:
+                return value.Real();
+            case ParameterType::kInteger:
+                return value.Int(std::numeric_limits<int>::min());
+            case ParameterType::kBoolean:
+                return value.Truth();
+            case ParameterType::kString:
+                break;
+        }
+        return value.WideText(kLongestText);
+    }
+
+    void ReadFeature(const Node& node) {
+        Entries entries(node);
+        Feature feature;
+        feature.id = ReadId(entries);
+        const bool hasModel = entries.Optional("model", [&](const Node& name) {
+            AddTie(ModelTie::Role::kComponent, model_.features_.size(), name);
+        });
+        const bool hasType = entries.Optional("type", [&](const Node& type) { feature.type = type.Int(1); });
+        if (hasModel == hasType) node.Fail("either \"model\" or \"type\"");
+        entries.Optional("status", [&](const Node& word) { feature.status = word.OneOf(kStatuses); });
+        entries.Optional("statusFlags", [&](const Node& flags) {
+            feature.statusFlags =
+                static_cast<unsigned>(flags.Integer(0, std::numeric_limits<unsigned>::max()));
+        });
+        entries.Optional("internal", [&](const Node& truth) { feature.isVisible = !truth.Truth(); });
+        entries.Optional("hidden", [&](const Node& truth) { feature.isHidden = truth.Truth(); });
+        ReadPlacing(entries, feature.placement);
+        entries.Close();
+        model_.InsertFeatureWithId(std::move(feature));
+    }
+
+    void ReadSurface(const Node& node) {
+        Entries entries(node);
+        SurfaceItem surface;
+        surface.id = ReadId(entries);
+        const auto read = [&](std::string_view key, Vec3& corner) {
+            entries.Required(key, [&](const Node& numbers) {
+                const auto [x, y, z] = numbers.Numbers<3>();
+                corner = {x, y, z};
+            });
+        };
+        read("minimum", surface.box.minimum);
+        read("maximum", surface.box.maximum);
+        const Box& box = surface.box;
+        if (box.minimum.x > box.maximum.x || box.minimum.y > box.maximum.y || box.minimum.z > box.maximum.z)
+            node.Fail("a minimum that is nowhere above the maximum");
+        entries.Close();
+        model_.surfaces_.push_back(std::make_unique<SurfaceItem>(surface));
+    }
+
+    void ReadSystem(const Node& node) {
+        Entries entries(node);
+        CoordinateSystem system;
+        system.id = ReadId(entries);
+        entries.Required("name", [&](const Node& name) { system.name = name.WideText(kLongestName); });
+        ReadPlacing(entries, system.placement);
+        entries.Close();
+        model_.coordinateSystems_.push_back(std::move(system));
+    }
+
+    static double ReadScale(const Node& node) {
+        const double scale = node.Real();
+        if (scale <= 0) node.Fail("a scale above 0");
+        return scale;
+    }
+
+    void ReadSheet(const Node& node) {
+        Entries entries(node);
+        DrawingSheet sheet;
+        entries.Required("size", [&](const Node& size) { sheet.size = size.WideText(kLongestName); });
+        entries.Optional("name", [&](const Node& name) { sheet.name = name.WideText(kLongestName); });
+        entries.Optional("scale", [&](const Node& scale) { sheet.scale = ReadScale(scale); });
+        entries.Optional("format", [&](const Node& format) { sheet.format = format.WideText(kLongestText); });
+        entries.Close();
+        model_.sheets_.push_back(std::move(sheet));
+    }
+
+    void ReadView(const Node& node) {
+        Entries entries(node);
+        DrawingView view;
+        view.id = ReadId(entries);
+        entries.Required("sheet", [&](const Node& sheet) {
+            view.sheet = static_cast<int>(sheet.Integer(1, static_cast<long long>(model_.sheets_.size())));
+        });
+        entries.Required(
+            "model", [&](const Node& name) { AddTie(ModelTie::Role::kView, model_.views_.size(), name); });
+        entries.Optional("scale", [&](const Node& scale) { view.scale = ReadScale(scale); });
+        entries.Optional("name", [&](const Node& name) { view.name = name.WideText(kLongestName); });
+        entries.Close();
+        model_.views_.push_back(std::move(view));
+    }
+
+    SimModel& model_;
+    std::vector<ModelTie>& ties_;
+    std::set<int> ids_;
+};
+
+ModelFileContent ReadModelFile(const fs::path& file, std::wstring_view name, ModelKind kind) {
+    const std::string label = Utf8(file.filename().wstring());
+    const Json json = Parse(ReadBytes(file, label), label);
+    const Node node(json, label);
+    Entries root(node);
+    root.Required("format", [](const Node& format) {
+        if (format.Text() != kFormat) format.Fail("\"" + std::string(kFormat) + "\"");
+    });
+    root.Required("version", [](const Node& version) { version.Integer(kFormatVersion, kFormatVersion); });
+    std::wstring modelName = UpperName(name);
+    root.Required("name", [&](const Node& text) {
+        std::wstring own = Wide(text.Text());
+        if (UpperName(own) == modelName) modelName = std::move(own);
+    });
+    root.Required("kind", [&](const Node& word) {
+        if (word.OneOf(kKinds) != kind)
+            word.Fail("\"" + std::string(std::ranges::find(kKinds, kind, &Word<ModelKind>::value)->text) +
+                      "\"");
+    });
+    ModelSubtype subtype = ModelSubtype::kNone;
+    root.Optional("subtype", [&](const Node& word) { subtype = word.OneOf(kSubtypes); });
+
+    ModelFileContent content{std::make_unique<SimModel>(std::move(modelName), kind, subtype), {}};
+    ModelReader(content).Read(root);
+    root.Close();
+    return content;
+}
+
+void TieModels(SimModel& model, const ModelTie& tie, SimModel* other) {
+    ModelReader::Tie(model, tie, other);
+}
+
+}  // namespace sim
