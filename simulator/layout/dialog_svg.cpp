@@ -1,32 +1,16 @@
-// Draws a dialog from its layout: sizes from the texts and the given columns and rows, places from the grids.
+// Draws a dialog as a picture of its window.
 
 #include <algorithm>
 #include <cstdio>
-#include <numeric>
 #include <vector>
 
+#include "simulator/layout/dialog_measure.h"
 #include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
 
 namespace sim {
 
 namespace {
-
-// All measures in pixels of a screen with 96 dots an inch.
-constexpr double kTitleBar = 30;
-constexpr double kMargin = 11;
-constexpr double kGap = 7;
-constexpr double kLineHeight = 16;
-constexpr double kColumnWidth = 7;  // one character of a field
-constexpr double kFieldHeight = 23;
-constexpr double kButtonHeight = 25;
-constexpr double kButtonWidth = 80;
-constexpr double kMark = 13;  // check box, radio button
-constexpr double kArrow = 17;
-constexpr double kFrameTop = 20;
-constexpr double kFrameSide = 10;
-constexpr double kTabHeight = 24;
-constexpr double kTableRow = 20;
 
 constexpr const char* kStyle =
     "text{font:12px 'Microsoft YaHei UI','Segoe UI','Microsoft YaHei','WenQuanYi Micro Hei','Noto Sans CJK "
@@ -38,36 +22,6 @@ constexpr const char* kStyle =
     ".line{stroke:#333;fill:none;stroke-width:1.4}.head{fill:#fafafa;stroke:#e5e5e5}.cell{fill:none;stroke:#"
     "e5e5e5}"
     ".chosen{fill:#cce8ff}.rule{stroke:#d0d0d0}.bar2{fill:#06b025}";
-
-struct Size {
-    double width = 0;
-    double height = 0;
-};
-
-struct Area {
-    double x = 0, y = 0, width = 0, height = 0;
-};
-
-std::vector<std::wstring> SplitLines(std::wstring_view text) {
-    std::vector<std::wstring> lines;
-    for (;;) {
-        const std::size_t end = text.find(L'\n');
-        lines.emplace_back(text.substr(0, end));
-        if (end == std::wstring_view::npos) return lines;
-        text.remove_prefix(end + 1);
-    }
-}
-
-double TextWidth(std::wstring_view text) {
-    double widest = 0;
-    for (const std::wstring& line : SplitLines(text)) {
-        double width = 0;
-        for (const wchar_t c : line)
-            width += c >= 0x1100 ? 12.2 : (c >= L'A' && c <= L'Z') || c == L'W' ? 8 : 6.4;
-        widest = std::max(widest, width);
-    }
-    return widest;
-}
 
 std::string Number(double value) {
     char text[32];
@@ -98,36 +52,16 @@ std::string Escaped(std::wstring_view text) {
     return escaped;
 }
 
-bool IsField(ComponentKind kind) {
-    switch (kind) {
-        case ComponentKind::kInputPanel:
-        case ComponentKind::kTextArea:
-        case ComponentKind::kOptionMenu:
-        case ComponentKind::kLayout:
-        case ComponentKind::kTable:
-        case ComponentKind::kList:
-        case ComponentKind::kTree:
-        case ComponentKind::kTab:
-        case ComponentKind::kSeparator:
-        case ComponentKind::kDrawingArea:
-        case ComponentKind::kProgressBar:
-        case ComponentKind::kSlider:
-            return true;
-        default:
-            return false;
-    }
-}
-
 class Drawing {
 public:
-    explicit Drawing(const Dialog& dialog) : dialog_(dialog) {}
+    explicit Drawing(const Dialog& dialog) : dialog_(dialog), measure_(dialog) {}
 
     std::string Draw() {
         const ResContainer* top =
             dialog_.Layout().containers.empty() ? nullptr : &dialog_.Layout().containers.front();
         const ResAttributes none;
         const ResAttributes& own = top == nullptr ? none : top->attributes;
-        Size content = top == nullptr || !top->grid ? Size{200, 40} : Measure(*top->grid);
+        Size content = top == nullptr || !top->grid ? Size{200, 40} : measure_.Measure(*top->grid);
         content.width =
             std::max({content.width, TextWidth(dialog_.title) + 60, Given(own, "Width") - 2 * kMargin});
         content.height = std::max(content.height, Given(own, "Height") - 2 * kMargin - kTitleBar);
@@ -162,200 +96,19 @@ private:
                            [](const ResComponent& c) { return c.kind == ComponentKind::kMenuBar; });
     }
 
-    // ---- Sizes
-
-    Size MeasureContainer(const std::string& name) const {
-        const ResContainer* container = dialog_.Layout().Find(name);
-        return container == nullptr || !container->grid ? Size{} : Measure(*container->grid);
-    }
-
-    Size MeasureTable(const Component& table) const {
-        double width = 0;
-        for (const Table::Line& column : table.table.Columns()) width += ColumnPixels(column);
-        width = std::max({width, table.Integer("MinColumns", 0) * kColumnWidth, 120.0});
-        const int rows = table.Integer("VisibleRows", table.Integer("MinRows", 8));
-        return {width + kArrow, kTableRow * (rows + 1)};
-    }
-
-    static double ColumnPixels(const Table::Line& column) {
-        return std::max(column.width * kColumnWidth, TextWidth(column.label)) + 12;
-    }
-
-    Size MeasureEntries(const Component& group, double mark) const {
-        const bool vertical = group.Boolean("Orientation", true);
-        Size size;
-        for (const std::wstring& label : group.labels) {
-            const double width = mark + TextWidth(label);
-            size.width = vertical ? std::max(size.width, width) : size.width + width + 14;
-            size.height = vertical ? size.height + kLineHeight + 4 : kLineHeight + 4;
-        }
-        return size;
-    }
-
-    Size Measure(const Component& component) const {
-        const double columns =
-            component.Integer("Columns", component.Integer("MinColumns", 20)) * kColumnWidth;
-        switch (component.kind) {
-            case ComponentKind::kLabel: {
-                const double lines = static_cast<double>(SplitLines(component.label).size());
-                return {std::max(TextWidth(component.label), component.Integer("Columns", 0) * kColumnWidth),
-                        lines * kLineHeight};
-            }
-            case ComponentKind::kPushButton:
-                return {std::max(TextWidth(component.label) + 24, kButtonWidth), kButtonHeight};
-            case ComponentKind::kCheckButton:
-                return {kMark + 7 + TextWidth(component.label), kLineHeight + 4};
-            case ComponentKind::kRadioGroup:
-                return MeasureEntries(component, kMark + 7);
-            case ComponentKind::kInputPanel:
-                return {columns + 8, kFieldHeight};
-            case ComponentKind::kOptionMenu: {
-                double widest =
-                    component.Integer("Columns", component.Integer("MinColumns", 8)) * kColumnWidth;
-                for (const std::wstring& label : component.labels)
-                    widest = std::max(widest, TextWidth(label));
-                return {widest + kArrow + 12, kFieldHeight};
-            }
-            case ComponentKind::kTextArea:
-                return {columns + kArrow,
-                        component.Integer("Rows", component.Integer("MinRows", 5)) * kLineHeight + 8};
-            case ComponentKind::kTable:
-                return MeasureTable(component);
-            case ComponentKind::kList:
-            case ComponentKind::kTree:
-                return {columns + kArrow, component.Integer("VisibleRows", 6) * kLineHeight + 8};
-            case ComponentKind::kSeparator:
-                return {2, 2};
-            case ComponentKind::kDrawingArea:
-                return {component.Integer("DrawingWidth", 200) + 2.0,
-                        component.Integer("DrawingHeight", 150) + 2.0};
-            case ComponentKind::kLayout:
-                return MeasureLayout(component);
-            case ComponentKind::kTab:
-                return MeasureTab(component);
-            default:
-                return {component.Integer("Length", 150) * 1.0, kFieldHeight};
-        }
-    }
-
-    Size MeasureLayout(const Component& layout) const {
-        Size size = MeasureContainer(layout.name);
-        if (!layout.Boolean("Decorated", false)) return size;
-        size.width = std::max(size.width, TextWidth(layout.label) + 20) + 2 * kFrameSide;
-        size.height += kFrameTop + kFrameSide;
-        return size;
-    }
-
-    Size MeasureTab(const Component& tab) const {
-        Size size;
-        for (const std::string& page : tab.children) {
-            const Size one = MeasureContainer(page);
-            size = {std::max(size.width, one.width), std::max(size.height, one.height)};
-        }
-        return {size.width + 2 * kFrameSide, size.height + kTabHeight + 2 * kFrameSide};
-    }
-
-    Size MeasureCell(const ResCell& cell) const {
-        if (!cell.grid.empty()) return Measure(cell.grid.front());
-        const Component* component = dialog_.Find(cell.component);
-        return component == nullptr || !component->visible ? Size{} : Measure(*component);
-    }
-
-    void MeasureTracks(const ResGrid& grid, std::vector<double>& widths, std::vector<double>& heights) const {
-        widths.assign(grid.columnStretches.size(), 0);
-        heights.assign(grid.rowStretches.size(), 0);
-        for (const ResCell& cell : grid.cells) {
-            const Size size = MeasureCell(cell);
-            double& width = widths[static_cast<std::size_t>(cell.column)];
-            double& height = heights[static_cast<std::size_t>(cell.row)];
-            width = std::max(width, size.width);
-            height = std::max(height, size.height);
-        }
-    }
-
-    static double Sum(const std::vector<double>& tracks) {
-        const auto gaps = std::count_if(tracks.begin(), tracks.end(), [](double track) { return track > 0; });
-        return std::accumulate(tracks.begin(), tracks.end(), 0.0) +
-               kGap * static_cast<double>(std::max<std::ptrdiff_t>(gaps - 1, 0));
-    }
-
-    Size Measure(const ResGrid& grid) const {
-        std::vector<double> widths, heights;
-        MeasureTracks(grid, widths, heights);
-        return {Sum(widths), Sum(heights)};
-    }
-
-    // ---- Places
-
-    // Room that is left over goes to the tracks that stretch.
-    static void Stretch(std::vector<double>& tracks, const std::vector<bool>& stretches, double room) {
-        const double left = room - Sum(tracks);
-        const auto takers = std::count(stretches.begin(), stretches.end(), true);
-        if (left <= 0 || takers == 0) return;
-        for (std::size_t i = 0; i < tracks.size(); ++i)
-            if (stretches[i]) tracks[i] += left / static_cast<double>(takers);
-    }
-
-    static double Start(const std::vector<double>& tracks, int index) {
-        double start = 0;
-        for (std::size_t i = 0; i < static_cast<std::size_t>(index); ++i)
-            if (tracks[i] > 0) start += tracks[i] + kGap;
-        return start;
-    }
-
     void Place(const ResGrid& grid, const Area& area) {
-        std::vector<double> widths, heights;
-        MeasureTracks(grid, widths, heights);
-        Stretch(widths, grid.columnStretches, area.width);
-        Stretch(heights, grid.rowStretches, area.height);
-        for (const ResCell& cell : grid.cells) {
-            const auto row = static_cast<std::size_t>(cell.row);
-            const auto column = static_cast<std::size_t>(cell.column);
-            const Area room{area.x + Start(widths, cell.column), area.y + Start(heights, cell.row),
-                            widths[column], heights[row]};
+        const std::vector<Area> rooms = measure_.Rooms(grid, area);
+        for (std::size_t i = 0; i < grid.cells.size(); ++i) {
+            const ResCell& cell = grid.cells[i];
             if (!cell.grid.empty()) {
-                Place(cell.grid.front(), room);
+                Place(cell.grid.front(), rooms[i]);
                 continue;
             }
             const Component* component = dialog_.Find(cell.component);
+            const bool stretches = grid.columnStretches[static_cast<std::size_t>(cell.column)];
             if (component != nullptr && component->visible)
-                DrawComponent(*component, Fit(*component, room, grid.columnStretches[column]));
+                DrawComponent(*component, measure_.Fit(*component, rooms[i], stretches));
         }
-    }
-
-    // Where in its cell a component stands: over the whole side when attached at both ends, else in its own
-    // size.
-    Area Fit(const Component& component, const Area& room, bool columnStretches) const {
-        const Size size = Measure(component);
-        const bool field = IsField(component.kind);
-        const bool button = component.kind == ComponentKind::kPushButton;
-        const auto attached = [&](const char* first, const char* second, bool otherwise, bool& atFirst,
-                                  bool& atSecond) {
-            const bool said = component.attributes.contains(first) || component.attributes.contains(second);
-            atFirst = said ? component.Boolean(first, false) : otherwise;
-            atSecond = said ? component.Boolean(second, false) : otherwise;
-        };
-        bool left, right, top, bottom;
-        attached("AttachLeft", "AttachRight", field || (button && !columnStretches), left, right);
-        const bool tall =
-            component.kind == ComponentKind::kTable || component.kind == ComponentKind::kTextArea ||
-            component.kind == ComponentKind::kLayout || component.kind == ComponentKind::kList ||
-            component.kind == ComponentKind::kTab || component.kind == ComponentKind::kTree;
-        attached("AttachTop", "AttachBottom", tall, top, bottom);
-        Area area = room;
-        if (!(left && right)) {
-            area.width = std::min(size.width, room.width);
-            // Attached to neither side on purpose: in the middle. Without a word about it: at the left.
-            const bool centred = !left && !right && component.attributes.contains("AttachLeft");
-            const double slack = room.width - area.width;
-            area.x = room.x + (right ? slack : centred ? slack / 2 : 0);
-        }
-        if (!(top && bottom)) {
-            area.height = std::min(size.height, room.height);
-            const double slack = room.height - area.height;
-            area.y = room.y + (bottom ? slack : top ? 0 : slack / 2);
-        }
-        return area;
     }
 
     // ---- Pieces
@@ -579,6 +332,7 @@ private:
     }
 
     const Dialog& dialog_;
+    DialogMeasure measure_;
     std::string svg_;
 };
 
