@@ -25,10 +25,13 @@ public:
     Desk(const Desk&) = delete;
     Desk& operator=(const Desk&) = delete;
 
-    // ---- Windows. The base window, 0, always exists; a window without a model is empty. Of the windows one
-    // is active, the one that the user works in, and one is current, the one that calls draw and export in:
-    // the active one until a command sets another. Numbers of closed windows are not used again. The user
-    // opens the model: in its window, else an empty one, else a new one; that window becomes current.
+    // ---- Windows
+    // The base window, 0, always exists; a window without a model is empty. Of the windows one is active, the
+    // one that the user works in, and one is current, the one that calls draw and export in: the active one
+    // until a command sets another. Numbers of closed windows are not used again.
+
+    // The user opens the model: in its window, else an empty one, else a new one; that window becomes active
+    // and current.
     int Open(SimModel& model);
     // The model's window, made if need be as above; the current window stays.
     int WindowFor(SimModel& model);

@@ -21,8 +21,7 @@ namespace sim {
 struct CallSite {
     // failures   the statuses that the documents name for the function, besides the general error
     // givesBack  the function returns something to the host: an injected fault then still does the work, so
-    // that
-    //            a failing free is not mistaken for a forgotten one
+    //            that a failing free is not mistaken for a forgotten one
     CallSite(const char* functionName, std::initializer_list<ProError> documentedFailures = {},
              bool givesBackFlag = false);
 
@@ -78,7 +77,7 @@ public:
     std::vector<std::pair<std::string, long long>> CallCounts() const;
     double HostSeconds() const;
     double PluginSeconds() const;
-    // Peak bytes of the plug-in's own heap since the last Reset (counted by the import-table patches).
+    // Whether calls are kept with their arguments; they are only counted otherwise.
     void SetTracing(bool on) { tracing_ = on; }
     const std::vector<CallRecord>& Trace() const { return trace_; }
     // The function of the last injected fault, empty when none has hit.
@@ -105,7 +104,7 @@ public:
     // Forgets all open items (after they were reported).
     void DropOpenItems() { open_.clear(); }
 
-    // Counts, times, trace and the peak back to zero; faults, violations and accounts stay.
+    // Counts, times and the trace back to zero; faults, violations and accounts stay.
     void ResetCalls();
 
 private:

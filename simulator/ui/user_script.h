@@ -1,8 +1,7 @@
 // Scripts of the playing user: what a person types, presses and answers, one step a line.
 //
 //     # Stamps the material into every model.
-//     dialog KvParams              the steps at this dialog follow, indented; one block for each time it
-//     opens
+//     dialog KvParams                  the steps at this dialog follow, indented: a block each time
 //       choose TypeRadio AsmAndPart    an entry of a radio group, option menu or list, by label or name
 //       type ParaName "MATERIAL"       text of a field
 //       check KvOutlineOrder on        or off
@@ -12,18 +11,20 @@
 //       doubleclick bom_list 1 num     a cell, by row and column
 //       sort bom_list param1 down      what the host's own table can do: also without down
 //       filter bom_list param1 "M8"    only the rows with this text; without column and text: all rows
-//       expect text ParaName "M"       what a component shows; also: expect title "..", expect checked NAME
-//       on,
-//                                      expect cell TABLE ROW COLUMN "..",
-//                                      expect selected TABLE "1 2"
+//       expect text ParaName "M"       what a component shows
+//       expect title "Parameters"      the dialog's title
+//       expect checked SortBox on      or off
+//       expect cell bom_list 1 num "4"
+//       expect selected bom_list "1 2"
 //       expect message "\tDone!\t"     text of the last message box
 //       show                           prints the dialog
 //       close                          the close box
-//     folder "C:\\backup"          answers, each kind used in order; also: folder cancel
-//     file "C:\\a.drw"             also: file cancel
-//     prompt "NEW_NAME"            also: prompt enter, prompt escape
-//     pick BOLT                    also: pick none, pick quit, pick BOLT item surface 7 path 3 5, pick BOLT
-//     and NUT answer yes                   of a box with several buttons: yes, no, ok, cancel
+//     folder "C:\\backup"              answers, each kind used in order; also: folder cancel
+//     file "C:\\a.drw"                 also: file cancel
+//     prompt "NEW_NAME"                also: prompt enter, prompt escape
+//     pick BOLT                        also: pick none, pick quit, pick BOLT and NUT,
+//                                      pick BOLT item surface 7 path 3 5
+//     answer yes                       of a box with several buttons: yes, no, ok, cancel
 //
 // Texts with blanks stand in quotes; \" \\ \n \t are what they are in C. Files are UTF-8.
 
