@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <string_view>
 
@@ -32,6 +33,8 @@ HostSetup SetupFor(const Places& places) {
             throw BadInput("the workspace " + Utf8(places.workspace.wstring()) + " is no folder");
         setup.workspace = fs::absolute(places.workspace);
     }
+    // Reports stay where a person can read them.
+    if (const wchar_t* folder = _wgetenv(L"LOCALAPPDATA"); folder != nullptr) setup.localData = folder;
     return setup;
 }
 
@@ -136,6 +139,7 @@ int RunCommand(const Places& places, const RunOptions& options) {
     else
         host.Spreadsheet().Install();
     session.report.SetTracing(options.trace);
+    session.user.progress.realClock = true;
     // A person at the command line sees where the command leaves the directory; it is no fault by itself.
     host.AllowDirectoryChange();
     const ProError status = host.Run(options.command);

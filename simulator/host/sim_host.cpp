@@ -35,14 +35,14 @@ void ReportProblem(const std::string& problem) {
         std::fprintf(stderr, "hostsim: %s\n", problem.c_str());
 }
 
-fs::path NewTemporaryFolder() {
+// A path that nobody uses yet; nothing is there.
+fs::path NewTemporaryPath() {
     static int counter = 0;
     const std::wstring name =
         L"hostsim-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++counter);
     fs::path folder = fs::temp_directory_path() / name;
     std::error_code error;
     fs::remove_all(folder, error);
-    fs::create_directories(folder);
     return folder;
 }
 
@@ -50,9 +50,12 @@ fs::path NewTemporaryFolder() {
 
 SimHost::SimHost(const HostSetup& setup) {
     pluginHome_ = setup.pluginHome.empty() ? DefaultPluginHome() : setup.pluginHome;
-    if (setup.workspace.empty()) ownWorkspace_ = NewTemporaryFolder();
+    if (setup.workspace.empty()) ownWorkspace_ = NewTemporaryPath();
+    if (!ownWorkspace_.empty()) fs::create_directories(ownWorkspace_);
+    if (setup.localData.empty()) ownLocalData_ = NewTemporaryPath();
     session_ = std::make_unique<Session>(setup.workspace.empty() ? ownWorkspace_ : setup.workspace,
                                          setup.textDirectory.empty() ? pluginHome_ : setup.textDirectory);
+    session_->user.localData = setup.localData.empty() ? ownLocalData_ : setup.localData;
     ResetPluginHeap();
     plugin_ = std::make_unique<Plugin>(*session_);
     if (const std::string error = plugin_->Load(pluginHome_); !error.empty()) {
@@ -70,6 +73,7 @@ SimHost::~SimHost() {
     session_.reset();
     std::error_code error;
     if (!ownWorkspace_.empty()) fs::remove_all(ownWorkspace_, error);
+    if (!ownLocalData_.empty()) fs::remove_all(ownLocalData_, error);
 }
 
 int SimHost::Initialize() {
@@ -175,6 +179,11 @@ void SimHost::AnswerPick(PickAnswer answer) {
 }
 void SimHost::AnswerBox(int answer) {
     session_->user.boxAnswers.push_back(answer);
+}
+
+void SimHost::WatchProgress(unsigned long long step, long long cancelAfter) {
+    session_->user.progress.step = step;
+    session_->user.progress.cancelAfter = cancelAfter;
 }
 
 void SimHost::Select(const std::vector<Pick>& picks) {

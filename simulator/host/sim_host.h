@@ -25,6 +25,9 @@ struct HostSetup {
     std::filesystem::path workspace;
     // The registered text directory. Empty: the plug-in's home.
     std::filesystem::path textDirectory;
+    // The user's local application data. Empty: a folder that is made when it is needed and goes with the
+    // host.
+    std::filesystem::path localData;
     // False: the plug-in is loaded but user_initialize waits for Initialize().
     bool initialize = true;
 };
@@ -78,6 +81,9 @@ public:
     void AnswerPrompt(PromptAnswer answer);
     void AnswerPick(PickAnswer answer);
     void AnswerBox(int answer);
+    // Each look of the plug-in at the clock takes `step` milliseconds, and the user watches its progress
+    // window. `cancelAfter`: items after which the user presses its button; below 0: never.
+    void WatchProgress(unsigned long long step, long long cancelAfter = -1);
     // What is selected in the graphics window now.
     void Select(const std::vector<Pick>& picks);
 
@@ -137,6 +143,7 @@ private:
 
     std::filesystem::path pluginHome_;
     std::filesystem::path ownWorkspace_;  // empty: the workspace is somebody's
+    std::filesystem::path ownLocalData_;  // empty: the user's data are somebody's
     std::unique_ptr<Session> session_;
     std::unique_ptr<Plugin> plugin_;
     std::vector<std::string> problems_;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
@@ -39,6 +40,23 @@ struct FileQuestion {
     unsigned long flags;
 };
 
+// A progress window of the plug-in as the user saw it.
+struct ProgressSight {
+    std::vector<std::wstring> texts;
+    std::vector<std::wstring> buttons;
+    bool isActive;
+};
+
+// The user before a long run.
+struct ProgressPlay {
+    unsigned long long now = 1'000'000;  // of the clock, in milliseconds
+    unsigned long long step = 0;         // what passes between two looks at the clock; 0: it stands still
+    bool realClock = false;              // it is the machine's
+    bool windowsFail = false;            // Windows makes no window
+    long long cancelAfter = -1;          // items after which the user presses the button; below 0: never
+    std::vector<ProgressSight> sights;
+};
+
 // One answer at a text or number prompt.
 struct PromptAnswer {
     enum class Kind { kTyped, kEnter, kEscape };
@@ -63,6 +81,9 @@ public:
     std::deque<PromptAnswer> prompts;
     std::deque<PickAnswer> picks;
     std::deque<int> boxAnswers;  // for boxes with more than an OK button: IDYES, IDNO, ...
+    ProgressPlay progress;
+    // The user's local application data.
+    std::filesystem::path localData;
 
     // ---- What was shown or done
     std::vector<ShownBox> boxes;

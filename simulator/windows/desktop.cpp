@@ -9,9 +9,11 @@
 
 #include <commdlg.h>
 #include <shellapi.h>
+#include <shlobj.h>
 
 #include "simulator/report/utf8.h"
 #include "simulator/session/session.h"
+#include "simulator/windows/progress.h"
 
 namespace sim {
 
@@ -121,6 +123,29 @@ BOOL WINAPI StopTimer(HWND, UINT_PTR id) {
     return TRUE;
 }
 
+ULONGLONG WINAPI ReadClock() {
+    return AskClock(host->user.progress);
+}
+
+HWND WINAPI MakeWindow(DWORD extendedStyle, LPCWSTR name, LPCWSTR title, DWORD style, INT left, INT top,
+                       INT width, INT height, HWND parent, HMENU menu, HINSTANCE module, LPVOID data) {
+    if (host->user.progress.windowsFail) return nullptr;
+    return CreateWindowExW(extendedStyle, name, title, style, left, top, width, height, parent, menu, module,
+                           data);
+}
+
+// ---- Folders of the user
+
+BOOL WINAPI FindUserFolder(HWND owner, LPWSTR path, int folder, BOOL create) {
+    if ((folder & 0xFF) != CSIDL_LOCAL_APPDATA) return SHGetSpecialFolderPathW(owner, path, folder, create);
+    const std::filesystem::path& found = host->user.localData;
+    std::error_code error;
+    if (create) std::filesystem::create_directory(found, error);
+    if (found.native().size() >= MAX_PATH || !std::filesystem::is_directory(found, error)) return FALSE;
+    std::copy_n(found.c_str(), found.native().size() + 1, path);
+    return TRUE;
+}
+
 // ---- The clipboard, one text
 
 bool clipboardOpen = false;
@@ -164,7 +189,7 @@ void* Address(Function* function) {
     return reinterpret_cast<void*>(function);
 }
 
-const std::array<Redirection, 11> kRedirections = {{
+const std::array<Redirection, 14> kRedirections = {{
     {"MessageBoxW", Address(&ShowBox)},
     {"GetOpenFileNameW", Address(&ChooseFileToOpen)},
     {"GetSaveFileNameW", Address(&ChooseFileToSave)},
@@ -172,6 +197,9 @@ const std::array<Redirection, 11> kRedirections = {{
     {"WinExec", Address(&StartCommandLine)},
     {"SetTimer", Address(&StartTimer)},
     {"KillTimer", Address(&StopTimer)},
+    {"GetTickCount64", Address(&ReadClock)},
+    {"CreateWindowExW", Address(&MakeWindow)},
+    {"SHGetSpecialFolderPathW", Address(&FindUserFolder)},
     {"OpenClipboard", Address(&ClipboardOpen)},
     {"EmptyClipboard", Address(&ClipboardEmpty)},
     {"SetClipboardData", Address(&ClipboardSet)},
