@@ -80,13 +80,13 @@ static void FillDialog(ProAppData data) {
     start.opened = true;
     const BomList list = std::move(start.list);
     if (!Failed(BomColumnsReset(BomForm::Summed))) (void)BomListShow(list);
-    if (ChosenForm() == BomForm::Summed) SetOptionEnabled(kBomDialog, kLevelLimit, false);
+    if (ChosenForm() == BomForm::Summed) OptionEnabledSet(kBomDialog, kLevelLimit, false);
 }
 
 // The rows come back with the next load.
 static void OnForm(char*, char*, ProAppData) {
     const BomForm form = ChosenForm();
-    SetOptionEnabled(kBomDialog, kLevelLimit, form == BomForm::Levels);
+    OptionEnabledSet(kBomDialog, kLevelLimit, form == BomForm::Levels);
     (void)BomColumnsReset(form);
 }
 

@@ -192,7 +192,7 @@ static void OnChooseScope(char*, char*, ProAppData data) {
         return;
     }
     // The choice has to tell what the table holds.
-    SetRadioChoice(kDialog, kScopeChoice, kWholeDirectory);
+    RadioChoiceSet(kDialog, kScopeChoice, kWholeDirectory);
 }
 
 static ExportDialog& DialogOf(ProAppData data) {
@@ -202,16 +202,16 @@ static ExportDialog& DialogOf(ProAppData data) {
 static void RestoreTexts(ExportDialog& dialog) {
     const std::wstring path = SettingsPath(kSettingsFile);
     ShowParameterColumns(dialog.table,
-                         SplitAtCommas(WithoutBlanks(ReadSetting(path, kColumnsSection, kContentKey))));
-    SetInputText(kDialog, kNameInput, ReadSetting(path, kNameSection, kContentKey));
-    SetInputText(kDialog, kSeparatorInput, ReadSetting(path, kSeparatorSection, kContentKey));
+                         SplitAtCommas(WithoutBlanks(SettingRead(path, kColumnsSection, kContentKey))));
+    InputTextSet(kDialog, kNameInput, SettingRead(path, kNameSection, kContentKey));
+    InputTextSet(kDialog, kSeparatorInput, SettingRead(path, kSeparatorSection, kContentKey));
 }
 
 static void RestoreChecks() {
     const std::wstring path = SettingsPath(kSettingsFile);
     for (const char* check : kStoredChecks) {
-        const std::wstring stored = WithoutBlanks(ReadSetting(path, WideName(check).c_str(), kTickKey));
-        if (stored == kTicked || stored == kCleared) SetCheckTicked(kDialog, check, stored == kTicked);
+        const std::wstring stored = WithoutBlanks(SettingRead(path, WideName(check).c_str(), kTickKey));
+        if (stored == kTicked || stored == kCleared) CheckTickedSet(kDialog, check, stored == kTicked);
     }
 }
 

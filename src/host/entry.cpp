@@ -64,7 +64,7 @@ static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
 // The right-click entries have to be asked for: the setting says "0", not disabled.
 static bool PopupsWanted() {
     const std::wstring path = TextDirSettingsPath(kCommonSettingsInTextDir);
-    return WithoutBlanks(ReadSetting(path, L"RmbDisable", L"value")) == kPopupsWanted;
+    return WithoutBlanks(SettingRead(path, L"RmbDisable", L"value")) == kPopupsWanted;
 }
 
 }  // namespace kv

@@ -60,7 +60,7 @@ ProError KvMdlCount() {
 }
 
 static bool CountsInstances() {
-    const std::wstring value = ReadSetting(SettingsPath(kCommonSettings), kInstanceSetting, kSettingKey);
+    const std::wstring value = SettingRead(SettingsPath(kCommonSettings), kInstanceSetting, kSettingKey);
     return UpperCase(WithoutBlanks(value)) == kSettingOn;
 }
 

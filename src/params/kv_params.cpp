@@ -88,19 +88,19 @@ ProError KvParams() {
 static void RestoreSettings(ProAppData) {
     const std::wstring path = TextDirSettingsPath(kSettingsFile);
     const auto stored = [&path](const char* section) {
-        return ReadSetting(path, WideName(section).c_str(), kSettingsKey);
+        return SettingRead(path, WideName(section).c_str(), kSettingsKey);
     };
 
     // Both halves start with the first half's prefixes.
-    SetInputText(kDialog, kExcluded, stored(kExcluded));
-    SetInputText(kDialog, kDerivedExcluded, stored(kExcluded));
+    InputTextSet(kDialog, kExcluded, stored(kExcluded));
+    InputTextSet(kDialog, kDerivedExcluded, stored(kExcluded));
     const std::wstring order = WithoutBlanks(stored(kOutlineOrder));
-    if (order == kTicked || order == kCleared) SetCheckTicked(kDialog, kOutlineOrder, order == kTicked);
+    if (order == kTicked || order == kCleared) CheckTickedSet(kDialog, kOutlineOrder, order == kTicked);
     // A menu has no empty label: without a stored one it keeps its layout's.
     const std::wstring decimals = WithoutBlanks(stored(kOutlineDecimals));
-    if (!decimals.empty()) SetOptionLabel(kDialog, kOutlineDecimals, decimals);
-    SetInputText(kDialog, kOutlineName, WithoutBlanks(stored(kOutlineName)));
-    SetInputText(kDialog, kSheetSizeName, WithoutBlanks(stored(kSheetSizeName)));
+    if (!decimals.empty()) OptionLabelSet(kDialog, kOutlineDecimals, decimals);
+    InputTextSet(kDialog, kOutlineName, WithoutBlanks(stored(kOutlineName)));
+    InputTextSet(kDialog, kSheetSizeName, WithoutBlanks(stored(kSheetSizeName)));
 }
 
 static void OnAdd(char*, char*, ProAppData) {
@@ -161,10 +161,10 @@ static void SaveSettings() {
     SaveText(path, kExcluded);
     bool ticked = false;
     if (!Failed(CheckTickedGet(kDialog, kOutlineOrder, ticked)))
-        WriteSetting(path, WideName(kOutlineOrder).c_str(), kSettingsKey, ticked ? kTicked : kCleared);
+        SettingWrite(path, WideName(kOutlineOrder).c_str(), kSettingsKey, ticked ? kTicked : kCleared);
     std::wstring decimals;
     if (!Failed(OptionLabelGet(kDialog, kOutlineDecimals, decimals)))
-        WriteSetting(path, WideName(kOutlineDecimals).c_str(), kSettingsKey, decimals);
+        SettingWrite(path, WideName(kOutlineDecimals).c_str(), kSettingsKey, decimals);
     SaveText(path, kOutlineName);
     SaveText(path, kSheetSizeName);
 }
@@ -172,7 +172,7 @@ static void SaveSettings() {
 static void SaveText(const std::wstring& path, const char* component) {
     std::wstring text;
     if (Failed(InputTextGet(kDialog, component, text))) return;
-    WriteSetting(path, WideName(component).c_str(), kSettingsKey, text);
+    SettingWrite(path, WideName(component).c_str(), kSettingsKey, text);
 }
 
 // Add and Update differ in nothing but what they do to one model.

@@ -77,13 +77,13 @@ static void FillDialog(ProAppData) {
     const std::wstring path = SettingsPath(kCommonSettings);
     for (const char* group : kChoicesInReadingOrder) {
         std::string button;
-        const std::wstring stored = ReadSetting(path, WideName(group).c_str(), kChoiceKey);
+        const std::wstring stored = SettingRead(path, WideName(group).c_str(), kChoiceKey);
         // A stored text that no button can be named after chooses nothing, and neither does an empty one.
         if (Failed(EncodeText(stored, CodePage::ThreadAnsi, button)) || button.empty()) continue;
-        SetRadioChoice(kDialog, group, button);
+        RadioChoiceSet(kDialog, group, button);
     }
     for (const TemplateRow& row : kTemplates)
-        SetInputText(kDialog, row.panel, ReadSetting(path, WideName(row.panel).c_str(), kTemplateKey));
+        InputTextSet(kDialog, row.panel, SettingRead(path, WideName(row.panel).c_str(), kTemplateKey));
 }
 
 static void OnSave(char*, char*, ProAppData) {
@@ -92,12 +92,12 @@ static void OnSave(char*, char*, ProAppData) {
         const std::string button = RadioChoice(kDialog, group);
         // A group without a choice keeps what is stored: it may be a value of a later version.
         if (button.empty()) continue;
-        WriteSetting(path, WideName(group).c_str(), kChoiceKey, WideName(button));
+        SettingWrite(path, WideName(group).c_str(), kChoiceKey, WideName(button));
     }
     for (const TemplateRow& row : kTemplates) {
         std::wstring file;
         if (Failed(InputTextGet(kDialog, row.panel, file))) continue;
-        WriteSetting(path, WideName(row.panel).c_str(), kTemplateKey, file);
+        SettingWrite(path, WideName(row.panel).c_str(), kTemplateKey, file);
     }
 }
 
@@ -115,7 +115,7 @@ static void OnPickTemplate(char*, char* component, ProAppData) {
     ProPath file = {};
     const ProError chosen = ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr,
                                                nullptr, known ? *folders.Get() : nullptr, nullptr, file);
-    if (!Failed(chosen)) SetInputText(kDialog, row->panel, file);
+    if (!Failed(chosen)) InputTextSet(kDialog, row->panel, file);
 }
 
 }  // namespace kv

@@ -31,7 +31,7 @@ static auto UseCharacterLocale(const char* locale) {
 }
 
 void RestoreLastDirectory() {
-    const std::wstring wanted = ReadSetting(SettingsPath(kCommonSettings), L"SetLastDir", L"value");
+    const std::wstring wanted = SettingRead(SettingsPath(kCommonSettings), L"SetLastDir", L"value");
     if (WithoutBlanks(wanted) != L"1") return;
 
     std::string bytes;

@@ -22,11 +22,11 @@ std::wstring TextDirSettingsPath(std::wstring_view relativeName);
 
 // A setting as it is stored, cut at 254 characters; empty when file, section or key is missing. The caller
 // strips blanks where they do not count.
-std::wstring ReadSetting(const std::wstring& path, const wchar_t* section, const wchar_t* key);
+std::wstring SettingRead(const std::wstring& path, const wchar_t* section, const wchar_t* key);
 
 // Stores a setting. A file that cannot be written loses the change without a word. A new file is made
 // Unicode, so that it keeps every language's text; the folder is never made.
-void WriteSetting(const std::wstring& path, const wchar_t* section, const wchar_t* key,
+void SettingWrite(const std::wstring& path, const wchar_t* section, const wchar_t* key,
                   const std::wstring& value);
 
 }  // namespace kv

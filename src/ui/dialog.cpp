@@ -77,7 +77,7 @@ std::wstring InputText(const char* dialog, const char* component) {
     return Failed(InputTextGet(dialog, component, text)) ? std::wstring() : text;
 }
 
-void SetInputText(const char* dialog, const char* component, const std::wstring& text) {
+void InputTextSet(const char* dialog, const char* component, const std::wstring& text) {
     ProUIInputpanelValueSet(HostName(dialog), HostName(component), HostText(text.c_str()));
 }
 
@@ -88,11 +88,11 @@ ProError OptionLabelGet(const char* dialog, const char* component, std::wstring&
     return status;
 }
 
-void SetOptionLabel(const char* dialog, const char* component, const std::wstring& label) {
+void OptionLabelSet(const char* dialog, const char* component, const std::wstring& label) {
     ProUIOptionmenuValueSet(HostName(dialog), HostName(component), HostText(label.c_str()));
 }
 
-void SetOptionEnabled(const char* dialog, const char* component, bool enabled) {
+void OptionEnabledSet(const char* dialog, const char* component, bool enabled) {
     if (enabled) {
         ProUIOptionmenuEnable(HostName(dialog), HostName(component));
     } else {
@@ -108,7 +108,7 @@ ProError CheckTickedGet(const char* dialog, const char* component, bool& ticked)
     return ticked || state == PRO_B_FALSE ? PRO_TK_NO_ERROR : PRO_TK_NOT_VALID;
 }
 
-void SetCheckTicked(const char* dialog, const char* component, bool ticked) {
+void CheckTickedSet(const char* dialog, const char* component, bool ticked) {
     if (ticked) {
         ProUICheckbuttonSet(HostName(dialog), HostName(component));
     } else {
@@ -123,7 +123,7 @@ std::string RadioChoice(const char* dialog, const char* group) {
     return Failed(status) ? std::string() : names.First();
 }
 
-void SetRadioChoice(const char* dialog, const char* group, const std::string& button) {
+void RadioChoiceSet(const char* dialog, const char* group, const std::string& button) {
     char* name = HostName(button.c_str());
     ProUIRadiogroupSelectednamesSet(HostName(dialog), HostName(group), 1, &name);
 }

@@ -58,20 +58,20 @@ void CloseDialog(char* dialog, char* component, ProAppData data) noexcept;
 [[nodiscard]] ProError InputTextGet(const char* dialog, const char* component, std::wstring& text);
 // The same where an unreadable panel may count as empty.
 std::wstring InputText(const char* dialog, const char* component);
-void SetInputText(const char* dialog, const char* component, const std::wstring& text);
+void InputTextSet(const char* dialog, const char* component, const std::wstring& text);
 
 // Label of the chosen option. Errors: those of ProUIOptionmenuValueGet; `label` is then empty.
 [[nodiscard]] ProError OptionLabelGet(const char* dialog, const char* component, std::wstring& label);
-void SetOptionLabel(const char* dialog, const char* component, const std::wstring& label);
-void SetOptionEnabled(const char* dialog, const char* component, bool enabled);
+void OptionLabelSet(const char* dialog, const char* component, const std::wstring& label);
+void OptionEnabledSet(const char* dialog, const char* component, bool enabled);
 
 // Whether a check button is ticked. PRO_TK_NOT_VALID for a third state, else the errors of
 // ProUICheckbuttonGetState.
 [[nodiscard]] ProError CheckTickedGet(const char* dialog, const char* component, bool& ticked);
-void SetCheckTicked(const char* dialog, const char* component, bool ticked);
+void CheckTickedSet(const char* dialog, const char* component, bool ticked);
 
 // Name of the chosen radio button; empty when none is chosen or the group cannot be read.
 std::string RadioChoice(const char* dialog, const char* group);
-void SetRadioChoice(const char* dialog, const char* group, const std::string& button);
+void RadioChoiceSet(const char* dialog, const char* group, const std::string& button);
 
 }  // namespace kv
