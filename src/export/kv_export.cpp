@@ -70,16 +70,15 @@ struct ExportDialog {
 };
 
 static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names);
-static void FillDialog(ProAppData data);
-static void OnReverse(char* dialog, char* component, ProAppData data);
-static void OnSelectAll(char* dialog, char* component, ProAppData data);
-static void OnApply(char* dialog, char* component, ProAppData data);
-static void OnEditSettings(char* dialog, char* component, ProAppData data);
-static void OnReadSettings(char* dialog, char* component, ProAppData data);
-static void OnLoadParameters(char* dialog, char* component, ProAppData data);
-static void OnLoadSheets(char* dialog, char* component, ProAppData data);
-static void OnChooseScope(char* dialog, char* component, ProAppData data);
-static ExportDialog& DialogOf(ProAppData data);
+static void FillDialog(ExportDialog& dialog);
+static void OnReverse(ExportDialog& dialog);
+static void OnSelectAll(ExportDialog& dialog);
+static void OnApply(const ExportDialog& dialog);
+static void OnEditSettings();
+static void OnReadSettings(ExportDialog& dialog);
+static void OnLoadParameters(ExportDialog& dialog);
+static void OnLoadSheets(ExportDialog& dialog);
+static void OnChooseScope(ExportDialog& dialog);
 static void RestoreTexts(ExportDialog& dialog);
 static void RestoreChecks();
 static ProError RequestGet(ExportRequest& request);
@@ -99,16 +98,18 @@ ProError KvExport() {
     if (Failed(status)) return ShowFailure(kNoModels, status);
 
     return RunDialog(kDialog,
-                     {{"reverseSel", DialogCallback<OnReverse>},
-                      {"selAll", DialogCallback<OnSelectAll>},
-                      {"ApplyBt", DialogCallback<OnApply>},
-                      {"KvOpenDrwIni", DialogCallback<OnEditSettings>},
-                      {"KvUpdateIni", DialogCallback<OnReadSettings>},
-                      {"KvLoadParams", DialogCallback<OnLoadParameters>},
-                      {"KvLoadDrwInfo", DialogCallback<OnLoadSheets>},
-                      {kScopeChoice, DialogCallback<OnChooseScope>, DialogEvent::RadioChosen},
-                      {"Close", CloseDialog}},
-                     &dialog, FillDialog);
+                     {
+                         Pressed<OnReverse>("reverseSel"),
+                         Pressed<OnSelectAll>("selAll"),
+                         Pressed<OnApply>("ApplyBt"),
+                         Pressed<OnEditSettings>("KvOpenDrwIni"),
+                         Pressed<OnReadSettings>("KvUpdateIni"),
+                         Pressed<OnLoadParameters>("KvLoadParams"),
+                         Pressed<OnLoadSheets>("KvLoadDrwInfo"),
+                         Chosen<OnChooseScope>(kScopeChoice),
+                         Closes("Close"),
+                     },
+                     dialog, FillDialog);
 }
 
 // Names of the models in the newest files that fit. PRO_TK_E_NOT_FOUND when there are none.
@@ -130,8 +131,7 @@ static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names
     return names.empty() ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
 }
 
-static void FillDialog(ProAppData data) {
-    ExportDialog& dialog = DialogOf(data);
+static void FillDialog(ExportDialog& dialog) {
     // Without the host's consent the user selects as the layout lets them.
     (void)TableSelectionAllow({kDialog, kTable});
     ShowDrawings(dialog.table, dialog.drawings);
@@ -139,16 +139,15 @@ static void FillDialog(ProAppData data) {
     RestoreChecks();
 }
 
-static void OnReverse(char*, char*, ProAppData data) {
-    ReverseSelection(DialogOf(data).table);
+static void OnReverse(ExportDialog& dialog) {
+    ReverseSelection(dialog.table);
 }
 
-static void OnSelectAll(char*, char*, ProAppData data) {
-    SelectAllDrawings(DialogOf(data).table);
+static void OnSelectAll(ExportDialog& dialog) {
+    SelectAllDrawings(dialog.table);
 }
 
-static void OnApply(char*, char*, ProAppData data) {
-    const ExportDialog& dialog = DialogOf(data);
+static void OnApply(const ExportDialog& dialog) {
     ExportRequest request;
     // A box that cannot be read might be the one that counts.
     if (Failed(RequestGet(request))) return;
@@ -163,25 +162,24 @@ static void OnApply(char*, char*, ProAppData data) {
     ShowMessage(kDone);
 }
 
-static void OnEditSettings(char*, char*, ProAppData) {
+static void OnEditSettings() {
     const std::wstring path = SettingsPath(kSettingsFile);
     if (!path.empty()) EditTextFile(path);
 }
 
-static void OnReadSettings(char*, char*, ProAppData data) {
-    RestoreTexts(DialogOf(data));
+static void OnReadSettings(ExportDialog& dialog) {
+    RestoreTexts(dialog);
 }
 
-static void OnLoadParameters(char*, char*, ProAppData data) {
-    LoadParameters(DialogOf(data).table);
+static void OnLoadParameters(ExportDialog& dialog) {
+    LoadParameters(dialog.table);
 }
 
-static void OnLoadSheets(char*, char*, ProAppData data) {
-    LoadSheets(DialogOf(data).table);
+static void OnLoadSheets(ExportDialog& dialog) {
+    LoadSheets(dialog.table);
 }
 
-static void OnChooseScope(char*, char*, ProAppData data) {
-    ExportDialog& dialog = DialogOf(data);
+static void OnChooseScope(ExportDialog& dialog) {
     const std::string scope = RadioChoice(kDialog, kScopeChoice);
     if (scope == kWholeDirectory) ShowDrawings(dialog.table, dialog.drawings);
     if (scope != kCurrentModel) return;
@@ -193,10 +191,6 @@ static void OnChooseScope(char*, char*, ProAppData data) {
     }
     // The choice has to tell what the table holds.
     RadioChoiceSet(kDialog, kScopeChoice, kWholeDirectory);
-}
-
-static ExportDialog& DialogOf(ProAppData data) {
-    return *static_cast<ExportDialog*>(data);
 }
 
 static void RestoreTexts(ExportDialog& dialog) {

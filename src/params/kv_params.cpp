@@ -59,12 +59,12 @@ struct ParameterRequest {
 
 using ValueWork = ProError (*)(ProMdl model, const std::wstring& name, const ProParamvalue& value);
 
-static void RestoreSettings(ProAppData data);
-static void OnAdd(char* dialog, char* component, ProAppData data);
-static void OnUpdate(char* dialog, char* component, ProAppData data);
-static void OnDelete(char* dialog, char* component, ProAppData data);
-static void OnOutline(char* dialog, char* component, ProAppData data);
-static void OnSheetSize(char* dialog, char* component, ProAppData data);
+static void RestoreSettings();
+static void OnAdd();
+static void OnUpdate();
+static void OnDelete();
+static void OnOutline();
+static void OnSheetSize();
 static void SaveSettings();
 static void SaveText(const std::wstring& path, const char* component);
 static void ApplyValue(const char* step, ValueWork work);
@@ -76,16 +76,18 @@ static void ShowChange(ProMdl model);
 
 ProError KvParams() {
     return RunDialog(kDialog,
-                     {{"Add", DialogCallback<OnAdd>},
-                      {"Update", DialogCallback<OnUpdate>},
-                      {"Delete", DialogCallback<OnDelete>},
-                      {"KvOutline", DialogCallback<OnOutline>},
-                      {"KvSheetSize", DialogCallback<OnSheetSize>},
-                      {"Close", CloseDialog}},
-                     nullptr, RestoreSettings);
+                     {
+                         Pressed<OnAdd>("Add"),
+                         Pressed<OnUpdate>("Update"),
+                         Pressed<OnDelete>("Delete"),
+                         Pressed<OnOutline>("KvOutline"),
+                         Pressed<OnSheetSize>("KvSheetSize"),
+                         Closes("Close"),
+                     },
+                     RestoreSettings);
 }
 
-static void RestoreSettings(ProAppData) {
+static void RestoreSettings() {
     const std::wstring path = TextDirSettingsPath(kSettingsFile);
     const auto stored = [&path](const char* section) {
         return SettingRead(path, WideName(section).c_str(), kSettingsKey);
@@ -103,15 +105,15 @@ static void RestoreSettings(ProAppData) {
     InputTextSet(kDialog, kSheetSizeName, WithoutBlanks(stored(kSheetSizeName)));
 }
 
-static void OnAdd(char*, char*, ProAppData) {
+static void OnAdd() {
     ApplyValue("create the parameter", ParameterCreate);
 }
 
-static void OnUpdate(char*, char*, ProAppData) {
+static void OnUpdate() {
     ApplyValue("set the value", ParameterUpdate);
 }
 
-static void OnDelete(char*, char*, ProAppData) {
+static void OnDelete() {
     SaveSettings();
     ModelBatch batch;
     std::wstring name;
@@ -123,7 +125,7 @@ static void OnDelete(char*, char*, ProAppData) {
     ShowChange(batch.current);
 }
 
-static void OnOutline(char*, char*, ProAppData) {
+static void OnOutline() {
     SaveSettings();
     ProMdl assembly = nullptr;
     if (Failed(CurrentAssemblyGet(kNoAssembly, assembly, ShowInformation))) return;
@@ -138,7 +140,7 @@ static void OnOutline(char*, char*, ProAppData) {
     ProTreetoolRefresh(batch.current);
 }
 
-static void OnSheetSize(char*, char*, ProAppData) {
+static void OnSheetSize() {
     SaveSettings();
     ProMdl assembly = nullptr;
     ProMdlType type = PRO_MDL_UNUSED;

@@ -63,17 +63,17 @@ static constexpr TemplateRow kTemplates[] = {
 };
 // clang-format on
 
-static void FillDialog(ProAppData data);
-static void OnSave(char* dialog, char* component, ProAppData data);
-static void OnPickTemplate(char* dialog, char* component, ProAppData data);
+static void FillDialog();
+static void OnSave();
+static void OnPickTemplate(const char* component);
 
 ProError KvConfig() {
-    std::vector<DialogAction> actions = {{"save", DialogCallback<OnSave>}};
-    for (const TemplateRow& row : kTemplates) actions.push_back({row.picker, DialogCallback<OnPickTemplate>});
-    return RunDialog(kDialog, actions, nullptr, FillDialog);
+    DialogRows<> rows = {Pressed<OnSave>("save")};
+    for (const TemplateRow& row : kTemplates) rows.push_back(Pressed<OnPickTemplate>(row.picker));
+    return RunDialog(kDialog, rows, FillDialog);
 }
 
-static void FillDialog(ProAppData) {
+static void FillDialog() {
     const std::wstring path = SettingsPath(kCommonSettings);
     for (const char* group : kChoicesInReadingOrder) {
         std::string button;
@@ -86,7 +86,7 @@ static void FillDialog(ProAppData) {
         InputTextSet(kDialog, row.panel, SettingRead(path, WideName(row.panel).c_str(), kTemplateKey));
 }
 
-static void OnSave(char*, char*, ProAppData) {
+static void OnSave() {
     const std::wstring path = SettingsPath(kCommonSettings);
     for (const char* group : kChoicesInSavingOrder) {
         const std::string button = RadioChoice(kDialog, group);
@@ -101,7 +101,7 @@ static void OnSave(char*, char*, ProAppData) {
     }
 }
 
-static void OnPickTemplate(char*, char* component, ProAppData) {
+static void OnPickTemplate(const char* component) {
     const auto pressed = [picker = std::string_view(component)](const TemplateRow& row) {
         return picker == row.picker;
     };
