@@ -17,7 +17,6 @@ namespace kv {
 
 static constexpr wchar_t kSummedTitles[] = L"tableCols_sum";
 static constexpr wchar_t kLevelTitles[] = L"tableCols_level";
-static constexpr wchar_t kTitlesKey[] = L"content";
 static constexpr wchar_t kNumberTitle[] = L"序号";
 
 // Nothing: the cell is left alone.
@@ -57,7 +56,7 @@ ProError BomColumnsReset(BomForm form) {
     const wchar_t* section = form == BomForm::Levels ? kLevelTitles : kSummedTitles;
     std::vector<TableColumn> columns = {{kNumberColumn, kNumberTitle}};
     for (std::wstring& title :
-         SplitAtCommas(WithoutBlanks(SettingRead(SettingsPath(kBomSettings), section, kTitlesKey))))
+         SplitAtCommas(WithoutBlanks(SettingRead(SettingsPath(kBomSettings), section, kContentKey))))
         columns.push_back({"param" + std::to_string(columns.size()), std::move(title)});
     return TableColumnsReplace(kBomTable, columns);
 }

@@ -20,6 +20,7 @@
 #include "model/current_model.h"
 #include "model/model_data.h"
 #include "model/model_walk.h"
+#include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
@@ -40,18 +41,18 @@ static constexpr char kMonochromeCheck[] = "PDFBlackCheck";
 static constexpr char kOneFileCheck[] = "MultiSheetCheck";
 
 static constexpr wchar_t kSettingsFile[] = L"KVconfig\\KvDrawingsIni.ini";
-static constexpr wchar_t kContentKey[] = L"content";
 static constexpr wchar_t kColumnsSection[] = L"tableCols";
-static constexpr wchar_t kNameSection[] = L"drwNames";
-static constexpr wchar_t kSeparatorSection[] = L"Separator";
-static constexpr wchar_t kTickKey[] = L"value";
-static constexpr wchar_t kTicked[] = L"1";
-static constexpr wchar_t kCleared[] = L"0";
-// Sections are named after the buttons. The entry for PDF is kept under a name that no button has, so that
-// the PDF box always opens as the layout has it.
-static constexpr const char* kStoredChecks[] = {
-    "DWGCheck", "PDFCheck]",      "DXFCheck",      "STPCheck",
-    "IGSCheck", "PDFOptionCheck", "PDFBlackCheck", "MultiSheetCheck",
+static constexpr DialogSetting kStoredTexts[] = {
+    {kNameInput, SettingKind::Text, kContentKey, "drwNames"},
+    {kSeparatorInput, SettingKind::Text, kContentKey, "Separator"},
+};
+// The entry for PDF is kept under a name that no button has, so that the PDF box always opens as the layout
+// has it.
+static constexpr DialogSetting kStoredChecks[] = {
+    {"DWGCheck", SettingKind::Tick, kValueKey},       {"PDFCheck]", SettingKind::Tick, kValueKey},
+    {"DXFCheck", SettingKind::Tick, kValueKey},       {"STPCheck", SettingKind::Tick, kValueKey},
+    {"IGSCheck", SettingKind::Tick, kValueKey},       {kProfileCheck, SettingKind::Tick, kValueKey},
+    {kMonochromeCheck, SettingKind::Tick, kValueKey}, {kOneFileCheck, SettingKind::Tick, kValueKey},
 };
 
 static constexpr wchar_t kDrawingFilter[] = L"*.drw";
@@ -80,7 +81,6 @@ static void OnLoadParameters(ExportDialog& dialog);
 static void OnLoadSheets(ExportDialog& dialog);
 static void OnChooseScope(ExportDialog& dialog);
 static void RestoreTexts(ExportDialog& dialog);
-static void RestoreChecks();
 static ProError RequestGet(ExportRequest& request);
 static ProError CurrentNamesGet(std::unordered_set<std::wstring>& names);
 static std::vector<std::wstring> DrawingsNamed(const std::vector<std::wstring>& drawings,
@@ -136,7 +136,7 @@ static void FillDialog(ExportDialog& dialog) {
     (void)TableSelectionAllow({kDialog, kTable});
     ShowDrawings(dialog.table, dialog.drawings);
     RestoreTexts(dialog);
-    RestoreChecks();
+    DialogSettingsRestore(kDialog, SettingsPath(kSettingsFile), kStoredChecks);
 }
 
 static void OnReverse(ExportDialog& dialog) {
@@ -197,16 +197,7 @@ static void RestoreTexts(ExportDialog& dialog) {
     const std::wstring path = SettingsPath(kSettingsFile);
     ShowParameterColumns(dialog.table,
                          SplitAtCommas(WithoutBlanks(SettingRead(path, kColumnsSection, kContentKey))));
-    InputTextSet(kDialog, kNameInput, SettingRead(path, kNameSection, kContentKey));
-    InputTextSet(kDialog, kSeparatorInput, SettingRead(path, kSeparatorSection, kContentKey));
-}
-
-static void RestoreChecks() {
-    const std::wstring path = SettingsPath(kSettingsFile);
-    for (const char* check : kStoredChecks) {
-        const std::wstring stored = WithoutBlanks(SettingRead(path, WideName(check).c_str(), kTickKey));
-        if (stored == kTicked || stored == kCleared) CheckTickedSet(kDialog, check, stored == kTicked);
-    }
+    DialogSettingsRestore(kDialog, path, kStoredTexts);
 }
 
 static ProError RequestGet(ExportRequest& request) {

@@ -25,8 +25,7 @@ namespace kv {
 
 static constexpr wchar_t kQuantity[] = L"数量";
 static constexpr wchar_t kInstanceSetting[] = L"KvCountForInstance";
-static constexpr wchar_t kSettingKey[] = L"value";
-static constexpr wchar_t kSettingOn[] = L"TRUE";
+static constexpr wchar_t kInstancesWanted[] = L"TRUE";
 
 static constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
 static constexpr wchar_t kDone[] = L"\t批量数量参数创建/更新完毕。\t";
@@ -60,8 +59,8 @@ ProError KvMdlCount() {
 }
 
 static bool CountsInstances() {
-    const std::wstring value = SettingRead(SettingsPath(kCommonSettings), kInstanceSetting, kSettingKey);
-    return UpperCase(WithoutBlanks(value)) == kSettingOn;
+    const std::wstring value = SettingRead(SettingsPath(kCommonSettings), kInstanceSetting, kValueKey);
+    return UpperCase(WithoutBlanks(value)) == kInstancesWanted;
 }
 
 static RunEntry WriteCount(const NamedModel& model, unsigned int count, bool instances) {

@@ -19,6 +19,7 @@
 #include "params/outline.h"
 #include "params/parameter_value.h"
 #include "params/sheet_size.h"
+#include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
@@ -38,11 +39,16 @@ static constexpr char kOutlineDecimals[] = "KvOutlineNum";
 static constexpr char kOutlineName[] = "outlinePname";
 static constexpr char kSheetSizeName[] = "shSizePname";
 
-// Sections of this file are named after the components that they keep.
 static constexpr wchar_t kSettingsFile[] = L"\\KVconfig\\KvParams.ini";
-static constexpr wchar_t kSettingsKey[] = L"content";
-static constexpr wchar_t kTicked[] = L"1";
-static constexpr wchar_t kCleared[] = L"0";
+static constexpr DialogSetting kSettings[] = {
+    {kExcluded, SettingKind::Text, kContentKey},
+    {kOutlineOrder, SettingKind::Tick, kContentKey},
+    {kOutlineDecimals, SettingKind::OptionLabel, kContentKey},
+    {kOutlineName, SettingKind::TextWithoutBlanks, kContentKey},
+    {kSheetSizeName, SettingKind::TextWithoutBlanks, kContentKey},
+};
+// Both halves start with the first half's prefixes; the second half's are not stored.
+static constexpr DialogSetting kStartOnly[] = {{kDerivedExcluded, SettingKind::Text, kContentKey, kExcluded}};
 
 static constexpr wchar_t kNoModels[] = L"当前模型中没有合适的子零件/组件";
 static constexpr wchar_t kBadBoolean[] = L"布尔类型参数值只可为'YES'或'NO',请重新输入!";
@@ -66,7 +72,6 @@ static void OnDelete();
 static void OnOutline();
 static void OnSheetSize();
 static void SaveSettings();
-static void SaveText(const std::wstring& path, const char* component);
 static void ApplyValue(const char* step, ValueWork work);
 static ProError RequestGet(ParameterRequest& request);
 static ProError NamedModelsCollect(ModelBatch& batch);
@@ -88,21 +93,9 @@ ProError KvParams() {
 }
 
 static void RestoreSettings() {
-    const std::wstring path = TextDirSettingsPath(kSettingsFile);
-    const auto stored = [&path](const char* section) {
-        return SettingRead(path, WideName(section).c_str(), kSettingsKey);
-    };
-
-    // Both halves start with the first half's prefixes.
-    InputTextSet(kDialog, kExcluded, stored(kExcluded));
-    InputTextSet(kDialog, kDerivedExcluded, stored(kExcluded));
-    const std::wstring order = WithoutBlanks(stored(kOutlineOrder));
-    if (order == kTicked || order == kCleared) CheckTickedSet(kDialog, kOutlineOrder, order == kTicked);
-    // A menu has no empty label: without a stored one it keeps its layout's.
-    const std::wstring decimals = WithoutBlanks(stored(kOutlineDecimals));
-    if (!decimals.empty()) OptionLabelSet(kDialog, kOutlineDecimals, decimals);
-    InputTextSet(kDialog, kOutlineName, WithoutBlanks(stored(kOutlineName)));
-    InputTextSet(kDialog, kSheetSizeName, WithoutBlanks(stored(kSheetSizeName)));
+    const std::wstring file = TextDirSettingsPath(kSettingsFile);
+    DialogSettingsRestore(kDialog, file, kSettings);
+    DialogSettingsRestore(kDialog, file, kStartOnly);
 }
 
 static void OnAdd() {
@@ -157,24 +150,8 @@ static void OnSheetSize() {
     ProTreetoolRefresh(batch.current);
 }
 
-// What cannot be read is not stored: an earlier setting is worth more than an empty one.
 static void SaveSettings() {
-    const std::wstring path = TextDirSettingsPath(kSettingsFile);
-    SaveText(path, kExcluded);
-    bool ticked = false;
-    if (!Failed(CheckTickedGet(kDialog, kOutlineOrder, ticked)))
-        SettingWrite(path, WideName(kOutlineOrder).c_str(), kSettingsKey, ticked ? kTicked : kCleared);
-    std::wstring decimals;
-    if (!Failed(OptionLabelGet(kDialog, kOutlineDecimals, decimals)))
-        SettingWrite(path, WideName(kOutlineDecimals).c_str(), kSettingsKey, decimals);
-    SaveText(path, kOutlineName);
-    SaveText(path, kSheetSizeName);
-}
-
-static void SaveText(const std::wstring& path, const char* component) {
-    std::wstring text;
-    if (Failed(InputTextGet(kDialog, component, text))) return;
-    SettingWrite(path, WideName(component).c_str(), kSettingsKey, text);
+    DialogSettingsSave(kDialog, TextDirSettingsPath(kSettingsFile), kSettings);
 }
 
 // Add and Update differ in nothing but what they do to one model.

@@ -6,6 +6,7 @@
 #include "settings/kv_config.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,14 +16,13 @@
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 
 namespace kv {
 
 static constexpr char kDialog[] = "KvConfig";
-static constexpr wchar_t kChoiceKey[] = L"value";
-static constexpr wchar_t kTemplateKey[] = L"path";
 static constexpr wchar_t kTemplateFilter[] = L"*.drw";
 static constexpr wchar_t kFormatFolderOption[] = L"pro_format_dir";
 
@@ -66,6 +66,7 @@ static constexpr TemplateRow kTemplates[] = {
 static void FillDialog();
 static void OnSave();
 static void OnPickTemplate(const char* component);
+static std::vector<DialogSetting> SettingsOf(std::span<const char* const> choices);
 
 ProError KvConfig() {
     DialogRows<> rows = {Pressed<OnSave>("save")};
@@ -74,31 +75,11 @@ ProError KvConfig() {
 }
 
 static void FillDialog() {
-    const std::wstring path = SettingsPath(kCommonSettings);
-    for (const char* group : kChoicesInReadingOrder) {
-        std::string button;
-        const std::wstring stored = SettingRead(path, WideName(group).c_str(), kChoiceKey);
-        // A stored text that no button can be named after chooses nothing, and neither does an empty one.
-        if (Failed(EncodeText(stored, CodePage::ThreadAnsi, button)) || button.empty()) continue;
-        RadioChoiceSet(kDialog, group, button);
-    }
-    for (const TemplateRow& row : kTemplates)
-        InputTextSet(kDialog, row.panel, SettingRead(path, WideName(row.panel).c_str(), kTemplateKey));
+    DialogSettingsRestore(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInReadingOrder));
 }
 
 static void OnSave() {
-    const std::wstring path = SettingsPath(kCommonSettings);
-    for (const char* group : kChoicesInSavingOrder) {
-        const std::string button = RadioChoice(kDialog, group);
-        // A group without a choice keeps what is stored: it may be a value of a later version.
-        if (button.empty()) continue;
-        SettingWrite(path, WideName(group).c_str(), kChoiceKey, WideName(button));
-    }
-    for (const TemplateRow& row : kTemplates) {
-        std::wstring file;
-        if (Failed(InputTextGet(kDialog, row.panel, file))) continue;
-        SettingWrite(path, WideName(row.panel).c_str(), kTemplateKey, file);
-    }
+    DialogSettingsSave(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInSavingOrder));
 }
 
 static void OnPickTemplate(const char* component) {
@@ -116,6 +97,14 @@ static void OnPickTemplate(const char* component) {
     const ProError chosen = ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr,
                                                nullptr, known ? *folders.Get() : nullptr, nullptr, file);
     if (!Failed(chosen)) InputTextSet(kDialog, row->panel, file);
+}
+
+// The choices and behind them the templates.
+static std::vector<DialogSetting> SettingsOf(std::span<const char* const> choices) {
+    std::vector<DialogSetting> settings;
+    for (const char* group : choices) settings.push_back({group, SettingKind::RadioChoice, kValueKey});
+    for (const TemplateRow& row : kTemplates) settings.push_back({row.panel, SettingKind::Text, kPathKey});
+    return settings;
 }
 
 }  // namespace kv

@@ -1,7 +1,6 @@
 // Settings that outlive a command: INI files in the folder KVconfig beside the plug-in.
 //
-// Each setting is a section of its own with one key: "value" for a choice, "path" for a template, "content"
-// in the files of single commands.
+// Each setting is a section of its own with one key.
 #pragma once
 
 #include <string>
@@ -11,6 +10,15 @@ namespace kv {
 
 // The file of the common settings, for SettingsPath.
 inline constexpr wchar_t kCommonSettings[] = L"KVconfig\\KvConfig.ini";
+
+// The keys: of choices and ticks, of templates, and of texts in the files of single commands.
+inline constexpr wchar_t kValueKey[] = L"value";
+inline constexpr wchar_t kPathKey[] = L"path";
+inline constexpr wchar_t kContentKey[] = L"content";
+
+// What a tick, or a choice between yes and no, is stored as.
+inline constexpr wchar_t kSettingOn[] = L"1";
+inline constexpr wchar_t kSettingOff[] = L"0";
 
 // Full path of a file of the plug-in's home, found through the loaded module, such as
 // "KVconfig\KvConfig.ini". Empty, which reads as a missing file, when the module goes by another name or
