@@ -20,6 +20,7 @@
 #include "bom/bom_table.h"
 #include "model/current_model.h"
 #include "model/model_data.h"
+#include "model/refusals.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/picture.h"
@@ -31,7 +32,6 @@ static constexpr char kFormChoice[] = "BomRadio";
 static constexpr char kLevelForm[] = "LevelBom";
 static constexpr char kLevelLimit[] = "LevelOption";
 static constexpr char kPictureArea[] = "DrawingArea";
-static constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
 // An assembly with a single component needs no list.
 static constexpr std::size_t kLeastPlacements = 2;
 
@@ -56,7 +56,7 @@ ProError KvBom() {
     ProMdl current = nullptr;
     ProMdl assembly = nullptr;
     ProError status = ProMdlCurrentGet(&current);
-    if (!Failed(status)) status = CurrentAssemblyGet(kNoAssembly, assembly);
+    if (!Failed(status)) status = CurrentAssemblyGet(kAssembliesOnly, assembly);
     if (Failed(status)) return status;
     BomStart start;
     status = SummedBomGet(assembly, start.list);
@@ -96,7 +96,7 @@ static void OnForm() {
 static void OnLoad() {
     if (Failed(TableRowsClear(kBomTable))) return;
     ProMdl assembly = nullptr;
-    if (Failed(CurrentAssemblyGet(kNoAssembly, assembly))) return;
+    if (Failed(CurrentAssemblyGet(kAssembliesOnly, assembly))) return;
     BomList list;
     if (!Failed(ChosenListGet(assembly, list))) (void)BomListShow(list);
 }

@@ -19,13 +19,13 @@
 #include "model/current_model.h"
 #include "model/model_data.h"
 #include "model/model_walk.h"
+#include "model/refusals.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
 
 namespace kv {
 
 static constexpr char kDialog[] = "KvExIgs";
-static constexpr wchar_t kAssembliesOnly[] = L"此功能仅组件/制造环境可用！";
 static constexpr wchar_t kMouldsOnly[] = L"此功能仅组件/模具环境可用！";
 static constexpr wchar_t kNotExported[] = L"以下模型未能导出：";
 

@@ -17,6 +17,7 @@
 #include "model/current_model.h"
 #include "model/model_count.h"
 #include "model/parameter.h"
+#include "model/refusals.h"
 #include "model/run_record.h"
 #include "settings/settings_store.h"
 #include "ui/message_box.h"
@@ -27,7 +28,6 @@ static constexpr wchar_t kQuantity[] = L"数量";
 static constexpr wchar_t kInstanceSetting[] = L"KvCountForInstance";
 static constexpr wchar_t kInstancesWanted[] = L"TRUE";
 
-static constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
 static constexpr wchar_t kDone[] = L"\t批量数量参数创建/更新完毕。\t";
 static constexpr wchar_t kFailures[] =
     L"以下模型“数量”参数创建/更新失败，请检查参数是否存在关系锁定等原因，需手动处理：\n";
@@ -41,7 +41,7 @@ static void ShowResult(const RunRecord& record);
 
 ProError KvMdlCount() {
     ProMdl assembly = nullptr;
-    ProError status = CurrentAssemblyGet(kNoAssembly, assembly);
+    ProError status = CurrentAssemblyGet(kAssembliesOnly, assembly);
     if (Failed(status)) return status;
     const bool instances = CountsInstances();
     WalkResult walk;

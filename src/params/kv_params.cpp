@@ -16,6 +16,7 @@
 #include "model/current_model.h"
 #include "model/model_batch.h"
 #include "model/parameter.h"
+#include "model/refusals.h"
 #include "params/outline.h"
 #include "params/parameter_value.h"
 #include "params/sheet_size.h"
@@ -50,7 +51,6 @@ static constexpr DialogSetting kSettings[] = {
 // Both halves start with the first half's prefixes; the second half's are not stored.
 static constexpr DialogSetting kStartOnly[] = {{kDerivedExcluded, SettingKind::Text, kContentKey, kExcluded}};
 
-static constexpr wchar_t kNoModels[] = L"当前模型中没有合适的子零件/组件";
 static constexpr wchar_t kBadBoolean[] = L"布尔类型参数值只可为'YES'或'NO',请重新输入!";
 static constexpr wchar_t kNoAssembly[] = L"当前环境不是组件/制造，无法执行此操作";
 static constexpr wchar_t kOutlineDone[] = L"外形尺寸参数批量创建/更新完成";
@@ -194,7 +194,7 @@ static ProError NamedModelsCollect(ModelBatch& batch) {
     if (!Failed(status)) status = InputTextGet(kDialog, kExcluded, excluded);
     if (!Failed(status)) status = BatchModelsCollect(current, type, RadioChoice(kDialog, kTypeChoice), batch);
     if (Failed(status)) return status;
-    if (batch.models.empty()) return ShowFailure(kNoModels, PRO_TK_E_NOT_FOUND);
+    if (batch.models.empty()) return ShowFailure(kNoSuitableComponents, PRO_TK_E_NOT_FOUND);
     // In this half a prefix may contain a blank.
     batch.excluded = PrefixListFromText(excluded);
     return PRO_TK_NO_ERROR;
@@ -208,7 +208,7 @@ static ProError DerivedModelsCollect(ProMdl assembly, ModelBatch& batch) {
     status = BatchModelsCollect(assembly, PRO_MDL_ASSEMBLY, RadioChoice(kDialog, kDerivedTypeChoice), batch);
     if (Failed(status)) return status;
     if (batch.models.empty()) {
-        ShowInformation(kNoModels);
+        ShowInformation(kNoSuitableComponents);
         return PRO_TK_E_NOT_FOUND;
     }
     batch.excluded = PrefixListFromText(WithoutBlanks(excluded));
