@@ -30,7 +30,8 @@ static constexpr wchar_t kInstancesWanted[] = L"TRUE";
 
 static constexpr wchar_t kDone[] = L"\t批量数量参数创建/更新完毕。\t";
 static constexpr wchar_t kFailures[] =
-    L"以下模型“数量”参数创建/更新失败，请检查参数是否存在关系锁定等原因，需手动处理：\n";
+    L"以下模型“数量”参数创建/更新失败，请检查参数是否存在关系锁定等原因，需手动处理：";
+static constexpr wchar_t kListEnd[] = L"\n";
 
 static bool CountsInstances();
 static RunEntry WriteCount(const NamedModel& model, unsigned int count, bool instances);
@@ -116,13 +117,11 @@ static ProError AddColumn(ProMdl generic) {
 }
 
 static void ShowResult(const RunRecord& record) {
-    std::wstring failures;
-    for (const RunEntry& entry : record)
-        if (Failed(entry.status)) failures += entry.model + L"\n";
+    const std::wstring failures = FailureLines(record, FailureList::Complete);
     if (failures.empty()) {
         ShowMessage(kDone);
     } else {
-        ShowInformation((kFailures + failures).c_str());
+        ShowInformation((kFailures + failures + kListEnd).c_str());
     }
 }
 
