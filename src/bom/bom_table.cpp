@@ -17,7 +17,6 @@ namespace kv {
 
 static constexpr wchar_t kSummedTitles[] = L"tableCols_sum";
 static constexpr wchar_t kLevelTitles[] = L"tableCols_level";
-static constexpr wchar_t kTitlesKey[] = L"content";
 static constexpr wchar_t kNumberTitle[] = L"序号";
 
 // Nothing: the cell is left alone.
@@ -57,7 +56,7 @@ ProError BomColumnsReset(BomForm form) {
     const wchar_t* section = form == BomForm::Levels ? kLevelTitles : kSummedTitles;
     std::vector<TableColumn> columns = {{kNumberColumn, kNumberTitle}};
     for (std::wstring& title :
-         SplitAtCommas(WithoutBlanks(ReadSetting(SettingsPath(kBomSettings), section, kTitlesKey))))
+         SplitAtCommas(WithoutBlanks(SettingRead(SettingsPath(kBomSettings), section, kContentKey))))
         columns.push_back({"param" + std::to_string(columns.size()), std::move(title)});
     return TableColumnsReplace(kBomTable, columns);
 }
@@ -114,8 +113,8 @@ static void FillRow(Filling& filling, const BomItem& item, const std::string& ro
 
 static void SetCell(const std::string& row, const std::string& column, const std::wstring& text,
                     bool isAssembly) {
-    SetCellText(kBomTable, row, column, text);
-    if (isAssembly) SetCellColor(kBomTable, row, column, kAssemblyColor);
+    CellTextSet(kBomTable, row, column, text);
+    if (isAssembly) CellColorSet(kBomTable, row, column, kAssemblyColor);
 }
 
 static CellValue ValueOf(Filling& filling, const BomItem& item, std::size_t column) {

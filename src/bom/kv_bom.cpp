@@ -20,6 +20,7 @@
 #include "bom/bom_table.h"
 #include "model/current_model.h"
 #include "model/model_data.h"
+#include "model/refusals.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/picture.h"
@@ -30,7 +31,7 @@ namespace kv {
 static constexpr char kFormChoice[] = "BomRadio";
 static constexpr char kLevelForm[] = "LevelBom";
 static constexpr char kLevelLimit[] = "LevelOption";
-static constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
+static constexpr char kPictureArea[] = "DrawingArea";
 // An assembly with a single component needs no list.
 static constexpr std::size_t kLeastPlacements = 2;
 
@@ -40,12 +41,13 @@ struct BomStart {
     bool opened = false;
 };
 
-static void FillDialog(ProAppData data);
-static void OnForm(char* dialog, char* component, ProAppData data);
-static void OnLoad(char* dialog, char* component, ProAppData data);
-static void OnOpenRow(char* dialog, char* component, ProAppData data);
-static void OnEditSettings(char* dialog, char* component, ProAppData data);
-static void OnExport(char* dialog, char* component, ProAppData data);
+static void FillDialog(BomStart& start);
+static void OnForm();
+static void OnLoad();
+static void OnOpenRow();
+static void OnPictureArea();
+static void OnEditSettings();
+static void OnExport();
 static BomForm ChosenForm();
 static ProError ChosenListGet(ProMdl assembly, BomList& list);
 static std::string ModelNameColumn();
@@ -54,52 +56,53 @@ ProError KvBom() {
     ProMdl current = nullptr;
     ProMdl assembly = nullptr;
     ProError status = ProMdlCurrentGet(&current);
-    if (!Failed(status)) status = CurrentAssemblyGet(kNoAssembly, assembly);
+    if (!Failed(status)) status = CurrentAssemblyGet(kAssembliesOnly, assembly);
     if (Failed(status)) return status;
     BomStart start;
     status = SummedBomGet(assembly, start.list);
     if (Failed(status) || start.list.placements < kLeastPlacements) return status;
 
     status = RunDialog(kBomDialog,
-                       {{kFormChoice, DialogCallback<OnForm>, DialogEvent::RadioChosen},
-                        {kBomTable.component, DialogCallback<OnOpenRow>, DialogEvent::RowActivated},
-                        {"DrawingArea", ShowPicture, DialogEvent::AreaShown},
-                        {"KvOpenBomIni", DialogCallback<OnEditSettings>},
-                        {"KvUpdateBomIni", DialogCallback<OnForm>},
-                        {"KvLoadBom", DialogCallback<OnLoad>},
-                        {"KvExportBom", DialogCallback<OnExport>},
-                        {"Close", CloseDialog}},
-                       &start, FillDialog);
+                       {
+                           Chosen<OnForm>(kFormChoice),
+                           Activated<OnOpenRow>(kBomTable.component),
+                           Shown<OnPictureArea>(kPictureArea),
+                           Pressed<OnEditSettings>("KvOpenBomIni"),
+                           Pressed<OnForm>("KvUpdateBomIni"),
+                           Pressed<OnLoad>("KvLoadBom"),
+                           Pressed<OnExport>("KvExportBom"),
+                           Closes("Close"),
+                       },
+                       start, FillDialog);
     // A double click may have put another model on the screen.
     if (start.opened) ProMdlDisplay(current);
     return status;
 }
 
-static void FillDialog(ProAppData data) {
-    BomStart& start = *static_cast<BomStart*>(data);
+static void FillDialog(BomStart& start) {
     start.opened = true;
     const BomList list = std::move(start.list);
     if (!Failed(BomColumnsReset(BomForm::Summed))) (void)BomListShow(list);
-    if (ChosenForm() == BomForm::Summed) SetOptionEnabled(kBomDialog, kLevelLimit, false);
+    if (ChosenForm() == BomForm::Summed) OptionEnabledSet(kBomDialog, kLevelLimit, false);
 }
 
 // The rows come back with the next load.
-static void OnForm(char*, char*, ProAppData) {
+static void OnForm() {
     const BomForm form = ChosenForm();
-    SetOptionEnabled(kBomDialog, kLevelLimit, form == BomForm::Levels);
+    OptionEnabledSet(kBomDialog, kLevelLimit, form == BomForm::Levels);
     (void)BomColumnsReset(form);
 }
 
-static void OnLoad(char*, char*, ProAppData) {
+static void OnLoad() {
     if (Failed(TableRowsClear(kBomTable))) return;
     ProMdl assembly = nullptr;
-    if (Failed(CurrentAssemblyGet(kNoAssembly, assembly))) return;
+    if (Failed(CurrentAssemblyGet(kAssembliesOnly, assembly))) return;
     BomList list;
     if (!Failed(ChosenListGet(assembly, list))) (void)BomListShow(list);
 }
 
 // The table knows a row's model by its name and, through the colour, its type.
-static void OnOpenRow(char*, char*, ProAppData) {
+static void OnOpenRow() {
     ProUIDialogAboveactivewindowSet(HostName(kBomDialog), PRO_B_TRUE);
     const std::string row = SelectedRow(kBomTable);
     const std::string column = ModelNameColumn();
@@ -113,12 +116,16 @@ static void OnOpenRow(char*, char*, ProAppData) {
     ProMdlDisplay(model);
 }
 
-static void OnEditSettings(char*, char*, ProAppData) {
+static void OnPictureArea() {
+    ShowPicture(kBomDialog, kPictureArea);
+}
+
+static void OnEditSettings() {
     const std::wstring path = SettingsPath(kBomSettings);
     if (!path.empty()) EditTextFile(path);
 }
 
-static void OnExport(char*, char*, ProAppData) {
+static void OnExport() {
     BomExport();
 }
 

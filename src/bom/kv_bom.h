@@ -7,6 +7,6 @@ namespace kv {
 
 // Shows the bill of materials of the current assembly. Errors: those of finding the assembly, collecting its
 // components and running the dialog.
-ProError KvBom();
+[[nodiscard]] ProError KvBom();
 
 }  // namespace kv

@@ -19,13 +19,13 @@
 #include "model/current_model.h"
 #include "model/model_data.h"
 #include "model/model_walk.h"
+#include "model/refusals.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
 
 namespace kv {
 
 static constexpr char kDialog[] = "KvExIgs";
-static constexpr wchar_t kAssembliesOnly[] = L"此功能仅组件/制造环境可用！";
 static constexpr wchar_t kMouldsOnly[] = L"此功能仅组件/模具环境可用！";
 static constexpr wchar_t kNotExported[] = L"以下模型未能导出：";
 
@@ -59,7 +59,7 @@ struct IgesOptions {
     HostHandle<ProOutputLayerOptions, FreeLayerOptions> layers;
 };
 
-static void OnExportIges(char* dialog, char* component, ProAppData assembly);
+static void OnExportIges(ProMdl& assembly);
 static ProError IgesOptionsGet(IgesOptions& options);
 static ProError FlagGet(const char* check, ProBoolean& flag);
 static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind);
@@ -82,11 +82,10 @@ ProError KvExIgs() {
     ProMdl assembly = nullptr;
     const ProError status = CurrentAssemblyGet(kAssembliesOnly, assembly);
     if (Failed(status)) return status;
-    return RunDialog(kDialog, {{"KvExIgsAct", DialogCallback<OnExportIges>}, {"Close", CloseDialog}},
-                     assembly);
+    return RunDialog(kDialog, {Pressed<OnExportIges>("KvExIgsAct"), Closes("Close")}, assembly);
 }
 
-static void OnExportIges(char*, char*, ProAppData assembly) {
+static void OnExportIges(ProMdl& assembly) {
     IgesOptions options;
     if (Failed(IgesOptionsGet(options))) return;
     // The host adds the extension by itself.

@@ -46,8 +46,8 @@ void ShowDrawings(DrawingTable& table, const std::vector<std::wstring>& drawings
     table.drawings = drawings;
     for (std::size_t i = 0; i < drawings.size(); ++i) {
         const std::string row = RowName(i);
-        SetCellText(table.name, row, kNumberColumn, std::to_wstring(i + 1));
-        SetCellText(table.name, row, kNameColumn, drawings[i]);
+        CellTextSet(table.name, row, kNumberColumn, std::to_wstring(i + 1));
+        CellTextSet(table.name, row, kNameColumn, drawings[i]);
     }
 }
 
@@ -71,7 +71,7 @@ void LoadParameters(const DrawingTable& table) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             ProParamvalue value = {};
             const bool known = !Failed(ParameterRead(drawing, table.parameters[i], value));
-            SetCellText(table.name, row, columns[i],
+            CellTextSet(table.name, row, columns[i],
                         known ? ParameterText(value).value_or(L"") : std::wstring());
         }
     });
@@ -81,14 +81,14 @@ void LoadSheets(const DrawingTable& table) {
     ForEachDrawing(table, [&](const std::string& row, ProMdl drawing) {
         std::vector<std::wstring> sizes;
         if (Failed(SheetSizesGet(static_cast<ProDrawing>(drawing), sizes))) return;
-        SetCellText(table.name, row, kSheetsColumn, std::to_wstring(sizes.size()));
-        SetCellText(table.name, row, kSizeColumn, SheetSizesText(sizes));
+        CellTextSet(table.name, row, kSheetsColumn, std::to_wstring(sizes.size()));
+        CellTextSet(table.name, row, kSizeColumn, SheetSizesText(sizes));
     });
 }
 
 void SelectAllDrawings(const DrawingTable& table) {
     TableNames rows;
-    if (!Failed(TableRowsGet(table.name, rows))) SelectRows(table.name, rows);
+    if (!Failed(TableRowsGet(table.name, rows))) TableRowsSelect(table.name, rows);
 }
 
 void ReverseSelection(const DrawingTable& table) {
@@ -98,8 +98,8 @@ void ReverseSelection(const DrawingTable& table) {
     if (Failed(SelectedRowsGet(table.name, selected))) return;
     const std::unordered_set<std::string> before(selected.begin(), selected.end());
     std::erase_if(rows, [&before](const std::string& row) { return before.contains(row); });
-    DeselectRows(table.name, selected);
-    SelectRows(table.name, rows);
+    TableRowsDeselect(table.name, selected);
+    TableRowsSelect(table.name, rows);
 }
 
 std::vector<std::wstring> SelectedDrawings(const DrawingTable& table) {

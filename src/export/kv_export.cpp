@@ -20,6 +20,7 @@
 #include "model/current_model.h"
 #include "model/model_data.h"
 #include "model/model_walk.h"
+#include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
@@ -40,18 +41,18 @@ static constexpr char kMonochromeCheck[] = "PDFBlackCheck";
 static constexpr char kOneFileCheck[] = "MultiSheetCheck";
 
 static constexpr wchar_t kSettingsFile[] = L"KVconfig\\KvDrawingsIni.ini";
-static constexpr wchar_t kContentKey[] = L"content";
 static constexpr wchar_t kColumnsSection[] = L"tableCols";
-static constexpr wchar_t kNameSection[] = L"drwNames";
-static constexpr wchar_t kSeparatorSection[] = L"Separator";
-static constexpr wchar_t kTickKey[] = L"value";
-static constexpr wchar_t kTicked[] = L"1";
-static constexpr wchar_t kCleared[] = L"0";
-// Sections are named after the buttons. The entry for PDF is kept under a name that no button has, so that
-// the PDF box always opens as the layout has it.
-static constexpr const char* kStoredChecks[] = {
-    "DWGCheck", "PDFCheck]",      "DXFCheck",      "STPCheck",
-    "IGSCheck", "PDFOptionCheck", "PDFBlackCheck", "MultiSheetCheck",
+static constexpr DialogSetting kStoredTexts[] = {
+    {kNameInput, SettingKind::Text, kContentKey, "drwNames"},
+    {kSeparatorInput, SettingKind::Text, kContentKey, "Separator"},
+};
+// The entry for PDF is kept under a name that no button has, so that the PDF box always opens as the layout
+// has it.
+static constexpr DialogSetting kStoredChecks[] = {
+    {"DWGCheck", SettingKind::Tick, kValueKey},       {"PDFCheck]", SettingKind::Tick, kValueKey},
+    {"DXFCheck", SettingKind::Tick, kValueKey},       {"STPCheck", SettingKind::Tick, kValueKey},
+    {"IGSCheck", SettingKind::Tick, kValueKey},       {kProfileCheck, SettingKind::Tick, kValueKey},
+    {kMonochromeCheck, SettingKind::Tick, kValueKey}, {kOneFileCheck, SettingKind::Tick, kValueKey},
 };
 
 static constexpr wchar_t kDrawingFilter[] = L"*.drw";
@@ -70,18 +71,16 @@ struct ExportDialog {
 };
 
 static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names);
-static void FillDialog(ProAppData data);
-static void OnReverse(char* dialog, char* component, ProAppData data);
-static void OnSelectAll(char* dialog, char* component, ProAppData data);
-static void OnApply(char* dialog, char* component, ProAppData data);
-static void OnEditSettings(char* dialog, char* component, ProAppData data);
-static void OnReadSettings(char* dialog, char* component, ProAppData data);
-static void OnLoadParameters(char* dialog, char* component, ProAppData data);
-static void OnLoadSheets(char* dialog, char* component, ProAppData data);
-static void OnChooseScope(char* dialog, char* component, ProAppData data);
-static ExportDialog& DialogOf(ProAppData data);
+static void FillDialog(ExportDialog& dialog);
+static void OnReverse(ExportDialog& dialog);
+static void OnSelectAll(ExportDialog& dialog);
+static void OnApply(const ExportDialog& dialog);
+static void OnEditSettings();
+static void OnReadSettings(ExportDialog& dialog);
+static void OnLoadParameters(ExportDialog& dialog);
+static void OnLoadSheets(ExportDialog& dialog);
+static void OnChooseScope(ExportDialog& dialog);
 static void RestoreTexts(ExportDialog& dialog);
-static void RestoreChecks();
 static ProError RequestGet(ExportRequest& request);
 static ProError CurrentNamesGet(std::unordered_set<std::wstring>& names);
 static std::vector<std::wstring> DrawingsNamed(const std::vector<std::wstring>& drawings,
@@ -99,16 +98,18 @@ ProError KvExport() {
     if (Failed(status)) return ShowFailure(kNoModels, status);
 
     return RunDialog(kDialog,
-                     {{"reverseSel", DialogCallback<OnReverse>},
-                      {"selAll", DialogCallback<OnSelectAll>},
-                      {"ApplyBt", DialogCallback<OnApply>},
-                      {"KvOpenDrwIni", DialogCallback<OnEditSettings>},
-                      {"KvUpdateIni", DialogCallback<OnReadSettings>},
-                      {"KvLoadParams", DialogCallback<OnLoadParameters>},
-                      {"KvLoadDrwInfo", DialogCallback<OnLoadSheets>},
-                      {kScopeChoice, DialogCallback<OnChooseScope>, DialogEvent::RadioChosen},
-                      {"Close", CloseDialog}},
-                     &dialog, FillDialog);
+                     {
+                         Pressed<OnReverse>("reverseSel"),
+                         Pressed<OnSelectAll>("selAll"),
+                         Pressed<OnApply>("ApplyBt"),
+                         Pressed<OnEditSettings>("KvOpenDrwIni"),
+                         Pressed<OnReadSettings>("KvUpdateIni"),
+                         Pressed<OnLoadParameters>("KvLoadParams"),
+                         Pressed<OnLoadSheets>("KvLoadDrwInfo"),
+                         Chosen<OnChooseScope>(kScopeChoice),
+                         Closes("Close"),
+                     },
+                     dialog, FillDialog);
 }
 
 // Names of the models in the newest files that fit. PRO_TK_E_NOT_FOUND when there are none.
@@ -130,25 +131,23 @@ static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names
     return names.empty() ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
 }
 
-static void FillDialog(ProAppData data) {
-    ExportDialog& dialog = DialogOf(data);
+static void FillDialog(ExportDialog& dialog) {
     // Without the host's consent the user selects as the layout lets them.
     (void)TableSelectionAllow({kDialog, kTable});
     ShowDrawings(dialog.table, dialog.drawings);
     RestoreTexts(dialog);
-    RestoreChecks();
+    DialogSettingsRestore(kDialog, SettingsPath(kSettingsFile), kStoredChecks);
 }
 
-static void OnReverse(char*, char*, ProAppData data) {
-    ReverseSelection(DialogOf(data).table);
+static void OnReverse(ExportDialog& dialog) {
+    ReverseSelection(dialog.table);
 }
 
-static void OnSelectAll(char*, char*, ProAppData data) {
-    SelectAllDrawings(DialogOf(data).table);
+static void OnSelectAll(ExportDialog& dialog) {
+    SelectAllDrawings(dialog.table);
 }
 
-static void OnApply(char*, char*, ProAppData data) {
-    const ExportDialog& dialog = DialogOf(data);
+static void OnApply(const ExportDialog& dialog) {
     ExportRequest request;
     // A box that cannot be read might be the one that counts.
     if (Failed(RequestGet(request))) return;
@@ -163,25 +162,24 @@ static void OnApply(char*, char*, ProAppData data) {
     ShowMessage(kDone);
 }
 
-static void OnEditSettings(char*, char*, ProAppData) {
+static void OnEditSettings() {
     const std::wstring path = SettingsPath(kSettingsFile);
     if (!path.empty()) EditTextFile(path);
 }
 
-static void OnReadSettings(char*, char*, ProAppData data) {
-    RestoreTexts(DialogOf(data));
+static void OnReadSettings(ExportDialog& dialog) {
+    RestoreTexts(dialog);
 }
 
-static void OnLoadParameters(char*, char*, ProAppData data) {
-    LoadParameters(DialogOf(data).table);
+static void OnLoadParameters(ExportDialog& dialog) {
+    LoadParameters(dialog.table);
 }
 
-static void OnLoadSheets(char*, char*, ProAppData data) {
-    LoadSheets(DialogOf(data).table);
+static void OnLoadSheets(ExportDialog& dialog) {
+    LoadSheets(dialog.table);
 }
 
-static void OnChooseScope(char*, char*, ProAppData data) {
-    ExportDialog& dialog = DialogOf(data);
+static void OnChooseScope(ExportDialog& dialog) {
     const std::string scope = RadioChoice(kDialog, kScopeChoice);
     if (scope == kWholeDirectory) ShowDrawings(dialog.table, dialog.drawings);
     if (scope != kCurrentModel) return;
@@ -192,27 +190,14 @@ static void OnChooseScope(char*, char*, ProAppData data) {
         return;
     }
     // The choice has to tell what the table holds.
-    SetRadioChoice(kDialog, kScopeChoice, kWholeDirectory);
-}
-
-static ExportDialog& DialogOf(ProAppData data) {
-    return *static_cast<ExportDialog*>(data);
+    RadioChoiceSet(kDialog, kScopeChoice, kWholeDirectory);
 }
 
 static void RestoreTexts(ExportDialog& dialog) {
     const std::wstring path = SettingsPath(kSettingsFile);
     ShowParameterColumns(dialog.table,
-                         SplitAtCommas(WithoutBlanks(ReadSetting(path, kColumnsSection, kContentKey))));
-    SetInputText(kDialog, kNameInput, ReadSetting(path, kNameSection, kContentKey));
-    SetInputText(kDialog, kSeparatorInput, ReadSetting(path, kSeparatorSection, kContentKey));
-}
-
-static void RestoreChecks() {
-    const std::wstring path = SettingsPath(kSettingsFile);
-    for (const char* check : kStoredChecks) {
-        const std::wstring stored = WithoutBlanks(ReadSetting(path, WideName(check).c_str(), kTickKey));
-        if (stored == kTicked || stored == kCleared) SetCheckTicked(kDialog, check, stored == kTicked);
-    }
+                         SplitAtCommas(WithoutBlanks(SettingRead(path, kColumnsSection, kContentKey))));
+    DialogSettingsRestore(kDialog, path, kStoredTexts);
 }
 
 static ProError RequestGet(ExportRequest& request) {

@@ -118,7 +118,7 @@ static ProError CurrentDrawingGet(DrawingTask& task) {
 // Every other setting, an unknown one too, means the working directory.
 static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder) {
     const std::wstring stored =
-        WithoutBlanks(ReadSetting(SettingsPath(kCommonSettings), choice.section, kChoiceKey));
+        WithoutBlanks(SettingRead(SettingsPath(kCommonSettings), choice.section, kChoiceKey));
     if (stored == kDesktop) return DesktopFolderGet(folder);
     ProPath path = {};
     const ProError status = stored == kAskUser

@@ -7,6 +7,6 @@ namespace kv {
 
 // Backs up every model below the current assembly, with its drawing, into a folder that the user chooses.
 // Errors: those of finding the assembly, choosing and entering the folder, and collecting the models.
-ProError KvBackup();
+[[nodiscard]] ProError KvBackup();
 
 }  // namespace kv

@@ -6,6 +6,6 @@
 namespace kv {
 
 // Shows the working directory in the Windows explorer. Errors: those of ProDirectoryCurrentGet.
-ProError KvOpenDir();
+[[nodiscard]] ProError KvOpenDir();
 
 }  // namespace kv

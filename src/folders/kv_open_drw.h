@@ -7,6 +7,6 @@ namespace kv {
 
 // Opens the drawing that has the selected model's name. Errors: those of reading the selection and of opening
 // the drawing.
-ProError KvOpenDrw();
+[[nodiscard]] ProError KvOpenDrw();
 
 }  // namespace kv

@@ -6,6 +6,6 @@
 namespace kv {
 
 // Makes the folder of the current model the working directory. Errors: those of finding and changing it.
-ProError KvSetDirectory();
+[[nodiscard]] ProError KvSetDirectory();
 
 }  // namespace kv

@@ -17,13 +17,13 @@ static constexpr wchar_t kDisclaimer[] =
     L"使用前应充分了解该插件所有功能并进行备份数据测试，本插件不承担任何使用过程中造成的数据丢失或其他损失;"
     L"。";
 
-static void OnAccept(char* dialog, char* component, ProAppData data);
+static void OnAccept();
 
 ProError AboutKv() {
-    return RunDialog(kDialog, {{"OK", DialogCallback<OnAccept>}});
+    return RunDialog(kDialog, {Pressed<OnAccept>("OK")});
 }
 
-static void OnAccept(char*, char*, ProAppData) {
+static void OnAccept() {
     ProUIDialogExit(HostName(kDialog), kAccepted);
     ShowMessage(kDisclaimer);
 }

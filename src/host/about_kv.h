@@ -6,6 +6,6 @@
 namespace kv {
 
 // Shows the about dialog and, after its OK, the disclaimer. Errors: those of the dialog.
-ProError AboutKv();
+[[nodiscard]] ProError AboutKv();
 
 }  // namespace kv

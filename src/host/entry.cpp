@@ -20,7 +20,6 @@ static constexpr UINT_PTR kStartTimer = 1;
 // The host needs this long to finish its own start-up before its working directory may change.
 static constexpr UINT kStartDelay = 2000;  // ms
 static constexpr wchar_t kCommonSettingsInTextDir[] = L"\\KVconfig\\KvConfig.ini";
-static constexpr wchar_t kPopupsWanted[] = L"0";
 
 static void CALLBACK OnStartTimer(HWND window, UINT message, UINT_PTR timer, DWORD time) noexcept;
 static void Start(const char* hostVersion);
@@ -64,7 +63,7 @@ static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
 // The right-click entries have to be asked for: the setting says "0", not disabled.
 static bool PopupsWanted() {
     const std::wstring path = TextDirSettingsPath(kCommonSettingsInTextDir);
-    return WithoutBlanks(ReadSetting(path, L"RmbDisable", L"value")) == kPopupsWanted;
+    return WithoutBlanks(SettingRead(path, L"RmbDisable", kValueKey)) == kSettingOff;
 }
 
 }  // namespace kv

@@ -7,6 +7,6 @@ namespace kv {
 
 // A developer's probe: reads the current model and the item of one picked feature, and does nothing with
 // them. Errors: the first of the host's.
-ProError ForTest();
+[[nodiscard]] ProError ForTest();
 
 }  // namespace kv

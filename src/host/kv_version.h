@@ -6,6 +6,6 @@
 namespace kv {
 
 // Shows the versions of plug-in and host.
-ProError KvVersion();
+[[nodiscard]] ProError KvVersion();
 
 }  // namespace kv

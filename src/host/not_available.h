@@ -6,6 +6,6 @@
 namespace kv {
 
 // Tells the user that the command cannot be used yet.
-ProError NotAvailable();
+[[nodiscard]] ProError NotAvailable();
 
 }  // namespace kv

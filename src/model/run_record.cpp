@@ -11,18 +11,23 @@ static constexpr wchar_t kMore[] = L"\n……";
 // A longer list would not fit on the screen.
 static constexpr std::size_t kListedFailures = 20;
 
-std::wstring FailureLines(const RunRecord& record) {
-    std::vector<std::wstring> failed;
+std::wstring FailureLines(const RunRecord& record, FailureList form) {
+    std::wstring text;
+    const std::wstring* previous = nullptr;
+    std::size_t listed = 0;
     for (const RunEntry& entry : record) {
         if (!Failed(entry.status)) continue;
-        // What belongs together stands next to each other and shares a line.
         const std::wstring& line = entry.file.empty() ? entry.model : entry.file;
-        if (failed.empty() || failed.back() != line) failed.push_back(line);
-        if (failed.size() > kListedFailures) break;
+        if (form == FailureList::Short) {
+            // What belongs together stands next to each other and shares a line.
+            if (previous != nullptr && *previous == line) continue;
+            if (listed == kListedFailures) return text + kMore;
+        }
+        text += L"\n" + line;
+        previous = &line;
+        ++listed;
     }
-    std::wstring text;
-    for (std::size_t i = 0; i < failed.size() && i < kListedFailures; ++i) text += L"\n" + failed[i];
-    return failed.size() > kListedFailures ? text + kMore : text;
+    return text;
 }
 
 void ShowFailures(const wchar_t* headline, const RunRecord& record) {

@@ -21,11 +21,15 @@ struct RunEntry {
 // In working order. It belongs to the action that runs the batch.
 using RunRecord = std::vector<RunEntry>;
 
-// The models or, where there are any, the files that failed, each on a line of its own that begins with a
-// line end; a long list is cut. Empty when nothing failed.
-std::wstring FailureLines(const RunRecord& record);
+// A list for a glance, in which neighbours of one name share a line and which is cut when it gets long; or
+// a line for every failure, for a user who has to work through them.
+enum class FailureList { Short, Complete };
 
-// Shows these lines below a headline; nothing when nothing failed.
+// The models or, where there are any, the files that failed, each on a line of its own that begins with a
+// line end. Empty when nothing failed.
+std::wstring FailureLines(const RunRecord& record, FailureList form = FailureList::Short);
+
+// Shows the short list below a headline; nothing when nothing failed.
 void ShowFailures(const wchar_t* headline, const RunRecord& record);
 
 }  // namespace kv

@@ -17,6 +17,7 @@
 #include "model/current_model.h"
 #include "model/model_count.h"
 #include "model/parameter.h"
+#include "model/refusals.h"
 #include "model/run_record.h"
 #include "settings/settings_store.h"
 #include "ui/message_box.h"
@@ -25,13 +26,12 @@ namespace kv {
 
 static constexpr wchar_t kQuantity[] = L"数量";
 static constexpr wchar_t kInstanceSetting[] = L"KvCountForInstance";
-static constexpr wchar_t kSettingKey[] = L"value";
-static constexpr wchar_t kSettingOn[] = L"TRUE";
+static constexpr wchar_t kInstancesWanted[] = L"TRUE";
 
-static constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
 static constexpr wchar_t kDone[] = L"\t批量数量参数创建/更新完毕。\t";
 static constexpr wchar_t kFailures[] =
-    L"以下模型“数量”参数创建/更新失败，请检查参数是否存在关系锁定等原因，需手动处理：\n";
+    L"以下模型“数量”参数创建/更新失败，请检查参数是否存在关系锁定等原因，需手动处理：";
+static constexpr wchar_t kListEnd[] = L"\n";
 
 static bool CountsInstances();
 static RunEntry WriteCount(const NamedModel& model, unsigned int count, bool instances);
@@ -42,7 +42,7 @@ static void ShowResult(const RunRecord& record);
 
 ProError KvMdlCount() {
     ProMdl assembly = nullptr;
-    ProError status = CurrentAssemblyGet(kNoAssembly, assembly);
+    ProError status = CurrentAssemblyGet(kAssembliesOnly, assembly);
     if (Failed(status)) return status;
     const bool instances = CountsInstances();
     WalkResult walk;
@@ -60,8 +60,8 @@ ProError KvMdlCount() {
 }
 
 static bool CountsInstances() {
-    const std::wstring value = ReadSetting(SettingsPath(kCommonSettings), kInstanceSetting, kSettingKey);
-    return UpperCase(WithoutBlanks(value)) == kSettingOn;
+    const std::wstring value = SettingRead(SettingsPath(kCommonSettings), kInstanceSetting, kValueKey);
+    return UpperCase(WithoutBlanks(value)) == kInstancesWanted;
 }
 
 static RunEntry WriteCount(const NamedModel& model, unsigned int count, bool instances) {
@@ -117,13 +117,11 @@ static ProError AddColumn(ProMdl generic) {
 }
 
 static void ShowResult(const RunRecord& record) {
-    std::wstring failures;
-    for (const RunEntry& entry : record)
-        if (Failed(entry.status)) failures += entry.model + L"\n";
+    const std::wstring failures = FailureLines(record, FailureList::Complete);
     if (failures.empty()) {
         ShowMessage(kDone);
     } else {
-        ShowInformation((kFailures + failures).c_str());
+        ShowInformation((kFailures + failures + kListEnd).c_str());
     }
 }
 

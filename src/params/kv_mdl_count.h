@@ -7,6 +7,6 @@ namespace kv {
 
 // Writes into every model below the current assembly how often it is placed there. Errors: those of finding
 // the assembly and collecting its components.
-ProError KvMdlCount();
+[[nodiscard]] ProError KvMdlCount();
 
 }  // namespace kv

@@ -16,9 +16,11 @@
 #include "model/current_model.h"
 #include "model/model_batch.h"
 #include "model/parameter.h"
+#include "model/refusals.h"
 #include "params/outline.h"
 #include "params/parameter_value.h"
 #include "params/sheet_size.h"
+#include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
@@ -38,13 +40,17 @@ static constexpr char kOutlineDecimals[] = "KvOutlineNum";
 static constexpr char kOutlineName[] = "outlinePname";
 static constexpr char kSheetSizeName[] = "shSizePname";
 
-// Sections of this file are named after the components that they keep.
 static constexpr wchar_t kSettingsFile[] = L"\\KVconfig\\KvParams.ini";
-static constexpr wchar_t kSettingsKey[] = L"content";
-static constexpr wchar_t kTicked[] = L"1";
-static constexpr wchar_t kCleared[] = L"0";
+static constexpr DialogSetting kSettings[] = {
+    {kExcluded, SettingKind::Text, kContentKey},
+    {kOutlineOrder, SettingKind::Tick, kContentKey},
+    {kOutlineDecimals, SettingKind::OptionLabel, kContentKey},
+    {kOutlineName, SettingKind::TextWithoutBlanks, kContentKey},
+    {kSheetSizeName, SettingKind::TextWithoutBlanks, kContentKey},
+};
+// Both halves start with the first half's prefixes; the second half's are not stored.
+static constexpr DialogSetting kStartOnly[] = {{kDerivedExcluded, SettingKind::Text, kContentKey, kExcluded}};
 
-static constexpr wchar_t kNoModels[] = L"当前模型中没有合适的子零件/组件";
 static constexpr wchar_t kBadBoolean[] = L"布尔类型参数值只可为'YES'或'NO',请重新输入!";
 static constexpr wchar_t kNoAssembly[] = L"当前环境不是组件/制造，无法执行此操作";
 static constexpr wchar_t kOutlineDone[] = L"外形尺寸参数批量创建/更新完成";
@@ -59,14 +65,13 @@ struct ParameterRequest {
 
 using ValueWork = ProError (*)(ProMdl model, const std::wstring& name, const ProParamvalue& value);
 
-static void RestoreSettings(ProAppData data);
-static void OnAdd(char* dialog, char* component, ProAppData data);
-static void OnUpdate(char* dialog, char* component, ProAppData data);
-static void OnDelete(char* dialog, char* component, ProAppData data);
-static void OnOutline(char* dialog, char* component, ProAppData data);
-static void OnSheetSize(char* dialog, char* component, ProAppData data);
+static void RestoreSettings();
+static void OnAdd();
+static void OnUpdate();
+static void OnDelete();
+static void OnOutline();
+static void OnSheetSize();
 static void SaveSettings();
-static void SaveText(const std::wstring& path, const char* component);
 static void ApplyValue(const char* step, ValueWork work);
 static ProError RequestGet(ParameterRequest& request);
 static ProError NamedModelsCollect(ModelBatch& batch);
@@ -76,42 +81,32 @@ static void ShowChange(ProMdl model);
 
 ProError KvParams() {
     return RunDialog(kDialog,
-                     {{"Add", DialogCallback<OnAdd>},
-                      {"Update", DialogCallback<OnUpdate>},
-                      {"Delete", DialogCallback<OnDelete>},
-                      {"KvOutline", DialogCallback<OnOutline>},
-                      {"KvSheetSize", DialogCallback<OnSheetSize>},
-                      {"Close", CloseDialog}},
-                     nullptr, RestoreSettings);
+                     {
+                         Pressed<OnAdd>("Add"),
+                         Pressed<OnUpdate>("Update"),
+                         Pressed<OnDelete>("Delete"),
+                         Pressed<OnOutline>("KvOutline"),
+                         Pressed<OnSheetSize>("KvSheetSize"),
+                         Closes("Close"),
+                     },
+                     RestoreSettings);
 }
 
-static void RestoreSettings(ProAppData) {
-    const std::wstring path = TextDirSettingsPath(kSettingsFile);
-    const auto stored = [&path](const char* section) {
-        return ReadSetting(path, WideName(section).c_str(), kSettingsKey);
-    };
-
-    // Both halves start with the first half's prefixes.
-    SetInputText(kDialog, kExcluded, stored(kExcluded));
-    SetInputText(kDialog, kDerivedExcluded, stored(kExcluded));
-    const std::wstring order = WithoutBlanks(stored(kOutlineOrder));
-    if (order == kTicked || order == kCleared) SetCheckTicked(kDialog, kOutlineOrder, order == kTicked);
-    // A menu has no empty label: without a stored one it keeps its layout's.
-    const std::wstring decimals = WithoutBlanks(stored(kOutlineDecimals));
-    if (!decimals.empty()) SetOptionLabel(kDialog, kOutlineDecimals, decimals);
-    SetInputText(kDialog, kOutlineName, WithoutBlanks(stored(kOutlineName)));
-    SetInputText(kDialog, kSheetSizeName, WithoutBlanks(stored(kSheetSizeName)));
+static void RestoreSettings() {
+    const std::wstring file = TextDirSettingsPath(kSettingsFile);
+    DialogSettingsRestore(kDialog, file, kSettings);
+    DialogSettingsRestore(kDialog, file, kStartOnly);
 }
 
-static void OnAdd(char*, char*, ProAppData) {
+static void OnAdd() {
     ApplyValue("create the parameter", ParameterCreate);
 }
 
-static void OnUpdate(char*, char*, ProAppData) {
+static void OnUpdate() {
     ApplyValue("set the value", ParameterUpdate);
 }
 
-static void OnDelete(char*, char*, ProAppData) {
+static void OnDelete() {
     SaveSettings();
     ModelBatch batch;
     std::wstring name;
@@ -123,7 +118,7 @@ static void OnDelete(char*, char*, ProAppData) {
     ShowChange(batch.current);
 }
 
-static void OnOutline(char*, char*, ProAppData) {
+static void OnOutline() {
     SaveSettings();
     ProMdl assembly = nullptr;
     if (Failed(CurrentAssemblyGet(kNoAssembly, assembly, ShowInformation))) return;
@@ -138,7 +133,7 @@ static void OnOutline(char*, char*, ProAppData) {
     ProTreetoolRefresh(batch.current);
 }
 
-static void OnSheetSize(char*, char*, ProAppData) {
+static void OnSheetSize() {
     SaveSettings();
     ProMdl assembly = nullptr;
     ProMdlType type = PRO_MDL_UNUSED;
@@ -155,24 +150,8 @@ static void OnSheetSize(char*, char*, ProAppData) {
     ProTreetoolRefresh(batch.current);
 }
 
-// What cannot be read is not stored: an earlier setting is worth more than an empty one.
 static void SaveSettings() {
-    const std::wstring path = TextDirSettingsPath(kSettingsFile);
-    SaveText(path, kExcluded);
-    bool ticked = false;
-    if (!Failed(CheckTickedGet(kDialog, kOutlineOrder, ticked)))
-        WriteSetting(path, WideName(kOutlineOrder).c_str(), kSettingsKey, ticked ? kTicked : kCleared);
-    std::wstring decimals;
-    if (!Failed(OptionLabelGet(kDialog, kOutlineDecimals, decimals)))
-        WriteSetting(path, WideName(kOutlineDecimals).c_str(), kSettingsKey, decimals);
-    SaveText(path, kOutlineName);
-    SaveText(path, kSheetSizeName);
-}
-
-static void SaveText(const std::wstring& path, const char* component) {
-    std::wstring text;
-    if (Failed(InputTextGet(kDialog, component, text))) return;
-    WriteSetting(path, WideName(component).c_str(), kSettingsKey, text);
+    DialogSettingsSave(kDialog, TextDirSettingsPath(kSettingsFile), kSettings);
 }
 
 // Add and Update differ in nothing but what they do to one model.
@@ -215,7 +194,7 @@ static ProError NamedModelsCollect(ModelBatch& batch) {
     if (!Failed(status)) status = InputTextGet(kDialog, kExcluded, excluded);
     if (!Failed(status)) status = BatchModelsCollect(current, type, RadioChoice(kDialog, kTypeChoice), batch);
     if (Failed(status)) return status;
-    if (batch.models.empty()) return ShowFailure(kNoModels, PRO_TK_E_NOT_FOUND);
+    if (batch.models.empty()) return ShowFailure(kNoSuitableComponents, PRO_TK_E_NOT_FOUND);
     // In this half a prefix may contain a blank.
     batch.excluded = PrefixListFromText(excluded);
     return PRO_TK_NO_ERROR;
@@ -229,7 +208,7 @@ static ProError DerivedModelsCollect(ProMdl assembly, ModelBatch& batch) {
     status = BatchModelsCollect(assembly, PRO_MDL_ASSEMBLY, RadioChoice(kDialog, kDerivedTypeChoice), batch);
     if (Failed(status)) return status;
     if (batch.models.empty()) {
-        ShowInformation(kNoModels);
+        ShowInformation(kNoSuitableComponents);
         return PRO_TK_E_NOT_FOUND;
     }
     batch.excluded = PrefixListFromText(WithoutBlanks(excluded));

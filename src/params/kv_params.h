@@ -7,6 +7,6 @@ namespace kv {
 
 // Adds, updates or deletes one parameter in many models and writes two derived ones. Errors: those of its
 // dialog.
-ProError KvParams();
+[[nodiscard]] ProError KvParams();
 
 }  // namespace kv

@@ -6,6 +6,7 @@
 #include "settings/kv_config.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,14 +16,13 @@
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 
 namespace kv {
 
 static constexpr char kDialog[] = "KvConfig";
-static constexpr wchar_t kChoiceKey[] = L"value";
-static constexpr wchar_t kTemplateKey[] = L"path";
 static constexpr wchar_t kTemplateFilter[] = L"*.drw";
 static constexpr wchar_t kFormatFolderOption[] = L"pro_format_dir";
 
@@ -63,45 +63,26 @@ static constexpr TemplateRow kTemplates[] = {
 };
 // clang-format on
 
-static void FillDialog(ProAppData data);
-static void OnSave(char* dialog, char* component, ProAppData data);
-static void OnPickTemplate(char* dialog, char* component, ProAppData data);
+static void FillDialog();
+static void OnSave();
+static void OnPickTemplate(const char* component);
+static std::vector<DialogSetting> SettingsOf(std::span<const char* const> choices);
 
 ProError KvConfig() {
-    std::vector<DialogAction> actions = {{"save", DialogCallback<OnSave>}};
-    for (const TemplateRow& row : kTemplates) actions.push_back({row.picker, DialogCallback<OnPickTemplate>});
-    return RunDialog(kDialog, actions, nullptr, FillDialog);
+    DialogRows<> rows = {Pressed<OnSave>("save")};
+    for (const TemplateRow& row : kTemplates) rows.push_back(Pressed<OnPickTemplate>(row.picker));
+    return RunDialog(kDialog, rows, FillDialog);
 }
 
-static void FillDialog(ProAppData) {
-    const std::wstring path = SettingsPath(kCommonSettings);
-    for (const char* group : kChoicesInReadingOrder) {
-        std::string button;
-        const std::wstring stored = ReadSetting(path, WideName(group).c_str(), kChoiceKey);
-        // A stored text that no button can be named after chooses nothing, and neither does an empty one.
-        if (Failed(EncodeText(stored, CodePage::ThreadAnsi, button)) || button.empty()) continue;
-        SetRadioChoice(kDialog, group, button);
-    }
-    for (const TemplateRow& row : kTemplates)
-        SetInputText(kDialog, row.panel, ReadSetting(path, WideName(row.panel).c_str(), kTemplateKey));
+static void FillDialog() {
+    DialogSettingsRestore(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInReadingOrder));
 }
 
-static void OnSave(char*, char*, ProAppData) {
-    const std::wstring path = SettingsPath(kCommonSettings);
-    for (const char* group : kChoicesInSavingOrder) {
-        const std::string button = RadioChoice(kDialog, group);
-        // A group without a choice keeps what is stored: it may be a value of a later version.
-        if (button.empty()) continue;
-        WriteSetting(path, WideName(group).c_str(), kChoiceKey, WideName(button));
-    }
-    for (const TemplateRow& row : kTemplates) {
-        std::wstring file;
-        if (Failed(InputTextGet(kDialog, row.panel, file))) continue;
-        WriteSetting(path, WideName(row.panel).c_str(), kTemplateKey, file);
-    }
+static void OnSave() {
+    DialogSettingsSave(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInSavingOrder));
 }
 
-static void OnPickTemplate(char*, char* component, ProAppData) {
+static void OnPickTemplate(const char* component) {
     const auto pressed = [picker = std::string_view(component)](const TemplateRow& row) {
         return picker == row.picker;
     };
@@ -115,7 +96,15 @@ static void OnPickTemplate(char*, char* component, ProAppData) {
     ProPath file = {};
     const ProError chosen = ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr,
                                                nullptr, known ? *folders.Get() : nullptr, nullptr, file);
-    if (!Failed(chosen)) SetInputText(kDialog, row->panel, file);
+    if (!Failed(chosen)) InputTextSet(kDialog, row->panel, file);
+}
+
+// The choices and behind them the templates.
+static std::vector<DialogSetting> SettingsOf(std::span<const char* const> choices) {
+    std::vector<DialogSetting> settings;
+    for (const char* group : choices) settings.push_back({group, SettingKind::RadioChoice, kValueKey});
+    for (const TemplateRow& row : kTemplates) settings.push_back({row.panel, SettingKind::Text, kPathKey});
+    return settings;
 }
 
 }  // namespace kv

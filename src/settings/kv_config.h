@@ -6,6 +6,6 @@
 namespace kv {
 
 // Lets the user edit the common settings. Errors: those of its dialog.
-ProError KvConfig();
+[[nodiscard]] ProError KvConfig();
 
 }  // namespace kv

@@ -31,8 +31,8 @@ static auto UseCharacterLocale(const char* locale) {
 }
 
 void RestoreLastDirectory() {
-    const std::wstring wanted = ReadSetting(SettingsPath(kCommonSettings), L"SetLastDir", L"value");
-    if (WithoutBlanks(wanted) != L"1") return;
+    const std::wstring wanted = SettingRead(SettingsPath(kCommonSettings), L"SetLastDir", kValueKey);
+    if (WithoutBlanks(wanted) != kSettingOn) return;
 
     std::string bytes;
     std::wstring text;

@@ -37,7 +37,7 @@ std::wstring TextDirSettingsPath(std::wstring_view relativeName) {
     return FittingPath(std::wstring(folder).append(relativeName));
 }
 
-std::wstring ReadSetting(const std::wstring& path, const wchar_t* section, const wchar_t* key) {
+std::wstring SettingRead(const std::wstring& path, const wchar_t* section, const wchar_t* key) {
     // The profile calls take an empty path for a file of Windows itself.
     if (path.empty()) return {};
     wchar_t value[kValueSize] = {};
@@ -45,7 +45,7 @@ std::wstring ReadSetting(const std::wstring& path, const wchar_t* section, const
     return value;
 }
 
-void WriteSetting(const std::wstring& path, const wchar_t* section, const wchar_t* key,
+void SettingWrite(const std::wstring& path, const wchar_t* section, const wchar_t* key,
                   const std::wstring& value) {
     if (path.empty()) return;
     // The profile calls keep an existing file's encoding, but would start a new one in the ANSI code page.

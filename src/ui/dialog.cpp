@@ -26,6 +26,7 @@ static constexpr wchar_t kDestroyError[] = L"UIDialog Destroy error!";
 static constexpr wchar_t kOutOfMemory[] = L"\t内存不足，操作未完成！\t";
 static constexpr wchar_t kBrokenOff[] = L"\t操作意外中断！\t";
 
+static void CloseDialog(char* dialog, char* component, ProAppData data) noexcept;
 static ProError AttachActions(const char* name, std::span<const DialogAction> actions, ProAppData data);
 static ProError AttachAction(char* dialog, const DialogAction& action, ProAppData data);
 
@@ -34,8 +35,18 @@ void ReportBrokenAction(ProError status) noexcept {
     ShowMessage(status == PRO_TK_OUT_OF_MEMORY ? kOutOfMemory : kBrokenOff);
 }
 
-ProError RunDialog(const char* name, std::span<const DialogAction> actions, ProAppData data,
-                   DialogFill fill) {
+DialogRow<void> Closes(const char* button) {
+    return {{button, DialogEvent::ButtonPressed, CloseDialog}};
+}
+
+ProError RunDialog(const char* name, const DialogRows<>& rows, void (*fill)()) {
+    return RunUntypedDialog(name, ActionsOf(rows), nullptr, [fill] {
+        if (fill != nullptr) fill();
+    });
+}
+
+ProError RunUntypedDialog(const char* name, std::span<const DialogAction> actions, ProAppData data,
+                          const std::function<void()>& fill) {
     ProError status = ProUIDialogCreate(HostName(name), HostName(name));
     if (Failed(status)) return ShowFailure(kCreateError, status);
 
@@ -47,22 +58,13 @@ ProError RunDialog(const char* name, std::span<const DialogAction> actions, ProA
         });
         status = AttachActions(name, actions, data);
         if (Failed(status)) return status;
-        if (fill != nullptr) fill(data);
+        fill();
 
         int exitCode = 0;
         status = ProUIDialogActivate(HostName(name), &exitCode);
         if (Failed(status)) return ShowFailure(kActivateError, status);
     }
     return destroyed;
-}
-
-ProError RunDialog(const char* name, std::initializer_list<DialogAction> actions, ProAppData data,
-                   DialogFill fill) {
-    return RunDialog(name, std::span(actions.begin(), actions.size()), data, fill);
-}
-
-void CloseDialog(char* dialog, char*, ProAppData) noexcept {
-    ProUIDialogExit(dialog, 0);
 }
 
 ProError InputTextGet(const char* dialog, const char* component, std::wstring& text) {
@@ -77,7 +79,7 @@ std::wstring InputText(const char* dialog, const char* component) {
     return Failed(InputTextGet(dialog, component, text)) ? std::wstring() : text;
 }
 
-void SetInputText(const char* dialog, const char* component, const std::wstring& text) {
+void InputTextSet(const char* dialog, const char* component, const std::wstring& text) {
     ProUIInputpanelValueSet(HostName(dialog), HostName(component), HostText(text.c_str()));
 }
 
@@ -88,11 +90,11 @@ ProError OptionLabelGet(const char* dialog, const char* component, std::wstring&
     return status;
 }
 
-void SetOptionLabel(const char* dialog, const char* component, const std::wstring& label) {
+void OptionLabelSet(const char* dialog, const char* component, const std::wstring& label) {
     ProUIOptionmenuValueSet(HostName(dialog), HostName(component), HostText(label.c_str()));
 }
 
-void SetOptionEnabled(const char* dialog, const char* component, bool enabled) {
+void OptionEnabledSet(const char* dialog, const char* component, bool enabled) {
     if (enabled) {
         ProUIOptionmenuEnable(HostName(dialog), HostName(component));
     } else {
@@ -108,7 +110,7 @@ ProError CheckTickedGet(const char* dialog, const char* component, bool& ticked)
     return ticked || state == PRO_B_FALSE ? PRO_TK_NO_ERROR : PRO_TK_NOT_VALID;
 }
 
-void SetCheckTicked(const char* dialog, const char* component, bool ticked) {
+void CheckTickedSet(const char* dialog, const char* component, bool ticked) {
     if (ticked) {
         ProUICheckbuttonSet(HostName(dialog), HostName(component));
     } else {
@@ -123,9 +125,13 @@ std::string RadioChoice(const char* dialog, const char* group) {
     return Failed(status) ? std::string() : names.First();
 }
 
-void SetRadioChoice(const char* dialog, const char* group, const std::string& button) {
+void RadioChoiceSet(const char* dialog, const char* group, const std::string& button) {
     char* name = HostName(button.c_str());
     ProUIRadiogroupSelectednamesSet(HostName(dialog), HostName(group), 1, &name);
+}
+
+static void CloseDialog(char* dialog, char*, ProAppData) noexcept {
+    ProUIDialogExit(dialog, 0);
 }
 
 // The close box does nothing of its own: without an action the dialog could not be left by it.

@@ -12,9 +12,9 @@ namespace kv {
 static constexpr char kPicture[] = "KvPicture.gif";
 
 // A dialog without its picture works as well.
-void ShowPicture(char* dialog, char* component, ProAppData) noexcept {
+void ShowPicture(const char* dialog, const char* area) {
     ProUIPoint corner = {0, 0};
-    ProUIDrawingareaImageDraw(dialog, component, HostName(kPicture), &corner);
+    ProUIDrawingareaImageDraw(HostName(dialog), HostName(area), HostName(kPicture), &corner);
 }
 
 }  // namespace kv

@@ -1,11 +1,9 @@
 // The plug-in's picture in its dialogs.
 #pragma once
 
-#include <ProToolkit.h>
-
 namespace kv {
 
-// What a drawing area runs when it is shown.
-void ShowPicture(char* dialog, char* component, ProAppData data) noexcept;
+// Draws the picture into a drawing area that is on the screen.
+void ShowPicture(const char* dialog, const char* area);
 
 }  // namespace kv

@@ -110,7 +110,7 @@ std::wstring CellText(TableName table, const std::string& row, const std::string
     return Failed(status) ? std::wstring() : TextOf(text);
 }
 
-void SetCellText(TableName table, const std::string& row, const std::string& column,
+void CellTextSet(TableName table, const std::string& row, const std::string& column,
                  const std::wstring& text) {
     ProUITableCellLabelSet(HostName(table.dialog), HostName(table.component), HostName(row.c_str()),
                            HostName(column.c_str()), HostText(text.c_str()));
@@ -125,7 +125,7 @@ bool CellHasColor(TableName table, const std::string& row, const std::string& co
     return !Failed(status) && found == static_cast<ProUIColor>(color);
 }
 
-void SetCellColor(TableName table, const std::string& row, const std::string& column, TableColor color) {
+void CellColorSet(TableName table, const std::string& row, const std::string& column, TableColor color) {
     ProUITableCellBackgroundColorSet(HostName(table.dialog), HostName(table.component), HostName(row.c_str()),
                                      HostName(column.c_str()), static_cast<ProUIColor>(color));
 }
@@ -156,11 +156,11 @@ std::string SelectedRow(TableName table) {
     return Failed(SelectedRowsGet(table, rows)) || rows.empty() ? std::string() : rows.front();
 }
 
-void SelectRows(TableName table, const TableNames& rows) {
+void TableRowsSelect(TableName table, const TableNames& rows) {
     (void)ForNames(ProUITableRowCellsSelect, table, rows);
 }
 
-void DeselectRows(TableName table, const TableNames& rows) {
+void TableRowsDeselect(TableName table, const TableNames& rows) {
     (void)ForNames(ProUITableRowCellsDeselect, table, rows);
 }
 

@@ -53,12 +53,12 @@ using TableColor = int;
 
 // Text of a cell; empty when it has none.
 std::wstring CellText(TableName table, const std::string& row, const std::string& column);
-void SetCellText(TableName table, const std::string& row, const std::string& column,
+void CellTextSet(TableName table, const std::string& row, const std::string& column,
                  const std::wstring& text);
 
 // Whether a cell has this background.
 bool CellHasColor(TableName table, const std::string& row, const std::string& column, TableColor color);
-void SetCellColor(TableName table, const std::string& row, const std::string& column, TableColor color);
+void CellColorSet(TableName table, const std::string& row, const std::string& column, TableColor color);
 
 // Lets the user select any number of cells, and whole columns by their titles. Errors: those of the host's
 // two calls.
@@ -70,7 +70,7 @@ void SetCellColor(TableName table, const std::string& row, const std::string& co
 // The first of them; empty without one.
 std::string SelectedRow(TableName table);
 
-void SelectRows(TableName table, const TableNames& rows);
-void DeselectRows(TableName table, const TableNames& rows);
+void TableRowsSelect(TableName table, const TableNames& rows);
+void TableRowsDeselect(TableName table, const TableNames& rows);
 
 }  // namespace kv
