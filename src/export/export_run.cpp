@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <deque>
-#include <unordered_map>
 
 #include <windows.h>
 
@@ -59,8 +58,7 @@ static void ExportByName(ExportRun& run, const std::wstring& name);
 static bool NeedsWindow(const ExportRun& run, const DrawingTask& task);
 static bool NeedsModel(const ExportRun& run);
 static void ComposeFileNames(const NameRule& rule, DrawingTask& task);
-static std::unordered_map<std::wstring, std::wstring> ParameterPieces(const NameRule& rule,
-                                                                      const DrawingTask& task);
+static NamePieces DrawingPieces(const NameRule& rule, const DrawingTask& task);
 
 // Copies a file unless there is one of that name, and deletes the copy when the guard dies.
 [[nodiscard]] static auto BorrowFile(bool wanted, const std::wstring& from, const std::wstring& to) {
@@ -135,27 +133,21 @@ static bool NeedsModel(const ExportRun& run) {
 
 // A size or parameter that cannot be read leaves its piece out of the name.
 static void ComposeFileNames(const NameRule& rule, DrawingTask& task) {
-    const std::unordered_map<std::wstring, std::wstring> values = ParameterPieces(rule, task);
+    NamePieces pieces = DrawingPieces(rule, task);
     const bool bySize =
         std::find(rule.tokens.begin(), rule.tokens.end(), kSheetSizeToken) != rule.tokens.end();
+    std::wstring& size = pieces[kSheetSizeToken];
     for (int sheet = 1; sheet <= task.sheets; ++sheet) {
-        std::wstring size;
         if (bySize && Failed(SheetSizeGet(task.drawing, sheet, size))) size.clear();
-        const auto pieceOf = [&](const std::wstring& token) {
-            if (token == kSheetSizeToken) return size;
-            if (token == kDrawingNameToken) return task.name;
-            return values.find(token)->second;
-        };
-        task.fileNames.push_back(ComposeName(rule, pieceOf, task.name));
+        task.fileNames.push_back(ComposeName(rule, pieces, task.name));
     }
 }
 
-// The pieces of all tokens that name parameters, each read once.
-static std::unordered_map<std::wstring, std::wstring> ParameterPieces(const NameRule& rule,
-                                                                      const DrawingTask& task) {
-    std::unordered_map<std::wstring, std::wstring> pieces;
+// The pieces that all sheets share. Each parameter is read once.
+static NamePieces DrawingPieces(const NameRule& rule, const DrawingTask& task) {
+    NamePieces pieces = {{kSheetSizeToken, L""}, {kDrawingNameToken, task.name}};
     for (const std::wstring& token : rule.tokens) {
-        if (token == kSheetSizeToken || token == kDrawingNameToken || pieces.contains(token)) continue;
+        if (pieces.contains(token)) continue;
         ProParamvalue value = {};
         const bool known = !Failed(ParameterRead(task.drawing, token, value));
         pieces.emplace(token, known ? ParameterText(value).value_or(L"") : std::wstring());
