@@ -2,7 +2,6 @@
 
 #include "export/assembly_export.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -43,10 +42,6 @@ static constexpr AssemblyExport kIges = {L"请选择igs导出目录", L".igs", "
 static constexpr AssemblyExport kSat = {L"请选择sat文件导出目录", L".sat", "write SAT",
                                         L"\t批量导出为sat操作已完成\t"};
 
-// Writes a model to a file in `folder`, which is the working directory, too.
-using ModelWriter =
-    std::function<ProError(ProMdl model, const std::wstring& folder, const std::wstring& name)>;
-
 static void FreeInclusion(ProOutputInclusion* inclusion) {
     ProOutputInclusionFree(*inclusion);
 }
@@ -63,11 +58,12 @@ static void OnExportIges(char* dialog, char* component, ProAppData assembly);
 static ProError IgesOptionsGet(IgesOptions& options);
 static ProError FlagGet(const char* check, ProBoolean& flag);
 static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind);
-static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const ModelWriter& write);
-static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind, ExportFolder& folder,
-                         const ModelWriter& write, RunRecord& record);
-static ProError WriteModel(ProError moved, const ModelWriter& write, ProMdl model, const std::wstring& folder,
-                           const std::wstring& name);
+static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges);
+static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind,
+                         const IgesOptions* iges, ExportFolder& folder, RunRecord& record);
+static ProError WriteModel(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
+                           const ScratchFile& scratch);
+static ProError WriteIges(ProMdl model, const IgesOptions& options, const ScratchFile& scratch);
 
 ProError KvExStp() {
     return ExportAsStep(kAssembliesOnly, kStep);
@@ -89,16 +85,7 @@ ProError KvExIgs() {
 static void OnExportIges(char*, char*, ProAppData assembly) {
     IgesOptions options;
     if (Failed(IgesOptionsGet(options))) return;
-    // The host adds the extension by itself.
-    const auto write = [&options](ProMdl model, const std::wstring& folder, const std::wstring& name) {
-        ProPath path;
-        const ProError status = CopyText(folder + name, path);
-        if (Failed(status)) return status;
-        return ProIntf3DFileWrite(static_cast<ProSolid>(model), PRO_INTF_EXPORT_IGES, path,
-                                  PRO_OUTPUT_ASSEMBLY_MULTI_FILES, nullptr, nullptr, options.inclusion.Get(),
-                                  options.layers.Get());
-    };
-    (void)ExportAssembly(assembly, kIges, write);
+    (void)ExportAssembly(assembly, kIges, &options);
 }
 
 static ProError IgesOptionsGet(IgesOptions& options) {
@@ -127,13 +114,10 @@ static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind)
     ProMdl assembly = nullptr;
     const ProError status = CurrentAssemblyGet(refusal, assembly);
     if (Failed(status)) return status;
-    return ExportAssembly(assembly, kind,
-                          [&kind](ProMdl model, const std::wstring&, const std::wstring& name) {
-                              return ModelWrite(model, PRO_STEP_FILE, name + kind.extension);
-                          });
+    return ExportAssembly(assembly, kind, nullptr);
 }
 
-static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const ModelWriter& write) {
+static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges) {
     ProPath target = {};
     std::vector<ProMdl> models;
     ProError status = ProDirectoryChoose(HostText(kind.title), nullptr, nullptr, nullptr, target);
@@ -143,14 +127,14 @@ static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, cons
 
     ExportFolder folder(target);
     RunRecord record;
-    ExportModels(models, kind, folder, write, record);
+    ExportModels(models, kind, iges, folder, record);
     ShowFailures(kNotExported, record);
     ShowMessage(kind.done);
     return PRO_TK_NO_ERROR;
 }
 
-static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind, ExportFolder& folder,
-                         const ModelWriter& write, RunRecord& record) {
+static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind,
+                         const IgesOptions* iges, ExportFolder& folder, RunRecord& record) {
     // Files land in the working directory.
     ProError moved = PRO_TK_NO_ERROR;
     const auto goBack = UseWorkingDirectory(folder.scratch.Path(), moved);
@@ -161,16 +145,32 @@ static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport
         if (!Failed(entry.status)) {
             entry.step = kind.step;
             const OutputFile file = {FileNameText(entry.model), kind.extension, true};
-            WriteOutput(folder, file, std::bind_front(WriteModel, moved, std::cref(write), model), entry);
+            ScratchFile scratch;
+            entry.status = OutputBegin(folder, file, scratch, entry);
+            // Nothing is written where the working directory could not be left for.
+            if (!Failed(entry.status)) entry.status = moved;
+            if (!Failed(entry.status)) entry.status = WriteModel(model, kind, iges, scratch);
+            if (!Failed(entry.status)) entry.status = OutputDeliver(folder, file, scratch, entry);
         }
         record.push_back(std::move(entry));
     }
 }
 
-// Nothing is written where the working directory could not be left for.
-static ProError WriteModel(ProError moved, const ModelWriter& write, ProMdl model, const std::wstring& folder,
-                           const std::wstring& name) {
-    return Failed(moved) ? moved : write(model, folder, name);
+// The files of the kinds without options of their own are STEP.
+static ProError WriteModel(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
+                           const ScratchFile& scratch) {
+    if (iges != nullptr) return WriteIges(model, *iges, scratch);
+    return ModelWrite(model, PRO_STEP_FILE, scratch.name + kind.extension);
+}
+
+static ProError WriteIges(ProMdl model, const IgesOptions& options, const ScratchFile& scratch) {
+    ProPath path;
+    const ProError status = CopyText(scratch.folder + scratch.name, path);
+    if (Failed(status)) return status;
+    // The host adds the extension by itself.
+    return ProIntf3DFileWrite(static_cast<ProSolid>(model), PRO_INTF_EXPORT_IGES, path,
+                              PRO_OUTPUT_ASSEMBLY_MULTI_FILES, nullptr, nullptr, options.inclusion.Get(),
+                              options.layers.Get());
 }
 
 }  // namespace kv

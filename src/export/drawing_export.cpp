@@ -14,6 +14,7 @@ static constexpr wchar_t kVersion[] = L"2000";
 
 static void WriteFile(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
                       ExportFolder& folder, const std::wstring& name, int sheet, RunRecord& record);
+static ProError WriteSheet(const SheetFile& file);
 
 ProError DrawingTaskGet(ProMdl model, DrawingTask& task) {
     ProMdlType type = PRO_MDL_UNUSED;
@@ -65,16 +66,21 @@ void ChooseDwgVersion() {
 static void WriteFile(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
                       ExportFolder& folder, const std::wstring& name, int sheet, RunRecord& record) {
     RunEntry entry = {task.name, format.step, PRO_TK_NO_ERROR};
-    const auto write = [&](const std::wstring& place, const std::wstring& written) {
-        if (format.needsWindow && Failed(task.displayed)) return task.displayed;
-        // A file must never hold another sheet than its name says.
-        ProError status = PRO_TK_NO_ERROR;
-        if (sheet != kAllSheets) status = ProDrawingCurrentSheetSet(task.drawing, sheet);
-        if (Failed(status)) return status;
-        return format.write({task, format, sheet, place, written, settings});
-    };
-    WriteOutput(folder, {name, format.extension, !format.ofSheets}, write, entry);
+    const OutputFile file = {name, format.extension, !format.ofSheets};
+    ScratchFile scratch;
+    entry.status = OutputBegin(folder, file, scratch, entry);
+    if (!Failed(entry.status)) entry.status = WriteSheet({task, format, sheet, scratch, settings});
+    if (!Failed(entry.status)) entry.status = OutputDeliver(folder, file, scratch, entry);
     record.push_back(std::move(entry));
+}
+
+static ProError WriteSheet(const SheetFile& file) {
+    const DrawingTask& task = file.task;
+    if (file.format.needsWindow && Failed(task.displayed)) return task.displayed;
+    // A file must never hold another sheet than its name says.
+    ProError status = PRO_TK_NO_ERROR;
+    if (file.sheet != kAllSheets) status = ProDrawingCurrentSheetSet(task.drawing, file.sheet);
+    return Failed(status) ? status : file.format.write(file);
 }
 
 }  // namespace kv

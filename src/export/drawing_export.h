@@ -44,8 +44,7 @@ struct SheetFile {
     const DrawingTask& task;
     const DrawingFormat& format;
     int sheet;  // counted from 1; kAllSheets for all of them
-    const std::wstring& folder;
-    std::wstring name;
+    const ScratchFile& scratch;
     DrawingSettings& settings;
 };
 inline constexpr int kAllSheets = 0;

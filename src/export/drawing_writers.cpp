@@ -33,19 +33,19 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
 ProError WriteSheetDrawing(const SheetFile& file) {
     ProPath path;
     DrawingData data;
-    ProError status = CopyText(file.folder + file.name + file.format.extension, path);
+    ProError status = CopyText(file.scratch.folder + file.scratch.name + file.format.extension, path);
     if (!Failed(status)) status = DrawingDataMake(file, data);
     return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, data.Get());
 }
 
 ProError WriteCurrentSheetDrawing(const SheetFile& file) {
     ProPath path;
-    const ProError status = CopyText(file.folder + file.name, path);
+    const ProError status = CopyText(file.scratch.folder + file.scratch.name, path);
     return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, nullptr);
 }
 
 ProError WriteSheetPdf(const SheetFile& file) {
-    const std::wstring target = file.folder + file.name + file.format.extension;
+    const std::wstring target = file.scratch.folder + file.scratch.name + file.format.extension;
     const std::wstring& detour = file.settings.pdfDetour;
     if (detour.empty()) return PdfWrite(file, target);
 
@@ -58,9 +58,10 @@ ProError WriteSheetPdf(const SheetFile& file) {
 ProError WriteShownModel(const SheetFile& file) {
     if (file.task.shown == nullptr) return PRO_TK_E_NOT_FOUND;
     ProError status = PRO_TK_NO_ERROR;
-    const auto goBack = UseWorkingDirectory(file.folder, status);
-    return Failed(status) ? status
-                          : ModelWrite(file.task.shown, file.format.type, file.name + file.format.extension);
+    const auto goBack = UseWorkingDirectory(file.scratch.folder, status);
+    return Failed(status)
+               ? status
+               : ModelWrite(file.task.shown, file.format.type, file.scratch.name + file.format.extension);
 }
 
 // A sheet that is named neither for model space nor for paper space is not exported at all.

@@ -49,6 +49,7 @@ static constexpr DrawingFormat kDwg = {L".dwg", "write DWG", PRO_DWG_FILE,
 static constexpr DrawingFormat kPdf = {L".pdf", "write PDF", {}, true, true, WriteSheetPdf};
 static constexpr wchar_t kStepExtension[] = L".stp";
 
+static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry& entry);
 static ProError CurrentDrawingGet(DrawingTask& task);
 static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder);
 static ProError FreePdfPathGet(std::wstring& path);
@@ -91,18 +92,23 @@ ProError KvExportStp() {
     if (!Failed(status)) status = TargetFolderGet(kStepFolder, target);
     if (Failed(status)) return status;
 
-    ExportFolder folder(target);
-    const OutputFile file = {FileNameText(name), kStepExtension, true};
     RunEntry entry = {name, "write STEP", PRO_TK_NO_ERROR};
-    const auto write = [model](const std::wstring& place, const std::wstring& written) {
-        ProError moved = PRO_TK_NO_ERROR;
-        const auto goBack = UseWorkingDirectory(place, moved);
-        return Failed(moved) ? moved : ModelWrite(model, PRO_STEP_FILE, written + kStepExtension);
-    };
-    WriteOutput(folder, file, write, entry);
+    entry.status = StepFileWrite(model, target, entry);
     if (!Failed(entry.status)) return DisplayMessage(kStepDone);
     ShowFailures(kNotExported, {entry});
     return entry.status;
+}
+
+static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry& entry) {
+    ExportFolder folder(target);
+    const OutputFile file = {FileNameText(entry.model), kStepExtension, true};
+    ScratchFile scratch;
+    ProError status = OutputBegin(folder, file, scratch, entry);
+    if (Failed(status)) return status;
+
+    const auto goBack = UseWorkingDirectory(scratch.folder, status);
+    if (!Failed(status)) status = ModelWrite(model, PRO_STEP_FILE, scratch.name + kStepExtension);
+    return Failed(status) ? status : OutputDeliver(folder, file, scratch, entry);
 }
 
 static ProError CurrentDrawingGet(DrawingTask& task) {
