@@ -2,9 +2,6 @@
 
 #include "export/assembly_export.h"
 
-#include <string>
-#include <vector>
-
 #include <ProIntf3Dexport.h>
 #include <ProUtil.h>
 
@@ -16,7 +13,7 @@
 #include "export/export_name.h"
 #include "export/model_output.h"
 #include "model/current_model.h"
-#include "model/model_data.h"
+#include "model/model_batch.h"
 #include "model/model_walk.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
@@ -59,8 +56,8 @@ static ProError IgesOptionsGet(IgesOptions& options);
 static ProError FlagGet(const char* check, ProBoolean& flag);
 static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind);
 static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges);
-static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind,
-                         const IgesOptions* iges, ExportFolder& folder, RunRecord& record);
+static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
+                         ExportFolder& folder);
 static ProError WriteModel(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
                            const ScratchFile& scratch);
 static ProError WriteIges(ProMdl model, const IgesOptions& options, const ScratchFile& scratch);
@@ -119,41 +116,35 @@ static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind)
 
 static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges) {
     ProPath target = {};
-    std::vector<ProMdl> models;
+    ModelBatch batch;
+    batch.current = assembly;
     ProError status = ProDirectoryChoose(HostText(kind.title), nullptr, nullptr, nullptr, target);
-    if (!Failed(status)) status = DistinctModels(assembly, CollectAllComponents, models);
+    if (!Failed(status)) status = DistinctModels(assembly, CollectAllComponents, batch.models);
     if (Failed(status)) return status;
-    AddDistinct(models, assembly);
+    AddDistinct(batch.models, assembly);
 
     ExportFolder folder(target);
-    RunRecord record;
-    ExportModels(models, kind, iges, folder, record);
-    ShowFailures(kNotExported, record);
+    ExportModels(batch, kind, iges, folder);
+    ShowFailures(kNotExported, batch.record);
     ShowMessage(kind.done);
     return PRO_TK_NO_ERROR;
 }
 
-static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind,
-                         const IgesOptions* iges, ExportFolder& folder, RunRecord& record) {
+static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
+                         ExportFolder& folder) {
     // Files land in the working directory.
     ProError moved = PRO_TK_NO_ERROR;
     const auto goBack = UseWorkingDirectory(folder.scratch.Path(), moved);
 
-    for (ProMdl model : models) {
-        RunEntry entry = {{}, "read the name", PRO_TK_NO_ERROR};
-        entry.status = ModelNameGet(model, entry.model);
-        if (!Failed(entry.status)) {
-            entry.step = kind.step;
-            const OutputFile file = {FileNameText(entry.model), kind.extension, true};
-            ScratchFile scratch;
-            entry.status = OutputBegin(folder, file, scratch, entry);
-            // Nothing is written where the working directory could not be left for.
-            if (!Failed(entry.status)) entry.status = moved;
-            if (!Failed(entry.status)) entry.status = WriteModel(model, kind, iges, scratch);
-            if (!Failed(entry.status)) entry.status = OutputDeliver(folder, file, scratch, entry);
-        }
-        record.push_back(std::move(entry));
-    }
+    ForEachEntry(batch, kind.step, [&](ProMdl model, RunEntry& entry) {
+        const OutputFile file = {FileNameText(entry.model), kind.extension, true};
+        ScratchFile scratch;
+        ProError status = OutputBegin(folder, file, scratch, entry);
+        // Nothing is written where the working directory could not be left for.
+        if (!Failed(status)) status = moved;
+        if (!Failed(status)) status = WriteModel(model, kind, iges, scratch);
+        return Failed(status) ? status : OutputDeliver(folder, file, scratch, entry);
+    });
 }
 
 // The files of the kinds without options of their own are STEP.
