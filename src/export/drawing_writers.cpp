@@ -1,4 +1,6 @@
-// The writers of the formats that drawings are exported to.
+// The writers, on the toolkit's export calls.
+
+#include "export/drawing_writers.h"
 
 #include <numeric>
 #include <span>
@@ -13,7 +15,6 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "base/working_directory.h"
-#include "export/drawing_export.h"
 #include "export/model_output.h"
 
 namespace kv {
@@ -46,7 +47,7 @@ ProError WriteCurrentSheetDrawing(const SheetFile& file) {
 
 ProError WriteSheetPdf(const SheetFile& file) {
     const std::wstring target = file.scratch.folder + file.scratch.name + file.format.extension;
-    const std::wstring& detour = file.settings.pdfDetour;
+    const std::wstring& detour = file.run.settings.pdfDetour;
     if (detour.empty()) return PdfWrite(file, target);
 
     ProError status = PdfWrite(file, detour);
@@ -90,16 +91,14 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path) {
     ProPath target;
     ProError status = CopyText(path, target);
     if (Failed(status)) return status;
-    const PdfChoice& choice = file.settings.pdf;
+    const PdfChoice& choice = file.run.settings.pdf;
     const bool bySheet = file.sheet != kAllSheets;
-    std::optional<PdfOptions>& options = file.settings.pdfOptions[bySheet ? 1 : 0];
-    if (!options) status = PdfOptionsMake(choice, bySheet, options.emplace());
-    // Half an option set would give files that look right and are not.
-    if (Failed(status)) options.reset();
+    PdfOptions& options = bySheet ? file.run.pdfCurrentSheet : file.run.pdfAllSheets;
+    if (options.Get() == nullptr) status = PdfOptionsMake(choice, bySheet, options);
     if (Failed(status)) return status;
     // By the host's documents a profile has the last word over the options.
     return choice.useProfile ? ProPDFWithProfileExport(file.task.drawing, target, HostText(kProfile))
-                             : ProPDFExport(file.task.drawing, target, options->Get());
+                             : ProPDFExport(file.task.drawing, target, options.Get());
 }
 
 }  // namespace kv

@@ -10,6 +10,7 @@
 #include "base/file.h"
 #include "base/scope_exit.h"
 #include "base/status.h"
+#include "export/drawing_export.h"
 #include "export/drawing_window.h"
 #include "export/model_output.h"
 #include "model/drawing_sheets.h"
@@ -22,12 +23,12 @@ namespace kv {
 
 // clang-format off
 static constexpr ExportFormat kFormats[] = {
-    // check       folder       extension  step          type               of sheets  needs window  writer
-    {"DWGCheck", L"DWG\\", {L".dwg",   "write DWG",  PRO_DWG_FILE,      true,      false,        WriteSheetDrawing}},
-    {"DXFCheck", L"DXF\\", {L".dxf",   "write DXF",  PRO_DXF_FILE,      true,      false,        WriteSheetDrawing}},
-    {"PDFCheck", L"PDF\\", {L".pdf",   "write PDF",  {},                true,      true,         WriteSheetPdf}},
-    {"STPCheck", L"STP\\", {L".stp",   "write STEP", PRO_STEP_FILE,     false,     false,        WriteShownModel}},
-    {"IGSCheck", L"IGS\\", {L".igs",   "write IGES", PRO_IGES_3D_FILE,  false,     false,        WriteShownModel}},
+    // check       folder       extension  step          type               of sheets  needs window  sets version  writer
+    {"DWGCheck", L"DWG\\", {L".dwg",   "write DWG",  PRO_DWG_FILE,      true,      false,        true,         WriteSheetDrawing}},
+    {"DXFCheck", L"DXF\\", {L".dxf",   "write DXF",  PRO_DXF_FILE,      true,      false,        true,         WriteSheetDrawing}},
+    {"PDFCheck", L"PDF\\", {L".pdf",   "write PDF",  {},                true,      true,         false,        WriteSheetPdf}},
+    {"STPCheck", L"STP\\", {L".stp",   "write STEP", PRO_STEP_FILE,     false,     false,        false,        WriteShownModel}},
+    {"IGSCheck", L"IGS\\", {L".igs",   "write IGES", PRO_IGES_3D_FILE,  false,     false,        false,        WriteShownModel}},
 };
 // clang-format on
 
@@ -36,19 +37,12 @@ static constexpr wchar_t kProfileCopy[] = L"kvdop.dop";
 // The host keeps every drawing with its models in memory until it is told otherwise.
 static constexpr std::size_t kDrawingsInMemory = 30;
 
-struct RunFormat {
-    RunFormat(const DrawingFormat& used, const std::wstring& path) : format(used), folder(path) {}
-
-    const DrawingFormat& format;
-    ExportFolder folder;
-};
-
 struct ExportRun {
-    explicit ExportRun(const ExportRequest& asked) : request(asked) {}
+    explicit ExportRun(const ExportRequest& asked) : request(asked), writer{{asked.oneFile, asked.pdf}} {}
 
     const ExportRequest& request;
-    DrawingSettings settings;
-    std::deque<RunFormat> formats;  // their folders cannot be moved
+    WriterRun writer;
+    std::deque<ExportFolder> folders;  // of the formats; they cannot be moved
     UserWindows windows;
     RunRecord record;
 };
@@ -89,14 +83,12 @@ RunRecord ExportDrawings(const ExportRequest& request) {
 }
 
 static void PrepareFormats(ExportRun& run) {
-    run.settings.oneFile = run.request.oneFile;
-    run.settings.pdf = run.request.pdf;
     for (const ExportFormat* wanted : run.request.formats) {
         const std::wstring folder = WithBackslash(run.request.directory) + wanted->folder;
         // Every file of a folder that cannot be made will be recorded as not written.
         (void)FolderMake(folder);
-        run.formats.emplace_back(wanted->format, folder);
-        if (wanted->format.write == WriteSheetDrawing) ChooseDwgVersion();
+        run.folders.emplace_back(folder);
+        if (wanted->format.setsDwgVersion) ChooseDwgVersion();
     }
 }
 
@@ -115,27 +107,27 @@ static void ExportByName(ExportRun& run, const std::wstring& name) {
     if (NeedsModel(run) && Failed(ShownModelGet(task.drawing, task.shown))) task.shown = nullptr;
     ComposeFileNames(run.request.name, task);
     const ScopeExit turnBack([&task] { RestoreSheet(task); });
-    for (RunFormat& format : run.formats)
-        ExportDrawing(task, format.format, run.settings, format.folder, run.record);
+    for (std::size_t i = 0; i < run.folders.size(); ++i)
+        ExportDrawing(task, run.request.formats[i]->format, run.writer, run.folders[i], run.record);
 }
 
 // Sheets are turned in a window too: there the host can always do it.
 static bool NeedsWindow(const ExportRun& run, const DrawingTask& task) {
-    return std::any_of(run.formats.begin(), run.formats.end(), [&](const RunFormat& format) {
-        return format.format.needsWindow || (format.format.ofSheets && GoesBySheet(task, run.settings));
+    const bool bySheet = GoesBySheet(task, run.writer.settings);
+    return std::ranges::any_of(run.request.formats, [bySheet](const ExportFormat* wanted) {
+        return wanted->format.needsWindow || (wanted->format.ofSheets && bySheet);
     });
 }
 
 static bool NeedsModel(const ExportRun& run) {
-    return std::any_of(run.formats.begin(), run.formats.end(),
-                       [](const RunFormat& format) { return !format.format.ofSheets; });
+    return std::ranges::any_of(run.request.formats,
+                               [](const ExportFormat* wanted) { return !wanted->format.ofSheets; });
 }
 
 // A size or parameter that cannot be read leaves its piece out of the name.
 static void ComposeFileNames(const NameRule& rule, DrawingTask& task) {
     NamePieces pieces = DrawingPieces(rule, task);
-    const bool bySize =
-        std::find(rule.tokens.begin(), rule.tokens.end(), kSheetSizeToken) != rule.tokens.end();
+    const bool bySize = std::ranges::find(rule.tokens, kSheetSizeToken) != rule.tokens.end();
     std::wstring& size = pieces[kSheetSizeToken];
     for (int sheet = 1; sheet <= task.sheets; ++sheet) {
         if (bySize && Failed(SheetSizeGet(task.drawing, sheet, size))) size.clear();

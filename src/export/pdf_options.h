@@ -23,7 +23,7 @@ struct PdfChoice {
 // Makes an option set: no viewer is started, lines follow the pen table.
 //
 // currentSheet  the file holds the current sheet only
-// Errors        those of the option calls
+// Errors        those of the option calls; there is no set then
 [[nodiscard]] ProError PdfOptionsMake(const PdfChoice& choice, bool currentSheet, PdfOptions& options);
 
 }  // namespace kv

@@ -14,6 +14,7 @@
 #include "base/text.h"
 #include "base/working_directory.h"
 #include "export/drawing_export.h"
+#include "export/drawing_writers.h"
 #include "export/export_name.h"
 #include "export/model_output.h"
 #include "model/current_model.h"
@@ -44,17 +45,21 @@ static constexpr FolderChoice kDwgFolder = {L"KvExportDwgDIr", L"请选择DWG文
 static constexpr FolderChoice kPdfFolder = {L"KvExportPdfDIr", L"请选择DWG文件导出位置"};
 static constexpr FolderChoice kStepFolder = {L"KvExportStpDir", L"请选择STP文件导出位置"};
 
-static constexpr DrawingFormat kDwg = {L".dwg", "write DWG", PRO_DWG_FILE,
-                                       true,    false,       WriteCurrentSheetDrawing};
-static constexpr DrawingFormat kPdf = {L".pdf", "write PDF", {}, true, true, WriteSheetPdf};
+// clang-format off
+// extension  step         type           of sheets  needs window  sets version  writer
+static constexpr DrawingFormat kDwg = {
+    L".dwg",  "write DWG", PRO_DWG_FILE,  true,      false,        true,         WriteCurrentSheetDrawing};
+static constexpr DrawingFormat kPdf = {
+    L".pdf",  "write PDF", {},            true,      true,         false,        WriteSheetPdf};
+// clang-format on
 static constexpr wchar_t kStepExtension[] = L".stp";
 
 static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry& entry);
 static ProError CurrentDrawingGet(DrawingTask& task);
 static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder);
 static ProError FreePdfPathGet(std::wstring& path);
-static void ExportSheets(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
-                         const std::wstring& folder);
+static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
+                         const DrawingSettings& settings, const std::wstring& folder);
 
 ProError KvExportDwg() {
     DrawingTask task;
@@ -63,9 +68,7 @@ ProError KvExportDwg() {
     if (!Failed(status)) status = TargetFolderGet(kDwgFolder, folder);
     if (Failed(status)) return status;
 
-    ChooseDwgVersion();
-    DrawingSettings settings;
-    ExportSheets(task, kDwg, settings, folder);
+    ExportSheets(task, kDwg, {}, folder);
     return PRO_TK_NO_ERROR;
 }
 
@@ -146,13 +149,15 @@ static ProError FreePdfPathGet(std::wstring& path) {
     return PRO_TK_NO_ERROR;
 }
 
-static void ExportSheets(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
-                         const std::wstring& folder) {
+static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
+                         const DrawingSettings& settings, const std::wstring& folder) {
+    if (format.setsDwgVersion) ChooseDwgVersion();
     ExportFolder target(folder);
+    WriterRun run = {settings};
     RunRecord record;
     {
         const ScopeExit turnBack([&task] { RestoreSheet(task); });
-        ExportDrawing(task, format, settings, target, record);
+        ExportDrawing(task, format, run, target, record);
     }
     ShowFailures(kNotExported, record);
 }
