@@ -39,16 +39,16 @@ static constexpr AssemblyExport kIges = {L"请选择igs导出目录", L".igs", "
 static constexpr AssemblyExport kSat = {L"请选择sat文件导出目录", L".sat", "write SAT",
                                         L"\t批量导出为sat操作已完成\t"};
 
-static void FreeInclusion(ProOutputInclusion* inclusion) {
+static void InclusionFree(ProOutputInclusion* inclusion) {
     ProOutputInclusionFree(*inclusion);
 }
-static void FreeLayerOptions(ProOutputLayerOptions* options) {
+static void LayerOptionsFree(ProOutputLayerOptions* options) {
     ProOutputLayerOptionsFree(*options);
 }
 
 struct IgesOptions {
-    HostHandle<ProOutputInclusion, FreeInclusion> inclusion;
-    HostHandle<ProOutputLayerOptions, FreeLayerOptions> layers;
+    HostHandle<ProOutputInclusion, InclusionFree> inclusion;
+    HostHandle<ProOutputLayerOptions, LayerOptionsFree> layers;
 };
 
 static void OnExportIges(char* dialog, char* component, ProAppData assembly);
@@ -58,9 +58,9 @@ static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind)
 static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges);
 static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
                          ExportFolder& folder);
-static ProError WriteModel(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
-                           const ScratchFile& scratch);
-static ProError WriteIges(ProMdl model, const IgesOptions& options, const ScratchFile& scratch);
+static ProError ModelFileWrite(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
+                               const ScratchFile& scratch);
+static ProError IgesFileWrite(ProMdl model, const IgesOptions& options, const ScratchFile& scratch);
 
 ProError KvExStp() {
     return ExportAsStep(kAssembliesOnly, kStep);
@@ -142,19 +142,19 @@ static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const Ig
         ProError status = OutputBegin(folder, file, scratch, entry);
         // Nothing is written where the working directory could not be left for.
         if (!Failed(status)) status = moved;
-        if (!Failed(status)) status = WriteModel(model, kind, iges, scratch);
+        if (!Failed(status)) status = ModelFileWrite(model, kind, iges, scratch);
         return Failed(status) ? status : OutputDeliver(folder, file, scratch, entry);
     });
 }
 
 // The files of the kinds without options of their own are STEP.
-static ProError WriteModel(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
-                           const ScratchFile& scratch) {
-    if (iges != nullptr) return WriteIges(model, *iges, scratch);
+static ProError ModelFileWrite(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
+                               const ScratchFile& scratch) {
+    if (iges != nullptr) return IgesFileWrite(model, *iges, scratch);
     return ModelWrite(model, PRO_STEP_FILE, scratch.name + kind.extension);
 }
 
-static ProError WriteIges(ProMdl model, const IgesOptions& options, const ScratchFile& scratch) {
+static ProError IgesFileWrite(ProMdl model, const IgesOptions& options, const ScratchFile& scratch) {
     ProPath path;
     const ProError status = CopyText(scratch.folder + scratch.name, path);
     if (Failed(status)) return status;

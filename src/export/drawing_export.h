@@ -17,6 +17,6 @@ void ExportDrawing(const DrawingTask& task, const DrawingFormat& format, WriterR
                    RunRecord& record);
 
 // Sets the version of DWG and DXF files unless the user has chosen one. It stays set.
-void ChooseDwgVersion();
+void DwgVersionChoose();
 
 }  // namespace kv

@@ -22,7 +22,7 @@ ProError DrawingTaskGet(ProMdl model, DrawingTask& task) {
     return hasCurrent ? PRO_TK_NO_ERROR : PRO_TK_BAD_CONTEXT;
 }
 
-void RestoreSheet(const DrawingTask& task) noexcept {
+void SheetRestore(const DrawingTask& task) noexcept {
     int sheet = 0;
     if (task.sheets < 2) return;
     const bool isBack =

@@ -25,6 +25,6 @@ struct DrawingTask {
 [[nodiscard]] ProError DrawingTaskGet(ProMdl model, DrawingTask& task);
 
 // Makes the sheet current that was so at the start.
-void RestoreSheet(const DrawingTask& task) noexcept;
+void SheetRestore(const DrawingTask& task) noexcept;
 
 }  // namespace kv

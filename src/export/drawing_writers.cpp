@@ -21,17 +21,17 @@ namespace kv {
 
 static constexpr wchar_t kProfile[] = L"kvdop";
 
-static void Free2dData(Pro2dExportdata* data) {
+static void DrawingDataFree(Pro2dExportdata* data) {
     Pro2dExportdataFree(*data);
 }
 
-using DrawingData = HostHandle<Pro2dExportdata, Free2dData>;
+using DrawingData = HostHandle<Pro2dExportdata, DrawingDataFree>;
 
 static ProError DrawingDataMake(const SheetFile& file, DrawingData& data);
 static ProError PaperSheetsSet(Pro2dExportdata data, int count);
 static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
 
-ProError WriteSheetDrawing(const SheetFile& file) {
+ProError SheetDrawingWrite(const SheetFile& file) {
     ProPath path;
     DrawingData data;
     ProError status = CopyText(file.scratch.folder + file.scratch.name + file.format.extension, path);
@@ -39,13 +39,13 @@ ProError WriteSheetDrawing(const SheetFile& file) {
     return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, data.Get());
 }
 
-ProError WriteCurrentSheetDrawing(const SheetFile& file) {
+ProError CurrentSheetDrawingWrite(const SheetFile& file) {
     ProPath path;
     const ProError status = CopyText(file.scratch.folder + file.scratch.name, path);
     return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, nullptr);
 }
 
-ProError WriteSheetPdf(const SheetFile& file) {
+ProError SheetPdfWrite(const SheetFile& file) {
     const std::wstring target = file.scratch.folder + file.scratch.name + file.format.extension;
     const std::wstring& detour = file.run.settings.pdfDetour;
     if (detour.empty()) return PdfWrite(file, target);
@@ -56,7 +56,7 @@ ProError WriteSheetPdf(const SheetFile& file) {
     return status;
 }
 
-ProError WriteShownModel(const SheetFile& file) {
+ProError ShownModelWrite(const SheetFile& file) {
     if (file.task.shown == nullptr) return PRO_TK_E_NOT_FOUND;
     ProError status = PRO_TK_NO_ERROR;
     const auto goBack = UseWorkingDirectory(file.scratch.folder, status);

@@ -53,11 +53,11 @@ struct DrawingFormat {
 
 // DWG and DXF: all sheets in one file, the last one in model space and the others in paper space, or one
 // sheet.
-[[nodiscard]] ProError WriteSheetDrawing(const SheetFile& file);
+[[nodiscard]] ProError SheetDrawingWrite(const SheetFile& file);
 // The same by the host's own defaults, which take the current sheet alone; the host adds the extension.
-[[nodiscard]] ProError WriteCurrentSheetDrawing(const SheetFile& file);
-[[nodiscard]] ProError WriteSheetPdf(const SheetFile& file);
+[[nodiscard]] ProError CurrentSheetDrawingWrite(const SheetFile& file);
+[[nodiscard]] ProError SheetPdfWrite(const SheetFile& file);
 // STEP and IGES: the model that the drawing shows.
-[[nodiscard]] ProError WriteShownModel(const SheetFile& file);
+[[nodiscard]] ProError ShownModelWrite(const SheetFile& file);
 
 }  // namespace kv

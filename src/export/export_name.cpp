@@ -19,7 +19,7 @@ NameRule NameRuleFromTexts(std::wstring_view tokens, std::wstring_view separator
     return rule;
 }
 
-std::wstring ComposeName(const NameRule& rule, const NamePieces& pieces, const std::wstring& fallback) {
+std::wstring NameCompose(const NameRule& rule, const NamePieces& pieces, const std::wstring& fallback) {
     std::wstring name;
     for (const std::wstring& token : rule.tokens) {
         const auto found = pieces.find(token);

@@ -26,7 +26,7 @@ using NamePieces = std::unordered_map<std::wstring, std::wstring>;
 
 // The file name without extension. Pieces that are empty leave no separator behind; characters that no file
 // name can hold become "_". `fallback` is used when nothing but blanks would be left.
-std::wstring ComposeName(const NameRule& rule, const NamePieces& pieces, const std::wstring& fallback);
+std::wstring NameCompose(const NameRule& rule, const NamePieces& pieces, const std::wstring& fallback);
 
 // A text as a file name can hold it: what is forbidden becomes "_".
 std::wstring FileNameText(std::wstring text);

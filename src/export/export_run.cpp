@@ -24,11 +24,11 @@ namespace kv {
 // clang-format off
 static constexpr ExportFormat kFormats[] = {
     // check       folder       extension  step          type               of sheets  needs window  sets version  writer
-    {"DWGCheck", L"DWG\\", {L".dwg",   "write DWG",  PRO_DWG_FILE,      true,      false,        true,         WriteSheetDrawing}},
-    {"DXFCheck", L"DXF\\", {L".dxf",   "write DXF",  PRO_DXF_FILE,      true,      false,        true,         WriteSheetDrawing}},
-    {"PDFCheck", L"PDF\\", {L".pdf",   "write PDF",  {},                true,      true,         false,        WriteSheetPdf}},
-    {"STPCheck", L"STP\\", {L".stp",   "write STEP", PRO_STEP_FILE,     false,     false,        false,        WriteShownModel}},
-    {"IGSCheck", L"IGS\\", {L".igs",   "write IGES", PRO_IGES_3D_FILE,  false,     false,        false,        WriteShownModel}},
+    {"DWGCheck", L"DWG\\", {L".dwg",   "write DWG",  PRO_DWG_FILE,      true,      false,        true,         SheetDrawingWrite}},
+    {"DXFCheck", L"DXF\\", {L".dxf",   "write DXF",  PRO_DXF_FILE,      true,      false,        true,         SheetDrawingWrite}},
+    {"PDFCheck", L"PDF\\", {L".pdf",   "write PDF",  {},                true,      true,         false,        SheetPdfWrite}},
+    {"STPCheck", L"STP\\", {L".stp",   "write STEP", PRO_STEP_FILE,     false,     false,        false,        ShownModelWrite}},
+    {"IGSCheck", L"IGS\\", {L".igs",   "write IGES", PRO_IGES_3D_FILE,  false,     false,        false,        ShownModelWrite}},
 };
 // clang-format on
 
@@ -47,15 +47,15 @@ struct ExportRun {
     RunRecord record;
 };
 
-static void PrepareFormats(ExportRun& run);
+static void FormatsPrepare(ExportRun& run);
 static void ExportByName(ExportRun& run, const std::wstring& name);
 static bool NeedsWindow(const ExportRun& run, const DrawingTask& task);
 static bool NeedsModel(const ExportRun& run);
-static void ComposeFileNames(const NameRule& rule, DrawingTask& task);
+static void FileNamesCompose(const NameRule& rule, DrawingTask& task);
 static NamePieces DrawingPieces(const NameRule& rule, const DrawingTask& task);
 
 // Copies a file unless there is one of that name, and deletes the copy when the guard dies.
-[[nodiscard]] static auto BorrowFile(bool wanted, const std::wstring& from, const std::wstring& to) {
+[[nodiscard]] static auto FileBorrow(bool wanted, const std::wstring& from, const std::wstring& to) {
     const bool copied = wanted && CopyFileW(from.c_str(), to.c_str(), TRUE);
     return ScopeExit([copied, to] {
         if (!copied) return;
@@ -70,10 +70,10 @@ std::span<const ExportFormat> ExportFormats() {
 }
 
 RunRecord ExportDrawings(const ExportRequest& request) {
-    const auto profile = BorrowFile(request.pdf.useProfile, SettingsPath(kProfileSource),
+    const auto profile = FileBorrow(request.pdf.useProfile, SettingsPath(kProfileSource),
                                     WithBackslash(request.directory) + kProfileCopy);
     ExportRun run(request);
-    PrepareFormats(run);
+    FormatsPrepare(run);
     std::size_t done = 0;
     for (const std::wstring& name : request.drawings) {
         ExportByName(run, name);
@@ -82,13 +82,13 @@ RunRecord ExportDrawings(const ExportRequest& request) {
     return std::move(run.record);
 }
 
-static void PrepareFormats(ExportRun& run) {
+static void FormatsPrepare(ExportRun& run) {
     for (const ExportFormat* wanted : run.request.formats) {
         const std::wstring folder = WithBackslash(run.request.directory) + wanted->folder;
         // Every file of a folder that cannot be made will be recorded as not written.
         (void)FolderMake(folder);
         run.folders.emplace_back(folder);
-        if (wanted->format.setsDwgVersion) ChooseDwgVersion();
+        if (wanted->format.setsDwgVersion) DwgVersionChoose();
     }
 }
 
@@ -105,8 +105,8 @@ static void ExportByName(ExportRun& run, const std::wstring& name) {
     DrawingWindow window(run.windows);
     if (NeedsWindow(run, task)) task.displayed = window.Open(task.name, model);
     if (NeedsModel(run) && Failed(ShownModelGet(task.drawing, task.shown))) task.shown = nullptr;
-    ComposeFileNames(run.request.name, task);
-    const ScopeExit turnBack([&task] { RestoreSheet(task); });
+    FileNamesCompose(run.request.name, task);
+    const ScopeExit turnBack([&task] { SheetRestore(task); });
     for (std::size_t i = 0; i < run.folders.size(); ++i)
         ExportDrawing(task, run.request.formats[i]->format, run.writer, run.folders[i], run.record);
 }
@@ -125,13 +125,13 @@ static bool NeedsModel(const ExportRun& run) {
 }
 
 // A size or parameter that cannot be read leaves its piece out of the name.
-static void ComposeFileNames(const NameRule& rule, DrawingTask& task) {
+static void FileNamesCompose(const NameRule& rule, DrawingTask& task) {
     NamePieces pieces = DrawingPieces(rule, task);
     const bool bySize = std::ranges::find(rule.tokens, kSheetSizeToken) != rule.tokens.end();
     std::wstring& size = pieces[kSheetSizeToken];
     for (int sheet = 1; sheet <= task.sheets; ++sheet) {
         if (bySize && Failed(SheetSizeGet(task.drawing, sheet, size))) size.clear();
-        task.fileNames.push_back(ComposeName(rule, pieces, task.name));
+        task.fileNames.push_back(NameCompose(rule, pieces, task.name));
     }
 }
 

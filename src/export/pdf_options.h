@@ -7,11 +7,11 @@
 
 namespace kv {
 
-inline void FreePdfOptions(ProPDFOptions* options) {
+inline void PdfOptionsFree(ProPDFOptions* options) {
     ProPDFoptionsFree(*options);
 }
 
-using PdfOptions = HostHandle<ProPDFOptions, FreePdfOptions>;
+using PdfOptions = HostHandle<ProPDFOptions, PdfOptionsFree>;
 
 // What the user can choose about PDF files.
 struct PdfChoice {

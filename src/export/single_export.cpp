@@ -48,16 +48,16 @@ static constexpr FolderChoice kStepFolder = {L"KvExportStpDir", L"请选择STP�
 // clang-format off
 // extension  step         type           of sheets  needs window  sets version  writer
 static constexpr DrawingFormat kDwg = {
-    L".dwg",  "write DWG", PRO_DWG_FILE,  true,      false,        true,         WriteCurrentSheetDrawing};
+    L".dwg",  "write DWG", PRO_DWG_FILE,  true,      false,        true,         CurrentSheetDrawingWrite};
 static constexpr DrawingFormat kPdf = {
-    L".pdf",  "write PDF", {},            true,      true,         false,        WriteSheetPdf};
+    L".pdf",  "write PDF", {},            true,      true,         false,        SheetPdfWrite};
 // clang-format on
 static constexpr wchar_t kStepExtension[] = L".stp";
 
 static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry& entry);
 static ProError CurrentDrawingGet(DrawingTask& task);
 static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder);
-static ProError FreePdfPathGet(std::wstring& path);
+static ProError UnusedPdfPathGet(std::wstring& path);
 static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
                          const DrawingSettings& settings, const std::wstring& folder);
 
@@ -79,7 +79,7 @@ ProError KvExportPdf() {
     settings.pdf.monochrome = true;
     ProError status = CurrentDrawingGet(task);
     if (!Failed(status)) status = TargetFolderGet(kPdfFolder, folder);
-    if (!Failed(status)) status = FreePdfPathGet(settings.pdfDetour);
+    if (!Failed(status)) status = UnusedPdfPathGet(settings.pdfDetour);
     if (!Failed(status)) ExportSheets(task, kPdf, settings, folder);
     return status;
 }
@@ -139,7 +139,7 @@ static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder
 
 // The export call does not take every path, but it takes this one in the working directory. A file of that
 // name is the user's.
-static ProError FreePdfPathGet(std::wstring& path) {
+static ProError UnusedPdfPathGet(std::wstring& path) {
     ProPath directory = {};
     const ProError status = ProDirectoryCurrentGet(directory);
     if (Failed(status)) return status;
@@ -151,12 +151,12 @@ static ProError FreePdfPathGet(std::wstring& path) {
 
 static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
                          const DrawingSettings& settings, const std::wstring& folder) {
-    if (format.setsDwgVersion) ChooseDwgVersion();
+    if (format.setsDwgVersion) DwgVersionChoose();
     ExportFolder target(folder);
     WriterRun run = {settings};
     RunRecord record;
     {
-        const ScopeExit turnBack([&task] { RestoreSheet(task); });
+        const ScopeExit turnBack([&task] { SheetRestore(task); });
         ExportDrawing(task, format, run, target, record);
     }
     ShowFailures(kNotExported, record);

@@ -40,7 +40,7 @@ ProParamvalue Truth(short flag) {
 std::wstring Compose(const wchar_t* tokens, const wchar_t* separator) {
     const kv::NamePieces pieces = {{L"sheetsize", L"A3"},   {L"图纸名称", L"BOLT"}, {L"图号", L"K-07"},
                                    {L"path", L"a/b\\c:d*"}, {L"blank", L"  "},      {L"empty", L""}};
-    return kv::ComposeName(kv::NameRuleFromTexts(tokens, separator), pieces, L"FALL?BACK");
+    return kv::NameCompose(kv::NameRuleFromTexts(tokens, separator), pieces, L"FALL?BACK");
 }
 
 TEST(ExportName, JoinsThePiecesOfItsTokens) {
