@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <utility>
 
 #include <ProArray.h>
 #include <ProGeomitemdata.h>
@@ -22,12 +23,22 @@ public:
     HostHandle() = default;
     HostHandle(const HostHandle&) = delete;
     HostHandle& operator=(const HostHandle&) = delete;
-    ~HostHandle() {
-        if (handle_ != nullptr) Free(&handle_);
-    }
+    ~HostHandle() { Reset(); }
     Handle Get() const { return handle_; }
-    // For the one toolkit call that hands the handle out.
-    Handle* Receive() { return &handle_; }
+    // For a toolkit call that hands a handle out. What was held before is given back.
+    Handle* Receive() {
+        Reset();
+        return &handle_;
+    }
+    // For a toolkit call that works on what is held and may move it.
+    Handle* InOut() { return &handle_; }
+    // Owns `handle` from now on. What was held before is given back.
+    void Reset(Handle handle = nullptr) {
+        if (handle_ != nullptr) Free(&handle_);
+        handle_ = handle;
+    }
+    // Holds nothing any more: the caller owns what was held.
+    [[nodiscard]] Handle Release() { return std::exchange(handle_, nullptr); }
 
 private:
     Handle handle_ = nullptr;
@@ -58,7 +69,7 @@ template <typename T>
 [[nodiscard]] ProError ArrayAlloc(HostArray<T>& array) {
     ProArray memory = nullptr;
     const ProError status = ProArrayAlloc(0, sizeof(T), 1, &memory);
-    if (!Failed(status)) *array.Receive() = static_cast<T*>(memory);
+    if (!Failed(status)) array.Reset(static_cast<T*>(memory));
     return status;
 }
 
@@ -67,9 +78,9 @@ template <typename T>
 template <typename T>
 [[nodiscard]] ProError ArrayAppend(HostArray<T>& array, std::span<T> items) {
     if (items.empty()) return PRO_TK_NO_ERROR;
-    ProArray memory = array.Get();
+    ProArray memory = array.Release();
     const ProError status = ProArrayObjectAdd(&memory, -1, static_cast<int>(items.size()), items.data());
-    *array.Receive() = static_cast<T*>(memory);
+    array.Reset(static_cast<T*>(memory));
     return status;
 }
 
@@ -93,11 +104,16 @@ public:
     HostList() = default;
     HostList(const HostList&) = delete;
     HostList& operator=(const HostList&) = delete;
-    ~HostList() {
-        if (strings_ != nullptr) Free(strings_, count_);
+    ~HostList() { Reset(); }
+    // Both for the same toolkit call, in either order. What was held before is given back.
+    int* ReceiveCount() {
+        Reset();
+        return &count_;
     }
-    int* ReceiveCount() { return &count_; }
-    Char*** ReceiveNames() { return &strings_; }
+    Char*** ReceiveNames() {
+        Reset();
+        return &strings_;
+    }
     std::span<Char*> All() const {
         if (strings_ == nullptr || count_ < 0) return {};
         return {strings_, static_cast<std::size_t>(count_)};
@@ -111,6 +127,12 @@ public:
     std::basic_string<Char> First() const { return At(0); }
 
 private:
+    void Reset() {
+        if (strings_ != nullptr) Free(strings_, count_);
+        strings_ = nullptr;
+        count_ = 0;
+    }
+
     int count_ = 0;
     Char** strings_ = nullptr;
 };

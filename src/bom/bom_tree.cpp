@@ -1,8 +1,9 @@
 // The assembly as a tree of numbered items.
 //
-// The placements come level by level, so that at any time only one chain of parents is open. For each name
-// the node that was entered last is remembered; when a parent is done its children give way to what was
-// remembered before them. A name thus leads straight to its node under the open parent, if there is one.
+// The placements come depth first, each followed by all that is below it, so that at any time only one chain
+// of parents is open. For each name the node that was entered last is remembered; when a parent is done its
+// children give way to what was remembered before them. A name thus leads straight to its node under the open
+// parent, if there is one.
 
 #include "bom/bom_tree.h"
 

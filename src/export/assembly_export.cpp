@@ -2,10 +2,6 @@
 
 #include "export/assembly_export.h"
 
-#include <functional>
-#include <string>
-#include <vector>
-
 #include <ProIntf3Dexport.h>
 #include <ProUtil.h>
 
@@ -17,7 +13,7 @@
 #include "export/export_name.h"
 #include "export/model_output.h"
 #include "model/current_model.h"
-#include "model/model_data.h"
+#include "model/model_batch.h"
 #include "model/model_walk.h"
 #include "model/refusals.h"
 #include "ui/dialog.h"
@@ -43,31 +39,28 @@ static constexpr AssemblyExport kIges = {L"请选择igs导出目录", L".igs", "
 static constexpr AssemblyExport kSat = {L"请选择sat文件导出目录", L".sat", "write SAT",
                                         L"\t批量导出为sat操作已完成\t"};
 
-// Writes a model to a file in `folder`, which is the working directory, too.
-using ModelWriter =
-    std::function<ProError(ProMdl model, const std::wstring& folder, const std::wstring& name)>;
-
-static void FreeInclusion(ProOutputInclusion* inclusion) {
+static void InclusionFree(ProOutputInclusion* inclusion) {
     ProOutputInclusionFree(*inclusion);
 }
-static void FreeLayerOptions(ProOutputLayerOptions* options) {
+static void LayerOptionsFree(ProOutputLayerOptions* options) {
     ProOutputLayerOptionsFree(*options);
 }
 
 struct IgesOptions {
-    HostHandle<ProOutputInclusion, FreeInclusion> inclusion;
-    HostHandle<ProOutputLayerOptions, FreeLayerOptions> layers;
+    HostHandle<ProOutputInclusion, InclusionFree> inclusion;
+    HostHandle<ProOutputLayerOptions, LayerOptionsFree> layers;
 };
 
 static void OnExportIges(ProMdl& assembly);
 static ProError IgesOptionsGet(IgesOptions& options);
 static ProError FlagGet(const char* check, ProBoolean& flag);
 static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind);
-static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const ModelWriter& write);
-static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind, ExportFolder& folder,
-                         const ModelWriter& write, RunRecord& record);
-static ProError WriteModel(ProError moved, const ModelWriter& write, ProMdl model, const std::wstring& folder,
-                           const std::wstring& name);
+static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges);
+static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
+                         ExportFolder& folder);
+static ProError ModelFileWrite(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
+                               const ScratchFile& scratch);
+static ProError IgesFileWrite(ProMdl model, const IgesOptions& options, const ScratchFile& scratch);
 
 ProError KvExStp() {
     return ExportAsStep(kAssembliesOnly, kStep);
@@ -88,16 +81,7 @@ ProError KvExIgs() {
 static void OnExportIges(ProMdl& assembly) {
     IgesOptions options;
     if (Failed(IgesOptionsGet(options))) return;
-    // The host adds the extension by itself.
-    const auto write = [&options](ProMdl model, const std::wstring& folder, const std::wstring& name) {
-        ProPath path;
-        const ProError status = CopyText(folder + name, path);
-        if (Failed(status)) return status;
-        return ProIntf3DFileWrite(static_cast<ProSolid>(model), PRO_INTF_EXPORT_IGES, path,
-                                  PRO_OUTPUT_ASSEMBLY_MULTI_FILES, nullptr, nullptr, options.inclusion.Get(),
-                                  options.layers.Get());
-    };
-    (void)ExportAssembly(assembly, kIges, write);
+    (void)ExportAssembly(assembly, kIges, &options);
 }
 
 static ProError IgesOptionsGet(IgesOptions& options) {
@@ -126,50 +110,57 @@ static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind)
     ProMdl assembly = nullptr;
     const ProError status = CurrentAssemblyGet(refusal, assembly);
     if (Failed(status)) return status;
-    return ExportAssembly(assembly, kind,
-                          [&kind](ProMdl model, const std::wstring&, const std::wstring& name) {
-                              return ModelWrite(model, PRO_STEP_FILE, name + kind.extension);
-                          });
+    return ExportAssembly(assembly, kind, nullptr);
 }
 
-static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const ModelWriter& write) {
+static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges) {
     ProPath target = {};
-    std::vector<ProMdl> models;
+    ModelBatch batch;
+    batch.current = assembly;
     ProError status = ProDirectoryChoose(HostText(kind.title), nullptr, nullptr, nullptr, target);
-    if (!Failed(status)) status = DistinctModels(assembly, CollectAllComponents, models);
+    if (!Failed(status)) status = DistinctModels(assembly, CollectAllComponents, batch.models);
     if (Failed(status)) return status;
-    AddDistinct(models, assembly);
+    AddDistinct(batch.models, assembly);
 
     ExportFolder folder(target);
-    RunRecord record;
-    ExportModels(models, kind, folder, write, record);
-    ShowFailures(kNotExported, record);
+    ExportModels(batch, kind, iges, folder);
+    ShowFailures(kNotExported, batch.record);
     ShowMessage(kind.done);
     return PRO_TK_NO_ERROR;
 }
 
-static void ExportModels(const std::vector<ProMdl>& models, const AssemblyExport& kind, ExportFolder& folder,
-                         const ModelWriter& write, RunRecord& record) {
+static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
+                         ExportFolder& folder) {
     // Files land in the working directory.
     ProError moved = PRO_TK_NO_ERROR;
     const auto goBack = UseWorkingDirectory(folder.scratch.Path(), moved);
 
-    for (ProMdl model : models) {
-        RunEntry entry = {{}, "read the name", PRO_TK_NO_ERROR};
-        entry.status = ModelNameGet(model, entry.model);
-        if (!Failed(entry.status)) {
-            entry.step = kind.step;
-            const OutputFile file = {FileNameText(entry.model), kind.extension, true};
-            WriteOutput(folder, file, std::bind_front(WriteModel, moved, std::cref(write), model), entry);
-        }
-        record.push_back(std::move(entry));
-    }
+    ForEachEntry(batch, kind.step, [&](ProMdl model, RunEntry& entry) {
+        const OutputFile file = {FileNameText(entry.model), kind.extension, true};
+        ScratchFile scratch;
+        ProError status = OutputBegin(folder, file, scratch, entry);
+        // Nothing is written where the working directory could not be left for.
+        if (!Failed(status)) status = moved;
+        if (!Failed(status)) status = ModelFileWrite(model, kind, iges, scratch);
+        return Failed(status) ? status : OutputDeliver(folder, file, scratch, entry);
+    });
 }
 
-// Nothing is written where the working directory could not be left for.
-static ProError WriteModel(ProError moved, const ModelWriter& write, ProMdl model, const std::wstring& folder,
-                           const std::wstring& name) {
-    return Failed(moved) ? moved : write(model, folder, name);
+// The files of the kinds without options of their own are STEP.
+static ProError ModelFileWrite(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
+                               const ScratchFile& scratch) {
+    if (iges != nullptr) return IgesFileWrite(model, *iges, scratch);
+    return ModelWrite(model, PRO_STEP_FILE, scratch.name + kind.extension);
+}
+
+static ProError IgesFileWrite(ProMdl model, const IgesOptions& options, const ScratchFile& scratch) {
+    ProPath path;
+    const ProError status = CopyText(scratch.folder + scratch.name, path);
+    if (Failed(status)) return status;
+    // The host adds the extension by itself.
+    return ProIntf3DFileWrite(static_cast<ProSolid>(model), PRO_INTF_EXPORT_IGES, path,
+                              PRO_OUTPUT_ASSEMBLY_MULTI_FILES, nullptr, nullptr, options.inclusion.Get(),
+                              options.layers.Get());
 }
 
 }  // namespace kv

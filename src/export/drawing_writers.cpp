@@ -1,4 +1,6 @@
-// The writers of the formats that drawings are exported to.
+// The writers, on the toolkit's export calls.
+
+#include "export/drawing_writers.h"
 
 #include <numeric>
 #include <span>
@@ -13,40 +15,39 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "base/working_directory.h"
-#include "export/drawing_export.h"
 #include "export/model_output.h"
 
 namespace kv {
 
 static constexpr wchar_t kProfile[] = L"kvdop";
 
-static void Free2dData(Pro2dExportdata* data) {
+static void DrawingDataFree(Pro2dExportdata* data) {
     Pro2dExportdataFree(*data);
 }
 
-using DrawingData = HostHandle<Pro2dExportdata, Free2dData>;
+using DrawingData = HostHandle<Pro2dExportdata, DrawingDataFree>;
 
 static ProError DrawingDataMake(const SheetFile& file, DrawingData& data);
 static ProError PaperSheetsSet(Pro2dExportdata data, int count);
 static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
 
-ProError WriteSheetDrawing(const SheetFile& file) {
+ProError SheetDrawingWrite(const SheetFile& file) {
     ProPath path;
     DrawingData data;
-    ProError status = CopyText(file.folder + file.name + file.format.extension, path);
+    ProError status = CopyText(file.scratch.folder + file.scratch.name + file.format.extension, path);
     if (!Failed(status)) status = DrawingDataMake(file, data);
     return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, data.Get());
 }
 
-ProError WriteCurrentSheetDrawing(const SheetFile& file) {
+ProError CurrentSheetDrawingWrite(const SheetFile& file) {
     ProPath path;
-    const ProError status = CopyText(file.folder + file.name, path);
+    const ProError status = CopyText(file.scratch.folder + file.scratch.name, path);
     return Failed(status) ? status : Pro2dExport(file.format.type, path, file.task.drawing, nullptr);
 }
 
-ProError WriteSheetPdf(const SheetFile& file) {
-    const std::wstring target = file.folder + file.name + file.format.extension;
-    const std::wstring& detour = file.settings.pdfDetour;
+ProError SheetPdfWrite(const SheetFile& file) {
+    const std::wstring target = file.scratch.folder + file.scratch.name + file.format.extension;
+    const std::wstring& detour = file.run.settings.pdfDetour;
     if (detour.empty()) return PdfWrite(file, target);
 
     ProError status = PdfWrite(file, detour);
@@ -55,12 +56,13 @@ ProError WriteSheetPdf(const SheetFile& file) {
     return status;
 }
 
-ProError WriteShownModel(const SheetFile& file) {
+ProError ShownModelWrite(const SheetFile& file) {
     if (file.task.shown == nullptr) return PRO_TK_E_NOT_FOUND;
     ProError status = PRO_TK_NO_ERROR;
-    const auto goBack = UseWorkingDirectory(file.folder, status);
-    return Failed(status) ? status
-                          : ModelWrite(file.task.shown, file.format.type, file.name + file.format.extension);
+    const auto goBack = UseWorkingDirectory(file.scratch.folder, status);
+    return Failed(status)
+               ? status
+               : ModelWrite(file.task.shown, file.format.type, file.scratch.name + file.format.extension);
 }
 
 // A sheet that is named neither for model space nor for paper space is not exported at all.
@@ -89,16 +91,14 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path) {
     ProPath target;
     ProError status = CopyText(path, target);
     if (Failed(status)) return status;
-    const PdfChoice& choice = file.settings.pdf;
+    const PdfChoice& choice = file.run.settings.pdf;
     const bool bySheet = file.sheet != kAllSheets;
-    std::optional<PdfOptions>& options = file.settings.pdfOptions[bySheet ? 1 : 0];
-    if (!options) status = PdfOptionsMake(choice, bySheet, options.emplace());
-    // Half an option set would give files that look right and are not.
-    if (Failed(status)) options.reset();
+    PdfOptions& options = bySheet ? file.run.pdfCurrentSheet : file.run.pdfAllSheets;
+    if (options.Get() == nullptr) status = PdfOptionsMake(choice, bySheet, options);
     if (Failed(status)) return status;
     // By the host's documents a profile has the last word over the options.
     return choice.useProfile ? ProPDFWithProfileExport(file.task.drawing, target, HostText(kProfile))
-                             : ProPDFExport(file.task.drawing, target, options->Get());
+                             : ProPDFExport(file.task.drawing, target, options.Get());
 }
 
 }  // namespace kv

@@ -13,36 +13,28 @@ namespace kv {
 // Calls that take a path need not be able to take every name in it.
 static constexpr wchar_t kPlainName[] = L"temp";
 
-static ProError Deliver(const ExportFolder& folder, const OutputFile& file, const std::wstring& written,
-                        const std::wstring& target);
 static bool IsNamed(std::wstring_view found, std::wstring_view name, std::wstring_view extension);
 
 ExportFolder::ExportFolder(const std::wstring& folder) : path(WithBackslash(folder)), scratch(path) {}
 
-void WriteOutput(ExportFolder& folder, const OutputFile& file, const OutputWriter& write, RunEntry& entry) {
-    const std::wstring written = file.nameInside ? file.name : kPlainName;
+ProError OutputBegin(ExportFolder& folder, const OutputFile& file, ScratchFile& scratch, RunEntry& entry) {
     entry.file = file.name + file.extension;
-    const std::wstring target = folder.path + entry.file;
-    entry.status = target.size() < PRO_PATH_SIZE ? folder.scratch.Status() : PRO_TK_LINE_TOO_LONG;
-    if (Failed(entry.status)) return;
-
-    entry.status = write(folder.scratch.Path(), written);
-    if (!Failed(entry.status)) {
-        entry.replaced = FileExists(target);
-        entry.status = Deliver(folder, file, written, target);
-    }
-    // What is left of this file must not pass for a part of the next one.
-    if (Failed(entry.status)) folder.scratch.Clear();
+    if (folder.path.size() + entry.file.size() >= PRO_PATH_SIZE) return PRO_TK_LINE_TOO_LONG;
+    folder.scratch.Clear();
+    scratch = {folder.scratch.Path(), file.nameInside ? file.name : kPlainName};
+    return folder.scratch.Status();
 }
 
-static ProError Deliver(const ExportFolder& folder, const OutputFile& file, const std::wstring& written,
-                        const std::wstring& target) {
+ProError OutputDeliver(const ExportFolder& folder, const OutputFile& file, const ScratchFile& scratch,
+                       RunEntry& entry) {
+    const std::wstring target = folder.path + entry.file;
+    entry.replaced = FileExists(target);
     ProError status = PRO_TK_CANT_WRITE;
     for (const std::wstring& found : folder.scratch.Files()) {
-        const bool isIt = IsNamed(found, written, file.extension);
+        const bool isIt = IsNamed(found, scratch.name, file.extension);
         // What comes along with a file has a name of its own; beside a plain name it is a log at most.
         if (!isIt && !file.nameInside) continue;
-        const ProError moved = FileMove(folder.scratch.Path() + found, isIt ? target : folder.path + found);
+        const ProError moved = FileMove(scratch.folder + found, isIt ? target : folder.path + found);
         if (isIt || Failed(moved)) status = moved;
         if (Failed(moved)) return status;
     }

@@ -1,7 +1,6 @@
 // The folder that exports go to.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "base/scratch_folder.h"
@@ -25,14 +24,25 @@ struct OutputFile {
     bool nameInside;
 };
 
-// Writes a file of this name, with or without its extension, into `folder`, which ends with a backslash.
-using OutputWriter = std::function<ProError(const std::wstring& folder, const std::wstring& name)>;
+// What a file is written as before it takes its place.
+struct ScratchFile {
+    std::wstring folder;  // with a backslash at the end
+    std::wstring name;    // without extension; the host may add it by itself
+};
 
-// Has a file written and moves it to its place, whatever extension the host gave it.
+// Makes ready for writing a file. What is left of an earlier one is cleared: it must not pass for a part of
+// this one.
 //
-// entry   gets the file's name, whether it replaced another one, and the status
-// Errors  PRO_TK_LINE_TOO_LONG for a path that is too long, PRO_TK_CANT_WRITE for a file that is not there or
-//         cannot take its place, else those of the scratch folder and of `write`
-void WriteOutput(ExportFolder& folder, const OutputFile& file, const OutputWriter& write, RunEntry& entry);
+// entry   gets the file's name
+// Errors  PRO_TK_LINE_TOO_LONG for a path that is too long, else those of the scratch folder
+[[nodiscard]] ProError OutputBegin(ExportFolder& folder, const OutputFile& file, ScratchFile& scratch,
+                                   RunEntry& entry);
+
+// Moves a file that has been written to its final place, whatever extension the host gave it.
+//
+// entry   learns whether it replaced another file
+// Errors  PRO_TK_CANT_WRITE for a file that is not there or cannot take its place
+[[nodiscard]] ProError OutputDeliver(const ExportFolder& folder, const OutputFile& file,
+                                     const ScratchFile& scratch, RunEntry& entry);
 
 }  // namespace kv

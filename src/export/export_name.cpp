@@ -19,13 +19,13 @@ NameRule NameRuleFromTexts(std::wstring_view tokens, std::wstring_view separator
     return rule;
 }
 
-std::wstring ComposeName(const NameRule& rule, const PieceLookup& pieceOf, const std::wstring& fallback) {
+std::wstring NameCompose(const NameRule& rule, const NamePieces& pieces, const std::wstring& fallback) {
     std::wstring name;
     for (const std::wstring& token : rule.tokens) {
-        const std::wstring piece = pieceOf(token);
-        if (piece.empty()) continue;
+        const auto found = pieces.find(token);
+        if (found == pieces.end() || found->second.empty()) continue;
         if (!name.empty()) name += rule.separator;
-        name += piece;
+        name += found->second;
     }
     const bool blank = name.find_first_not_of(L' ') == std::wstring::npos;
     return FileNameText(blank ? fallback : name);

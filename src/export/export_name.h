@@ -1,9 +1,9 @@
 // The name of an exported file, composed from what the user lists. Plain rules, without a host call.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace kv {
@@ -21,12 +21,12 @@ struct NameRule {
 // empty separator stands for a blank, "NULL" for none.
 NameRule NameRuleFromTexts(std::wstring_view tokens, std::wstring_view separator);
 
-// The piece that a token stands for; empty when there is none.
-using PieceLookup = std::function<std::wstring(const std::wstring& token)>;
+// What tokens stand for. A token that is missing stands for nothing.
+using NamePieces = std::unordered_map<std::wstring, std::wstring>;
 
 // The file name without extension. Pieces that are empty leave no separator behind; characters that no file
 // name can hold become "_". `fallback` is used when nothing but blanks would be left.
-std::wstring ComposeName(const NameRule& rule, const PieceLookup& pieceOf, const std::wstring& fallback);
+std::wstring NameCompose(const NameRule& rule, const NamePieces& pieces, const std::wstring& fallback);
 
 // A text as a file name can hold it: what is forbidden becomes "_".
 std::wstring FileNameText(std::wstring text);

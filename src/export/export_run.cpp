@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <deque>
-#include <unordered_map>
 
 #include <windows.h>
 
 #include "base/file.h"
 #include "base/scope_exit.h"
 #include "base/status.h"
+#include "export/drawing_export.h"
 #include "export/drawing_window.h"
 #include "export/model_output.h"
 #include "model/drawing_sheets.h"
@@ -23,12 +23,12 @@ namespace kv {
 
 // clang-format off
 static constexpr ExportFormat kFormats[] = {
-    // check       folder       extension  step          type               of sheets  needs window  writer
-    {"DWGCheck", L"DWG\\", {L".dwg",   "write DWG",  PRO_DWG_FILE,      true,      false,        WriteSheetDrawing}},
-    {"DXFCheck", L"DXF\\", {L".dxf",   "write DXF",  PRO_DXF_FILE,      true,      false,        WriteSheetDrawing}},
-    {"PDFCheck", L"PDF\\", {L".pdf",   "write PDF",  {},                true,      true,         WriteSheetPdf}},
-    {"STPCheck", L"STP\\", {L".stp",   "write STEP", PRO_STEP_FILE,     false,     false,        WriteShownModel}},
-    {"IGSCheck", L"IGS\\", {L".igs",   "write IGES", PRO_IGES_3D_FILE,  false,     false,        WriteShownModel}},
+    // check       folder       extension  step          type               of sheets  needs window  sets version  writer
+    {"DWGCheck", L"DWG\\", {L".dwg",   "write DWG",  PRO_DWG_FILE,      true,      false,        true,         SheetDrawingWrite}},
+    {"DXFCheck", L"DXF\\", {L".dxf",   "write DXF",  PRO_DXF_FILE,      true,      false,        true,         SheetDrawingWrite}},
+    {"PDFCheck", L"PDF\\", {L".pdf",   "write PDF",  {},                true,      true,         false,        SheetPdfWrite}},
+    {"STPCheck", L"STP\\", {L".stp",   "write STEP", PRO_STEP_FILE,     false,     false,        false,        ShownModelWrite}},
+    {"IGSCheck", L"IGS\\", {L".igs",   "write IGES", PRO_IGES_3D_FILE,  false,     false,        false,        ShownModelWrite}},
 };
 // clang-format on
 
@@ -37,33 +37,25 @@ static constexpr wchar_t kProfileCopy[] = L"kvdop.dop";
 // The host keeps every drawing with its models in memory until it is told otherwise.
 static constexpr std::size_t kDrawingsInMemory = 30;
 
-struct RunFormat {
-    RunFormat(const DrawingFormat& used, const std::wstring& path) : format(used), folder(path) {}
-
-    const DrawingFormat& format;
-    ExportFolder folder;
-};
-
 struct ExportRun {
-    explicit ExportRun(const ExportRequest& asked) : request(asked) {}
+    explicit ExportRun(const ExportRequest& asked) : request(asked), writer{{asked.oneFile, asked.pdf}} {}
 
     const ExportRequest& request;
-    DrawingSettings settings;
-    std::deque<RunFormat> formats;  // their folders cannot be moved
+    WriterRun writer;
+    std::deque<ExportFolder> folders;  // of the formats; they cannot be moved
     UserWindows windows;
     RunRecord record;
 };
 
-static void PrepareFormats(ExportRun& run);
+static void FormatsPrepare(ExportRun& run);
 static void ExportByName(ExportRun& run, const std::wstring& name);
 static bool NeedsWindow(const ExportRun& run, const DrawingTask& task);
 static bool NeedsModel(const ExportRun& run);
-static void ComposeFileNames(const NameRule& rule, DrawingTask& task);
-static std::unordered_map<std::wstring, std::wstring> ParameterPieces(const NameRule& rule,
-                                                                      const DrawingTask& task);
+static void FileNamesCompose(const NameRule& rule, DrawingTask& task);
+static NamePieces DrawingPieces(const NameRule& rule, const DrawingTask& task);
 
 // Copies a file unless there is one of that name, and deletes the copy when the guard dies.
-[[nodiscard]] static auto BorrowFile(bool wanted, const std::wstring& from, const std::wstring& to) {
+[[nodiscard]] static auto FileBorrow(bool wanted, const std::wstring& from, const std::wstring& to) {
     const bool copied = wanted && CopyFileW(from.c_str(), to.c_str(), TRUE);
     return ScopeExit([copied, to] {
         if (!copied) return;
@@ -78,10 +70,10 @@ std::span<const ExportFormat> ExportFormats() {
 }
 
 RunRecord ExportDrawings(const ExportRequest& request) {
-    const auto profile = BorrowFile(request.pdf.useProfile, SettingsPath(kProfileSource),
+    const auto profile = FileBorrow(request.pdf.useProfile, SettingsPath(kProfileSource),
                                     WithBackslash(request.directory) + kProfileCopy);
     ExportRun run(request);
-    PrepareFormats(run);
+    FormatsPrepare(run);
     std::size_t done = 0;
     for (const std::wstring& name : request.drawings) {
         ExportByName(run, name);
@@ -90,15 +82,13 @@ RunRecord ExportDrawings(const ExportRequest& request) {
     return std::move(run.record);
 }
 
-static void PrepareFormats(ExportRun& run) {
-    run.settings.oneFile = run.request.oneFile;
-    run.settings.pdf = run.request.pdf;
+static void FormatsPrepare(ExportRun& run) {
     for (const ExportFormat* wanted : run.request.formats) {
         const std::wstring folder = WithBackslash(run.request.directory) + wanted->folder;
         // Every file of a folder that cannot be made will be recorded as not written.
         (void)FolderMake(folder);
-        run.formats.emplace_back(wanted->format, folder);
-        if (wanted->format.write == WriteSheetDrawing) ChooseDwgVersion();
+        run.folders.emplace_back(folder);
+        if (wanted->format.setsDwgVersion) DwgVersionChoose();
     }
 }
 
@@ -115,47 +105,41 @@ static void ExportByName(ExportRun& run, const std::wstring& name) {
     DrawingWindow window(run.windows);
     if (NeedsWindow(run, task)) task.displayed = window.Open(task.name, model);
     if (NeedsModel(run) && Failed(ShownModelGet(task.drawing, task.shown))) task.shown = nullptr;
-    ComposeFileNames(run.request.name, task);
-    const ScopeExit turnBack([&task] { RestoreSheet(task); });
-    for (RunFormat& format : run.formats)
-        ExportDrawing(task, format.format, run.settings, format.folder, run.record);
+    FileNamesCompose(run.request.name, task);
+    const ScopeExit turnBack([&task] { SheetRestore(task); });
+    for (std::size_t i = 0; i < run.folders.size(); ++i)
+        ExportDrawing(task, run.request.formats[i]->format, run.writer, run.folders[i], run.record);
 }
 
 // Sheets are turned in a window too: there the host can always do it.
 static bool NeedsWindow(const ExportRun& run, const DrawingTask& task) {
-    return std::any_of(run.formats.begin(), run.formats.end(), [&](const RunFormat& format) {
-        return format.format.needsWindow || (format.format.ofSheets && GoesBySheet(task, run.settings));
+    const bool bySheet = GoesBySheet(task, run.writer.settings);
+    return std::ranges::any_of(run.request.formats, [bySheet](const ExportFormat* wanted) {
+        return wanted->format.needsWindow || (wanted->format.ofSheets && bySheet);
     });
 }
 
 static bool NeedsModel(const ExportRun& run) {
-    return std::any_of(run.formats.begin(), run.formats.end(),
-                       [](const RunFormat& format) { return !format.format.ofSheets; });
+    return std::ranges::any_of(run.request.formats,
+                               [](const ExportFormat* wanted) { return !wanted->format.ofSheets; });
 }
 
 // A size or parameter that cannot be read leaves its piece out of the name.
-static void ComposeFileNames(const NameRule& rule, DrawingTask& task) {
-    const std::unordered_map<std::wstring, std::wstring> values = ParameterPieces(rule, task);
-    const bool bySize =
-        std::find(rule.tokens.begin(), rule.tokens.end(), kSheetSizeToken) != rule.tokens.end();
+static void FileNamesCompose(const NameRule& rule, DrawingTask& task) {
+    NamePieces pieces = DrawingPieces(rule, task);
+    const bool bySize = std::ranges::find(rule.tokens, kSheetSizeToken) != rule.tokens.end();
+    std::wstring& size = pieces[kSheetSizeToken];
     for (int sheet = 1; sheet <= task.sheets; ++sheet) {
-        std::wstring size;
         if (bySize && Failed(SheetSizeGet(task.drawing, sheet, size))) size.clear();
-        const auto pieceOf = [&](const std::wstring& token) {
-            if (token == kSheetSizeToken) return size;
-            if (token == kDrawingNameToken) return task.name;
-            return values.find(token)->second;
-        };
-        task.fileNames.push_back(ComposeName(rule, pieceOf, task.name));
+        task.fileNames.push_back(NameCompose(rule, pieces, task.name));
     }
 }
 
-// The pieces of all tokens that name parameters, each read once.
-static std::unordered_map<std::wstring, std::wstring> ParameterPieces(const NameRule& rule,
-                                                                      const DrawingTask& task) {
-    std::unordered_map<std::wstring, std::wstring> pieces;
+// The pieces that all sheets share. Each parameter is read once.
+static NamePieces DrawingPieces(const NameRule& rule, const DrawingTask& task) {
+    NamePieces pieces = {{kSheetSizeToken, L""}, {kDrawingNameToken, task.name}};
     for (const std::wstring& token : rule.tokens) {
-        if (token == kSheetSizeToken || token == kDrawingNameToken || pieces.contains(token)) continue;
+        if (pieces.contains(token)) continue;
         ProParamvalue value = {};
         const bool known = !Failed(ParameterRead(task.drawing, token, value));
         pieces.emplace(token, known ? ParameterText(value).value_or(L"") : std::wstring());

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "export/drawing_export.h"
+#include "export/drawing_writers.h"
 #include "export/export_name.h"
 #include "model/run_record.h"
 

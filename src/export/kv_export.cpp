@@ -120,7 +120,7 @@ static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names
     if (!Failed(status)) status = ArrayAlloc(folders);
     if (!Failed(status))
         status =
-            ProFilesList(nullptr, HostText(filter), PRO_FILE_LIST_LATEST, files.Receive(), folders.Receive());
+            ProFilesList(nullptr, HostText(filter), PRO_FILE_LIST_LATEST, files.InOut(), folders.InOut());
     if (Failed(status)) return status;
 
     for (ProPath& file : Items(files)) {

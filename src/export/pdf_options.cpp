@@ -20,6 +20,8 @@ ProError PdfOptionsMake(const PdfChoice& choice, bool currentSheet, PdfOptions& 
     setFlag(PRO_PDFOPT_LAUNCH_VIEWER, PRO_B_FALSE);
     setFlag(PRO_PDFOPT_PENTABLE, PRO_B_TRUE);
     if (currentSheet) setNumber(PRO_PDFOPT_SHEETS, PRO_PRINT_CURRENT_SHEET);
+    // Half an option set would give files that look right and are not.
+    if (Failed(status)) options.Reset();
     return status;
 }
 

@@ -7,11 +7,11 @@
 
 namespace kv {
 
-inline void FreePdfOptions(ProPDFOptions* options) {
+inline void PdfOptionsFree(ProPDFOptions* options) {
     ProPDFoptionsFree(*options);
 }
 
-using PdfOptions = HostHandle<ProPDFOptions, FreePdfOptions>;
+using PdfOptions = HostHandle<ProPDFOptions, PdfOptionsFree>;
 
 // What the user can choose about PDF files.
 struct PdfChoice {
@@ -23,7 +23,7 @@ struct PdfChoice {
 // Makes an option set: no viewer is started, lines follow the pen table.
 //
 // currentSheet  the file holds the current sheet only
-// Errors        those of the option calls
+// Errors        those of the option calls; there is no set then
 [[nodiscard]] ProError PdfOptionsMake(const PdfChoice& choice, bool currentSheet, PdfOptions& options);
 
 }  // namespace kv

@@ -14,6 +14,7 @@
 #include "base/text.h"
 #include "base/working_directory.h"
 #include "export/drawing_export.h"
+#include "export/drawing_writers.h"
 #include "export/export_name.h"
 #include "export/model_output.h"
 #include "model/current_model.h"
@@ -44,16 +45,21 @@ static constexpr FolderChoice kDwgFolder = {L"KvExportDwgDIr", L"请选择DWG文
 static constexpr FolderChoice kPdfFolder = {L"KvExportPdfDIr", L"请选择DWG文件导出位置"};
 static constexpr FolderChoice kStepFolder = {L"KvExportStpDir", L"请选择STP文件导出位置"};
 
-static constexpr DrawingFormat kDwg = {L".dwg", "write DWG", PRO_DWG_FILE,
-                                       true,    false,       WriteCurrentSheetDrawing};
-static constexpr DrawingFormat kPdf = {L".pdf", "write PDF", {}, true, true, WriteSheetPdf};
+// clang-format off
+// extension  step         type           of sheets  needs window  sets version  writer
+static constexpr DrawingFormat kDwg = {
+    L".dwg",  "write DWG", PRO_DWG_FILE,  true,      false,        true,         CurrentSheetDrawingWrite};
+static constexpr DrawingFormat kPdf = {
+    L".pdf",  "write PDF", {},            true,      true,         false,        SheetPdfWrite};
+// clang-format on
 static constexpr wchar_t kStepExtension[] = L".stp";
 
+static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry& entry);
 static ProError CurrentDrawingGet(DrawingTask& task);
 static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder);
-static ProError FreePdfPathGet(std::wstring& path);
-static void ExportSheets(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
-                         const std::wstring& folder);
+static ProError UnusedPdfPathGet(std::wstring& path);
+static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
+                         const DrawingSettings& settings, const std::wstring& folder);
 
 ProError KvExportDwg() {
     DrawingTask task;
@@ -62,9 +68,7 @@ ProError KvExportDwg() {
     if (!Failed(status)) status = TargetFolderGet(kDwgFolder, folder);
     if (Failed(status)) return status;
 
-    ChooseDwgVersion();
-    DrawingSettings settings;
-    ExportSheets(task, kDwg, settings, folder);
+    ExportSheets(task, kDwg, {}, folder);
     return PRO_TK_NO_ERROR;
 }
 
@@ -75,7 +79,7 @@ ProError KvExportPdf() {
     settings.pdf.monochrome = true;
     ProError status = CurrentDrawingGet(task);
     if (!Failed(status)) status = TargetFolderGet(kPdfFolder, folder);
-    if (!Failed(status)) status = FreePdfPathGet(settings.pdfDetour);
+    if (!Failed(status)) status = UnusedPdfPathGet(settings.pdfDetour);
     if (!Failed(status)) ExportSheets(task, kPdf, settings, folder);
     return status;
 }
@@ -91,18 +95,23 @@ ProError KvExportStp() {
     if (!Failed(status)) status = TargetFolderGet(kStepFolder, target);
     if (Failed(status)) return status;
 
-    ExportFolder folder(target);
-    const OutputFile file = {FileNameText(name), kStepExtension, true};
     RunEntry entry = {name, "write STEP", PRO_TK_NO_ERROR};
-    const auto write = [model](const std::wstring& place, const std::wstring& written) {
-        ProError moved = PRO_TK_NO_ERROR;
-        const auto goBack = UseWorkingDirectory(place, moved);
-        return Failed(moved) ? moved : ModelWrite(model, PRO_STEP_FILE, written + kStepExtension);
-    };
-    WriteOutput(folder, file, write, entry);
+    entry.status = StepFileWrite(model, target, entry);
     if (!Failed(entry.status)) return DisplayMessage(kStepDone);
     ShowFailures(kNotExported, {entry});
     return entry.status;
+}
+
+static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry& entry) {
+    ExportFolder folder(target);
+    const OutputFile file = {FileNameText(entry.model), kStepExtension, true};
+    ScratchFile scratch;
+    ProError status = OutputBegin(folder, file, scratch, entry);
+    if (Failed(status)) return status;
+
+    const auto goBack = UseWorkingDirectory(scratch.folder, status);
+    if (!Failed(status)) status = ModelWrite(model, PRO_STEP_FILE, scratch.name + kStepExtension);
+    return Failed(status) ? status : OutputDeliver(folder, file, scratch, entry);
 }
 
 static ProError CurrentDrawingGet(DrawingTask& task) {
@@ -130,7 +139,7 @@ static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder
 
 // The export call does not take every path, but it takes this one in the working directory. A file of that
 // name is the user's.
-static ProError FreePdfPathGet(std::wstring& path) {
+static ProError UnusedPdfPathGet(std::wstring& path) {
     ProPath directory = {};
     const ProError status = ProDirectoryCurrentGet(directory);
     if (Failed(status)) return status;
@@ -140,13 +149,15 @@ static ProError FreePdfPathGet(std::wstring& path) {
     return PRO_TK_NO_ERROR;
 }
 
-static void ExportSheets(const DrawingTask& task, const DrawingFormat& format, DrawingSettings& settings,
-                         const std::wstring& folder) {
+static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
+                         const DrawingSettings& settings, const std::wstring& folder) {
+    if (format.setsDwgVersion) DwgVersionChoose();
     ExportFolder target(folder);
+    WriterRun run = {settings};
     RunRecord record;
     {
-        const ScopeExit turnBack([&task] { RestoreSheet(task); });
-        ExportDrawing(task, format, settings, target, record);
+        const ScopeExit turnBack([&task] { SheetRestore(task); });
+        ExportDrawing(task, format, run, target, record);
     }
     ShowFailures(kNotExported, record);
 }

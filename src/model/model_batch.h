@@ -30,12 +30,13 @@ struct ModelBatch {
 [[nodiscard]] ProError BatchModelsCollect(ProMdl current, ProMdlType type, std::string_view choice,
                                           ModelBatch& batch);
 
-// Works through the models in handle order and records each. `work(model, name)` answers a status.
+// Works through the models in handle order and records each. `work(model, entry)` answers a status; the entry
+// tells the model's name and takes what else there is to record.
 //
 // A model that fails does not stop the others. One whose name cannot be read is left alone, for it might be
 // an excluded one.
 template <typename Work>
-void ForEachModel(ModelBatch& batch, const char* step, Work work) {
+void ForEachEntry(ModelBatch& batch, const char* step, Work work) {
     batch.record.reserve(batch.record.size() + batch.models.size());
     for (ProMdl model : batch.models) {
         RunEntry entry = {{}, "read the name", PRO_TK_NO_ERROR};
@@ -43,10 +44,16 @@ void ForEachModel(ModelBatch& batch, const char* step, Work work) {
         if (!Failed(entry.status)) {
             const bool excluded = HasPrefix(batch.excluded, entry.model);
             entry.step = excluded ? "excluded" : step;
-            if (!excluded) entry.status = work(model, entry.model);
+            if (!excluded) entry.status = work(model, entry);
         }
         batch.record.push_back(std::move(entry));
     }
+}
+
+// The same for work that needs no more than the name: `work(model, name)`.
+template <typename Work>
+void ForEachModel(ModelBatch& batch, const char* step, Work work) {
+    ForEachEntry(batch, step, [&work](ProMdl model, RunEntry& entry) { return work(model, entry.model); });
 }
 
 }  // namespace kv

@@ -2,9 +2,7 @@
 
 #include <cmath>
 #include <limits>
-#include <map>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -13,8 +11,6 @@
 #include "model/parameter_text.h"
 
 namespace {
-
-using Pieces = std::map<std::wstring, std::wstring>;
 
 ProParamvalue Text(const wchar_t* text) {
     ProParamvalue value = {};
@@ -42,13 +38,9 @@ ProParamvalue Truth(short flag) {
 }
 
 std::wstring Compose(const wchar_t* tokens, const wchar_t* separator) {
-    const Pieces pieces = {{L"sheetsize", L"A3"},   {L"图纸名称", L"BOLT"}, {L"图号", L"K-07"},
-                           {L"path", L"a/b\\c:d*"}, {L"blank", L"  "},      {L"empty", L""}};
-    const auto pieceOf = [&](const std::wstring& token) {
-        const auto found = pieces.find(token);
-        return found == pieces.end() ? std::wstring() : found->second;
-    };
-    return kv::ComposeName(kv::NameRuleFromTexts(tokens, separator), pieceOf, L"FALL?BACK");
+    const kv::NamePieces pieces = {{L"sheetsize", L"A3"},   {L"图纸名称", L"BOLT"}, {L"图号", L"K-07"},
+                                   {L"path", L"a/b\\c:d*"}, {L"blank", L"  "},      {L"empty", L""}};
+    return kv::NameCompose(kv::NameRuleFromTexts(tokens, separator), pieces, L"FALL?BACK");
 }
 
 TEST(ExportName, JoinsThePiecesOfItsTokens) {
