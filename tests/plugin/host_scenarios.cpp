@@ -36,6 +36,7 @@ std::vector<Scenario> HostScenarios() {
         {"FirstRightClick", ArrangeRightClick, rightClick, {}, true},
         {"LaterRightClick", rightClickedBefore, rightClick, {}, true},
         CommandScenario("AboutKv", ArrangeAbout),
+        CommandScenario("KvVersion", [](SimHost&) {}),
         CommandScenario("ForTest", ArrangeForTest),
     };
 }
