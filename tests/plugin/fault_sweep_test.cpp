@@ -114,7 +114,8 @@ private:
 TEST_P(FaultSweep, HostCallsFailInTurn) {
     const Scenario& scenario = GetParam();
     const CleanRun clean = RunClean(scenario);
-    ASSERT_FALSE(clean.calls.empty()) << "the scenario makes no host call";
+    // A message box is no host call; its text takes memory.
+    ASSERT_TRUE(!clean.calls.empty() || clean.allocations > 0) << "the scenario does nothing";
     for (std::size_t i = 0; i < clean.calls.size(); ++i) {
         std::set<ProError> statuses(clean.calls[i].failures.begin(), clean.calls[i].failures.end());
         statuses.insert(PRO_TK_GENERAL_ERROR);
