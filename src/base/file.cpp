@@ -10,14 +10,14 @@ namespace kv {
 
 static constexpr wchar_t kAsidePrefix[] = L"kv";
 
-static ProError WriteWith(DWORD creation, const std::wstring& path, std::string_view content);
+static ProError ContentWrite(DWORD creation, const std::wstring& path, std::string_view content);
 
-ProError NewFileWrite(const std::wstring& path, std::string_view content) {
-    return WriteWith(CREATE_NEW, path, content);
+ProError FileNewWrite(const std::wstring& path, std::string_view content) {
+    return ContentWrite(CREATE_NEW, path, content);
 }
 
 ProError FileWrite(const std::wstring& path, std::string_view content) {
-    return WriteWith(CREATE_ALWAYS, path, content);
+    return ContentWrite(CREATE_ALWAYS, path, content);
 }
 
 ProError FileRead(const std::wstring& path, std::size_t limit, std::string& content) {
@@ -59,7 +59,7 @@ std::wstring WithBackslash(std::wstring folder) {
     return folder;
 }
 
-static ProError WriteWith(DWORD creation, const std::wstring& path, std::string_view content) {
+static ProError ContentWrite(DWORD creation, const std::wstring& path, std::string_view content) {
     const HANDLE file =
         CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)

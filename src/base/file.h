@@ -11,7 +11,7 @@ namespace kv {
 
 // Creates a file with this content. PRO_TK_E_FOUND when there is one already, which is left alone;
 // PRO_TK_CANT_WRITE for everything else.
-[[nodiscard]] ProError NewFileWrite(const std::wstring& path, std::string_view content);
+[[nodiscard]] ProError FileNewWrite(const std::wstring& path, std::string_view content);
 
 // Writes the content, in place of any earlier file. PRO_TK_CANT_WRITE.
 [[nodiscard]] ProError FileWrite(const std::wstring& path, std::string_view content);

@@ -45,23 +45,23 @@ private:
 };
 
 template <typename T>
-void FreeArray(T** items) {
+void ArrayFree(T** items) {
     ProArray array = *items;
     ProArrayFree(&array);
 }
 
-inline void FreeSelections(ProSelection** selections) {
+inline void SelectionsFree(ProSelection** selections) {
     ProSelectionarrayFree(*selections);
 }
 
-inline void FreeWideText(wchar_t** text) {
+inline void WideTextFree(wchar_t** text) {
     ProWstringFree(*text);
 }
 
 template <typename T>
-using HostArray = HostHandle<T*, FreeArray<T>>;
-using HostString = HostHandle<wchar_t*, FreeWideText>;
-using SelectionArray = HostHandle<ProSelection*, FreeSelections>;
+using HostArray = HostHandle<T*, ArrayFree<T>>;
+using HostString = HostHandle<wchar_t*, WideTextFree>;
+using SelectionArray = HostHandle<ProSelection*, SelectionsFree>;
 using GeometryData = HostHandle<ProGeomitemdata*, ProGeomitemdataFree>;
 
 // An empty array that grows as elements are added. Errors: those of ProArrayAlloc.

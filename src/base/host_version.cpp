@@ -9,7 +9,7 @@ namespace kv {
 
 static std::wstring hostVersion;
 
-void KeepHostVersion(const char* version) {
+void HostVersionKeep(const char* version) {
     if (version == nullptr) return;
     std::wstring text;
     if (!Failed(DecodeText(version, CodePage::ThreadAnsi, text))) hostVersion = text;

@@ -6,7 +6,7 @@
 namespace kv {
 
 // Keeps the version text, 8-bit in the thread's ANSI code page, until the plug-in is unloaded.
-void KeepHostVersion(const char* version);
+void HostVersionKeep(const char* version);
 
 // The kept text; empty before start-up.
 const std::wstring& HostVersion();

@@ -46,7 +46,7 @@ extern "C" void user_terminate() {
 namespace kv {
 
 static void Start(const char* hostVersion) {
-    KeepHostVersion(hostVersion);
+    HostVersionKeep(hostVersion);
     RegisterCommands();
     SetTimer(nullptr, kStartTimer, kStartDelay, OnStartTimer);
     if (PopupsWanted()) WatchPopupMenus();

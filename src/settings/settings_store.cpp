@@ -49,7 +49,7 @@ void SettingWrite(const std::wstring& path, const wchar_t* section, const wchar_
                   const std::wstring& value) {
     if (path.empty()) return;
     // The profile calls keep an existing file's encoding, but would start a new one in the ANSI code page.
-    (void)NewFileWrite(path, kUnicodeMark);
+    (void)FileNewWrite(path, kUnicodeMark);
     WritePrivateProfileStringW(section, key, value.c_str(), path.c_str());
 }
 
