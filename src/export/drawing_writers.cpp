@@ -92,13 +92,12 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path) {
     ProError status = CopyText(path, target);
     if (Failed(status)) return status;
     const PdfChoice& choice = file.run.settings.pdf;
+    // A profile takes the place of all options.
+    if (choice.useProfile) return ProPDFWithProfileExport(file.task.drawing, target, HostText(kProfile));
     const bool bySheet = file.sheet != kAllSheets;
     PdfOptions& options = bySheet ? file.run.pdfCurrentSheet : file.run.pdfAllSheets;
     if (options.Get() == nullptr) status = PdfOptionsMake(choice, bySheet, options);
-    if (Failed(status)) return status;
-    // By the host's documents a profile has the last word over the options.
-    return choice.useProfile ? ProPDFWithProfileExport(file.task.drawing, target, HostText(kProfile))
-                             : ProPDFExport(file.task.drawing, target, options.Get());
+    return Failed(status) ? status : ProPDFExport(file.task.drawing, target, options.Get());
 }
 
 }  // namespace kv

@@ -11,9 +11,6 @@
 
 namespace kv {
 
-// Message file of the menu: labels, help texts and descriptions by key.
-inline constexpr wchar_t kMenuFile[] = L"kvMenu.txt";
-
 struct CommandRow {
     const char* name;  // also the key of label and description
     CommandAction action;

@@ -13,16 +13,20 @@
 #include "host/popup_menu.h"
 #include "settings/last_directory.h"
 #include "settings/settings_store.h"
+#include "ui/progress_window.h"
 
 namespace kv {
 
 static constexpr UINT_PTR kStartTimer = 1;
 // The host needs this long to finish its own start-up before its working directory may change.
 static constexpr UINT kStartDelay = 2000;  // ms
+// The timer that runs, by the system's number; 0 when none does.
+static UINT_PTR startTimer = 0;
 static constexpr wchar_t kCommonSettingsInTextDir[] = L"\\KVconfig\\KvConfig.ini";
 
 static void CALLBACK OnStartTimer(HWND window, UINT message, UINT_PTR timer, DWORD time) noexcept;
 static void Start(const char* hostVersion);
+static void Stop() noexcept;
 static bool PopupsWanted();
 
 }  // namespace kv
@@ -41,6 +45,7 @@ extern "C" void user_terminate() {
         kv::SaveLastDirectory();
         return PRO_TK_NO_ERROR;
     });
+    kv::Stop();
 }
 
 namespace kv {
@@ -48,12 +53,20 @@ namespace kv {
 static void Start(const char* hostVersion) {
     HostVersionKeep(hostVersion);
     RegisterCommands();
-    SetTimer(nullptr, kStartTimer, kStartDelay, OnStartTimer);
+    startTimer = SetTimer(nullptr, kStartTimer, kStartDelay, OnStartTimer);
     if (PopupsWanted()) WatchPopupMenus();
+}
+
+// What Windows would still call after the plug-in is gone.
+static void Stop() noexcept {
+    if (startTimer != 0) KillTimer(nullptr, startTimer);
+    startTimer = 0;
+    ProgressWindowForget();
 }
 
 static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
     KillTimer(nullptr, timer);
+    startTimer = 0;
     (void)Guarded([] {
         RestoreLastDirectory();
         return PRO_TK_NO_ERROR;

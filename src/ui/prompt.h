@@ -1,4 +1,4 @@
-// The host's message area: short messages and prompts.
+// The host's message files and its message area: short messages and prompts.
 #pragma once
 
 #include <string>
@@ -6,6 +6,12 @@
 #include <ProToolkit.h>
 
 namespace kv {
+
+// Message file of the menu: labels, help texts and descriptions by key.
+inline constexpr wchar_t kMenuFile[] = L"kvMenu.txt";
+
+// The text of a key of the menu file; the key itself when the host has none for it.
+std::wstring MenuText(const char* key);
 
 // Shows the message of a key of the plug-in's message file; `argument` replaces its "%0w". Errors: those of
 // ProMessageDisplay.
