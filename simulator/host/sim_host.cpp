@@ -198,12 +198,32 @@ int SimHost::Availability(std::string_view command) {
 }
 
 ProError SimHost::Run(std::string_view command) {
+    return RunWatched([&] { return session_->screen.RunCommand(command); });
+}
+
+ProError SimHost::RunFromPopup(std::string_view entry) {
+    return RunWatched([&] {
+        Interface& screen = session_->screen;
+        screen.OpenPopup(kSelectionMenu);
+        const ProError status = screen.ChoosePopupEntry(entry);
+        screen.ClosePopup();
+        return status;
+    });
+}
+
+std::vector<PopupButton> SimHost::RightClick() {
+    std::vector<PopupButton> entries = session_->screen.OpenPopup(kSelectionMenu).buttons;
+    session_->screen.ClosePopup();
+    return entries;
+}
+
+ProError SimHost::RunWatched(const std::function<ProError()>& command) {
     const fs::path directory = WorkingDirectory();
     const auto options = session_->configOptions;
     session_->desk.StartCommand();
     session_->report.ResetCalls();
     ResetPluginHeap();
-    const ProError status = session_->screen.RunCommand(command);
+    const ProError status = command();
     LookForLeftovers(directory, options);
     return status;
 }

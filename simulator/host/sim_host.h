@@ -44,6 +44,8 @@ enum class HostMode {
 };
 
 inline constexpr int kNotRegistered = -2;
+// The right-click menu of the graphics window and the model tree.
+inline constexpr char kSelectionMenu[] = "Sel Obj Menu";
 
 class SimHost {
 public:
@@ -92,6 +94,10 @@ public:
     // After it the host looks for what was left behind: open items, automation objects, a changed working
     // directory, changed options.
     ProError Run(std::string_view command);
+    // Right-clicks on what is selected and chooses an entry, by its name or label; refused like Run.
+    ProError RunFromPopup(std::string_view entry);
+    // Right-clicks on what is selected and takes nothing; answers what the menu held, hidden entries too.
+    std::vector<PopupButton> RightClick();
     // Availability of a command as the host would show it: 0 hidden, 1 greyed, 3 available; else
     // kNotRegistered.
     int Availability(std::string_view command);
@@ -138,6 +144,7 @@ public:
 
 private:
     SimModel& Add(std::wstring_view name, ModelKind kind, ModelSubtype subtype);
+    ProError RunWatched(const std::function<ProError()>& command);
     void LookForLeftovers(const std::filesystem::path& directory,
                           const std::map<std::wstring, std::vector<std::wstring>>& options);
 
