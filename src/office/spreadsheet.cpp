@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <new>
+#include <string_view>
 
 #include <windows.h>
 
@@ -92,7 +93,7 @@ static HRESULT RowsFill(const Dispatch& sheet, const SheetTable& table, std::vec
 static HRESULT TextsPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block,
                         std::vector<RefusedCell>& refused);
 static HRESULT BlockPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block);
-static const std::wstring& TextAt(const SheetTable& table, std::size_t column, std::size_t row);
+static std::wstring_view TextAt(const SheetTable& table, std::size_t column, std::size_t row);
 static HRESULT RowsMark(const Dispatch& sheet, const SheetTable& table);
 static HRESULT BlocksMark(const Dispatch& sheet, const std::wstring& address);
 static std::vector<CellBlock> MarkedBlocks(const SheetTable& table);
@@ -248,11 +249,10 @@ static HRESULT BlockPut(const Dispatch& sheet, const SheetTable& table, const Ce
 }
 
 // The text of a cell of the sheet, by column and row there.
-static const std::wstring& TextAt(const SheetTable& table, std::size_t column, std::size_t row) {
-    static const std::wstring empty;
+static std::wstring_view TextAt(const SheetTable& table, std::size_t column, std::size_t row) {
     if (row == kHeaderRow) return table.columns[column];
     const std::vector<SheetCell>& cells = table.rows[row - kFirstDataRow];
-    return column < cells.size() ? cells[column].text : empty;
+    return column < cells.size() ? std::wstring_view(cells[column].text) : std::wstring_view();
 }
 
 // Many blocks go over as one range, as far as its address may reach.

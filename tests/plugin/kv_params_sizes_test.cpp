@@ -12,8 +12,8 @@
 
 #include "plugin/kv_params_fixture.h"
 #include "simulator/host/sim_host.h"
-#include "support/reports.h"
 #include "support/arrange.h"
+#include "support/reports.h"
 
 namespace {
 
