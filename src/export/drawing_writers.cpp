@@ -69,7 +69,7 @@ ProError ShownModelWrite(const SheetFile& file) {
 static ProError DrawingDataMake(const SheetFile& file, DrawingData& data) {
     const bool all = file.sheet == kAllSheets;
     const int modelSheet = all ? file.task.sheets : file.sheet;
-    ProError status = Pro2dExportdataAlloc(data.Receive());
+    ProError status = data.Received(Pro2dExportdataAlloc(data.Receive()));
     if (!Failed(status)) status = Pro2dExportdataSheetoptionSet(data.Get(), PRO2DEXPORT_SELECTED);
     if (!Failed(status)) status = Pro2dExportdataModelspacesheetSet(data.Get(), modelSheet);
     if (!Failed(status) && all && file.task.sheets > 1)

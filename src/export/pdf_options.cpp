@@ -7,7 +7,7 @@
 namespace kv {
 
 ProError PdfOptionsMake(const PdfChoice& choice, bool currentSheet, PdfOptions& options) {
-    ProError status = ProPDFoptionsAlloc(options.Receive());
+    ProError status = options.Received(ProPDFoptionsAlloc(options.Receive()));
     const auto setNumber = [&](ProPDFOptionType type, int value) {
         if (!Failed(status)) status = ProPDFoptionsIntpropertySet(options.Get(), type, value);
     };

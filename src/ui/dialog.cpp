@@ -69,7 +69,8 @@ ProError RunUntypedDialog(const char* name, std::span<const DialogAction> action
 
 ProError InputTextGet(const char* dialog, const char* component, std::wstring& text) {
     HostString value;
-    const ProError status = ProUIInputpanelValueGet(HostName(dialog), HostName(component), value.Receive());
+    const ProError status =
+        value.Received(ProUIInputpanelValueGet(HostName(dialog), HostName(component), value.Receive()));
     text = Failed(status) ? std::wstring() : TextOf(value);
     return status;
 }
@@ -85,7 +86,8 @@ void InputTextSet(const char* dialog, const char* component, const std::wstring&
 
 ProError OptionLabelGet(const char* dialog, const char* component, std::wstring& label) {
     HostString value;
-    const ProError status = ProUIOptionmenuValueGet(HostName(dialog), HostName(component), value.Receive());
+    const ProError status =
+        value.Received(ProUIOptionmenuValueGet(HostName(dialog), HostName(component), value.Receive()));
     label = Failed(status) ? std::wstring() : TextOf(value);
     return status;
 }
@@ -120,8 +122,8 @@ void CheckTickedSet(const char* dialog, const char* component, bool ticked) {
 
 std::string RadioChoice(const char* dialog, const char* group) {
     HostNames names;
-    const ProError status = ProUIRadiogroupSelectednamesGet(HostName(dialog), HostName(group),
-                                                            names.ReceiveCount(), names.ReceiveNames());
+    const ProError status = names.Received(ProUIRadiogroupSelectednamesGet(
+        HostName(dialog), HostName(group), names.ReceiveCount(), names.ReceiveNames()));
     return Failed(status) ? std::string() : names.First();
 }
 
