@@ -16,11 +16,13 @@
 
 namespace kv {
 
-static constexpr UINT_PTR kStartTimer = 1;
+// 0: not running.
+static UINT_PTR startTimer = 0;
 // The host needs this long to finish its own start-up before its working directory may change.
 static constexpr UINT kStartDelay = 2000;  // ms
 static constexpr wchar_t kCommonSettingsInTextDir[] = L"\\KVconfig\\KvConfig.ini";
 
+static void StopStartTimer();
 static void CALLBACK OnStartTimer(HWND window, UINT message, UINT_PTR timer, DWORD time) noexcept;
 static void Start(const char* hostVersion);
 static bool PopupsWanted();
@@ -37,6 +39,7 @@ extern "C" int user_initialize(int, char*[], char* version, char*, wchar_t[80]) 
 }
 
 extern "C" void user_terminate() {
+    kv::StopStartTimer();
     (void)kv::Guarded([] {
         kv::SaveLastDirectory();
         return PRO_TK_NO_ERROR;
@@ -48,12 +51,19 @@ namespace kv {
 static void Start(const char* hostVersion) {
     HostVersionKeep(hostVersion);
     RegisterCommands();
-    SetTimer(nullptr, kStartTimer, kStartDelay, OnStartTimer);
+    startTimer = SetTimer(nullptr, 0, kStartDelay, OnStartTimer);
     if (PopupsWanted()) WatchPopupMenus();
 }
 
-static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
-    KillTimer(nullptr, timer);
+static void StopStartTimer();
+// A timer that is left would call into a plug-in that is no longer there.
+static void StopStartTimer() {
+    if (startTimer != 0) KillTimer(nullptr, startTimer);
+    startTimer = 0;
+}
+
+static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
+    StopStartTimer();
     (void)Guarded([] {
         RestoreLastDirectory();
         return PRO_TK_NO_ERROR;
