@@ -82,6 +82,7 @@ public:
     std::deque<PickAnswer> picks;
     std::deque<int> boxAnswers;  // for boxes with more than an OK button: IDYES, IDNO, ...
     ProgressPlay progress;
+    bool programsFail = false;  // Windows starts nothing
     // The user's local application data.
     std::filesystem::path localData;
 

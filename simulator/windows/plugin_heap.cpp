@@ -21,6 +21,7 @@ bool MustFail() {
 
 void* Counted(void* block) {
     if (block != nullptr) {
+        ++figures.liveBlocks;
         figures.liveBytes += static_cast<long long>(_msize(block));
         figures.peakBytes = std::max(figures.peakBytes, figures.liveBytes);
     }
@@ -28,7 +29,9 @@ void* Counted(void* block) {
 }
 
 void Uncount(void* block) {
-    if (block != nullptr) figures.liveBytes -= static_cast<long long>(_msize(block));
+    if (block == nullptr) return;
+    --figures.liveBlocks;
+    figures.liveBytes -= static_cast<long long>(_msize(block));
 }
 
 void* HeapMalloc(std::size_t size) {

@@ -13,6 +13,7 @@ namespace sim {
 // Figures since the last ResetPluginHeap.
 struct PluginHeapFigures {
     long long allocations = 0;
+    long long liveBlocks = 0;
     long long liveBytes = 0;
     long long peakBytes = 0;
     long long failed = 0;  // allocations that were made to fail

@@ -4,6 +4,8 @@
 
 #include "ui/dialog.h"
 
+#include <algorithm>
+
 #include <ProUICheckbutton.h>
 #include <ProUIDialog.h>
 #include <ProUIDrawingarea.h>
@@ -127,7 +129,12 @@ std::string RadioChoice(const char* dialog, const char* group) {
     return Failed(status) ? std::string() : names.First();
 }
 
+// Names come from settings files, and what a host makes of an unknown one nobody says.
 void RadioChoiceSet(const char* dialog, const char* group, const std::string& button) {
+    HostNames known;
+    const ProError status = known.Received(ProUIRadiogroupNamesGet(
+        HostName(dialog), HostName(group), known.ReceiveCount(), known.ReceiveNames()));
+    if (Failed(status) || std::ranges::find(known.All(), button) == known.All().end()) return;
     char* name = HostName(button.c_str());
     ProUIRadiogroupSelectednamesSet(HostName(dialog), HostName(group), 1, &name);
 }
