@@ -40,6 +40,11 @@ static constexpr char kOutlineDecimals[] = "KvOutlineNum";
 static constexpr char kOutlineName[] = "outlinePname";
 static constexpr char kSheetSizeName[] = "shSizePname";
 
+// What the dialog starts with where the settings say nothing.
+static constexpr char kAllModels[] = "AsmAndPart";
+static constexpr wchar_t kUsualType[] = L"字符串";
+static constexpr wchar_t kUsualDecimals[] = L"2";
+
 static constexpr wchar_t kSettingsFile[] = L"\\KVconfig\\KvParams.ini";
 static constexpr DialogSetting kSettings[] = {
     {kExcluded, SettingKind::Text, kContentKey},
@@ -65,6 +70,7 @@ struct ParameterRequest {
 
 using ValueWork = ProError (*)(ProMdl model, const std::wstring& name, const ProParamvalue& value);
 
+static void FillDialog();
 static void RestoreSettings();
 static void OnAdd();
 static void OnUpdate();
@@ -89,7 +95,15 @@ ProError KvParams() {
                          Pressed<OnSheetSize>("KvSheetSize"),
                          Closes("Close"),
                      },
-                     RestoreSettings);
+                     FillDialog);
+}
+
+static void FillDialog() {
+    RadioChoiceSet(kDialog, kTypeChoice, kAllModels);
+    RadioChoiceSet(kDialog, kDerivedTypeChoice, kAllModels);
+    OptionLabelSet(kDialog, kParameterType, kUsualType);
+    OptionLabelSet(kDialog, kOutlineDecimals, kUsualDecimals);
+    RestoreSettings();
 }
 
 static void RestoreSettings() {

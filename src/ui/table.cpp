@@ -106,7 +106,7 @@ std::wstring CellText(TableName table, const std::string& row, const std::string
     HostString text;
     const ProError status = text.Received(
         ProUITableCellLabelGet(HostName(table.dialog), HostName(table.component), HostName(row.c_str()),
-                               HostName(column.c_str()), text.Receive());
+                               HostName(column.c_str()), text.Receive()));
     return Failed(status) ? std::wstring() : TextOf(text);
 }
 
@@ -136,6 +136,10 @@ ProError TableSelectionAllow(TableName table) {
     if (Failed(status)) return status;
     return ProUITableColumnselectionpolicySet(HostName(table.dialog), HostName(table.component),
                                               PROUISELPOLICY_MULTIPLE);
+}
+
+void TableReturnActivates(TableName table) {
+    ProUITableActivateonreturnEnable(HostName(table.dialog), HostName(table.component));
 }
 
 // The host lists selected cells as pairs of names, the row first.
