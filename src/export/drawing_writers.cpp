@@ -20,6 +20,7 @@
 namespace kv {
 
 static constexpr wchar_t kProfile[] = L"kvdop";
+static constexpr wchar_t kProfileExtension[] = L".dop";
 
 static void DrawingDataFree(Pro2dExportdata* data) {
     Pro2dExportdataFree(*data);
@@ -30,6 +31,7 @@ using DrawingData = HostHandle<Pro2dExportdata, DrawingDataFree>;
 static ProError DrawingDataMake(const SheetFile& file, DrawingData& data);
 static ProError PaperSheetsSet(Pro2dExportdata data, int count);
 static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
+static ProError PdfByProfileWrite(ProMdl drawing, ProPath target);
 
 ProError SheetDrawingWrite(const SheetFile& file) {
     ProPath path;
@@ -97,8 +99,20 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path) {
     if (options.Get() == nullptr) status = PdfOptionsMake(choice, bySheet, options);
     if (Failed(status)) return status;
     // By the host's documents a profile has the last word over the options.
-    return choice.useProfile ? ProPDFWithProfileExport(file.task.drawing, target, HostText(kProfile))
+    return choice.useProfile ? PdfByProfileWrite(file.task.drawing, target)
                              : ProPDFExport(file.task.drawing, target, options.Get());
+}
+
+// There are hosts that know the profile by its bare name, and others that want its path.
+static ProError PdfByProfileWrite(ProMdl drawing, ProPath target) {
+    const ProError status = ProPDFWithProfileExport(drawing, target, HostText(kProfile));
+    if (status != PRO_TK_E_NOT_FOUND) return status;
+
+    ProPath folder = {};
+    ProPath profile = {};
+    if (Failed(ProDirectoryCurrentGet(folder))) return status;
+    if (Failed(CopyText(WithBackslash(folder) + kProfile + kProfileExtension, profile))) return status;
+    return ProPDFWithProfileExport(drawing, target, profile);
 }
 
 }  // namespace kv
