@@ -41,7 +41,8 @@ kv::SheetTable TableOf(std::size_t rows) {
 using Export = bool (*)(const kv::SheetTable& table, const std::wstring& path);
 
 bool WriteBlocks(const kv::SheetTable& table, const std::wstring& path) {
-    return kv::SheetTableWrite(table, path) == kv::SheetExport::Written;
+    std::vector<kv::RefusedCell> refused;
+    return kv::SheetTableWrite(table, path, refused) == kv::SheetExport::Written && refused.empty();
 }
 
 // Seconds that an export takes; nothing when it fails.

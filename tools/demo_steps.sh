@@ -177,6 +177,16 @@ for kind in asm prt drw; do
     print_words "$work/$kind"
 done
 
+headline "A command of the right-click menu: the drawing of a component that is selected in the assembly"
+printf '  The user at the screen, scripts/open_drawing.user:\n\n'
+print scripts/open_drawing.user
+printf '\n'
+hostsim --plugin plugin run KvOpenDrw --workspace roller_conveyor --model roller_conveyor --setting RmbDisable=0 \
+    --user scripts/open_drawing.user
+print
+grep -q '^shown  *DRIVE_SHAFT.DRW' "$work/out" || fail "the drawing is not shown"
+printf '\n    The right-click menu is off in the settings that ship; --setting turns it on for this run.\n'
+
 headline "All drawings exported to five formats, a file for each sheet, named after drawing number and name"
 printf '  The user at the dialog, scripts/export_drawings.user:\n\n'
 print scripts/export_drawings.user

@@ -1,8 +1,9 @@
 #!/bin/sh
-# Draws docs/kvparams.png, docs/kvconfig.png and so on: the dialogs as their layout files describe them, at
+# Draws docs/kvparams.png, docs/kvconfig.png and so on: the commands' dialogs at work on the sample workspace, at
 # twice their size.
 #
-# Needs a build (tools/build.sh) and a font with Chinese characters, which is installed when there is none.
+# tools/pictures/COMMAND.user is played at each command in a copy of the workspace; what its `show` steps draw
+# becomes a picture of that name. Needs a build (tools/build.sh) and a font with Chinese characters, which is installed when there is none.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -24,12 +25,30 @@ hostsim=${1:-build/mingw/bin/hostsim.exe}
 [ -e "$hostsim" ] || fail "no $hostsim; run tools/build.sh, or name the program: pictures.sh HOSTSIM.EXE"
 install_font
 
+hostsim=$(realpath "$hostsim")
+repo=$PWD
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-for dialog in KvParams KvConfig KvBom KvExport; do
-    picture=docs/$(echo $dialog | tr '[:upper:]' '[:lower:]').png
-    tools/wine.sh "$hostsim" dialog $dialog --svg "$work/$dialog.svg" >/dev/null
-    rsvg-convert --zoom=2 --output="$work/$dialog.png" "$work/$dialog.svg"
-    mv "$work/$dialog.png" "$picture"
+# The workspace lies on the drive C, for some dialogs show paths.
+workspace=${WINEPREFIX:-build/wineprefix}/drive_c/conveyor
+trap 'rm -rf "$work" "$workspace"' EXIT
+rm -rf "$workspace"
+cp -R samples/roller_conveyor "$workspace"
+for script in tools/pictures/*.user; do
+    command=$(basename "$script" .user)
+    # Each command begins with the settings that ship.
+    rm -rf "$work/plugin"
+    cp -R "$(dirname "$hostsim")/../korvane" "$work/plugin"
+    cp -R KVconfig "$work/plugin"
+    cp "$script" "$work/$command.user"
+    (cd "$work" && "$repo/tools/wine.sh" "$hostsim" --plugin plugin run "$command" --workspace "C:\\conveyor" \
+        --model roller_conveyor --user "$command.user" >"$work/out" 2>&1) || {
+        cat "$work/out" >&2
+        fail "$command cannot be played"
+    }
+done
+for drawing in "$work"/*.svg; do
+    picture=docs/$(basename "$drawing" .svg).png
+    rsvg-convert --zoom=2 --output="$work/picture.png" "$drawing"
+    mv "$work/picture.png" "$picture"
     echo "$picture"
 done

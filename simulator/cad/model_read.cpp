@@ -54,9 +54,40 @@ std::string ReadBytes(const fs::path& file, const std::string& label) {
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
+// The way to the value at which reading breaks off, as the values before it lead there.
+std::string PlaceOfBreak(const std::string& bytes) {
+    struct Level {
+        bool isList = false;
+        std::size_t index = 0;
+        std::string key;
+    };
+    std::vector<Level> levels;
+    const auto follow = [&levels](int, Json::parse_event_t event, Json& parsed) {
+        using Event = Json::parse_event_t;
+        if (event == Event::object_start || event == Event::array_start)
+            levels.push_back({event == Event::array_start, 0, {}});
+        if (event == Event::object_end || event == Event::array_end) levels.pop_back();
+        if (event == Event::key) levels.back().key = parsed.get<std::string>();
+        const bool isWhole = event == Event::value || event == Event::object_end || event == Event::array_end;
+        if (isWhole && !levels.empty()) ++levels.back().index;
+        return true;
+    };
+    try {
+        [[maybe_unused]] const Json whole = Json::parse(bytes, follow);
+    } catch (const Json::exception&) {
+        // Expected: the levels now stand where it broke off.
+    }
+    std::string place;
+    for (const Level& level : levels) place += "/" + (level.isList ? std::to_string(level.index) : level.key);
+    return place.empty() ? "/" : place;
+}
+
 Json Parse(const std::string& bytes, const std::string& label) {
     try {
         return Json::parse(bytes);
+    } catch (const Json::out_of_range&) {
+        throw ModelFileError(label + ": " + PlaceOfBreak(bytes) +
+                             ": expected a number between -1.79e308 and 1.79e308");
     } catch (const Json::parse_error& error) {
         const std::size_t end = std::min(error.byte == 0 ? 0 : error.byte - 1, bytes.size());
         const auto line =
@@ -167,7 +198,8 @@ private:
     int ReadId(Entries& entries) {
         int id = 0;
         entries.Required("id", [&](const Node& node) {
-            id = node.Int(1);
+            // One more than the greatest is the next that the model gives out.
+            id = static_cast<int>(node.Integer(1, std::numeric_limits<int>::max() - 1));
             if (!ids_.insert(id).second) node.Fail("an identifier that the model does not use yet");
         });
         model_.nextId_ = std::max(model_.nextId_, id + 1);

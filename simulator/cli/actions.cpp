@@ -5,13 +5,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <optional>
 #include <string_view>
 
 #include "simulator/cad/generate.h"
+#include "simulator/cli/plugin_copy.h"
 #include "simulator/cli/print.h"
 #include "simulator/host/sim_host.h"
-#include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
+#include "simulator/spreadsheet/xlsx.h"
 #include "simulator/ui/text_tree_check.h"
 #include "simulator/ui/user_script.h"
 
@@ -82,6 +84,93 @@ SimModel& RetrieveModel(ModelStore& models, const std::string& text) {
     throw BadInput("cannot read " + Utf8(file.path.wstring()));
 }
 
+// ---- What a run starts with
+
+void ArrangeUser(Session& session, const RunOptions& options) {
+    if (!options.script.empty()) {
+        const std::vector<std::string> errors =
+            LoadUserScript(fs::path(Wide(options.script)), session.user, session.models);
+        for (const std::string& error : errors) std::fprintf(stderr, "%s\n", error.c_str());
+        if (!errors.empty()) throw BadInput("the user script cannot be played");
+    }
+    for (const std::string& picks : options.selected) {
+        const std::vector<std::string> errors = ArrangeSelection(picks, session.user, session.models);
+        if (!errors.empty()) throw BadInput("--select \"" + picks + "\": " + errors.front());
+    }
+}
+
+void OpenModel(SimHost& host, const RunOptions& options) {
+    Session& session = host.State();
+    if (options.model.empty()) {
+        if (!options.mode.empty()) session.models.currentMode = static_cast<int>(ModeFromText(options.mode));
+        return;
+    }
+    SimModel& model = RetrieveModel(session.models, options.model);
+    host.Open(model);
+    if (!options.mode.empty()) host.Open(model, ModeFromText(options.mode));
+}
+
+// What is wrong with the way to a picked component; empty: nothing.
+std::string PathFault(SimModel* top, const Pick& pick) {
+    if (pick.path.empty()) return {};
+    if (top == nullptr) return "a path needs an open assembly, see --model";
+    if (top->MfgAssembly() != nullptr) top = top->MfgAssembly();
+    for (const int id : pick.path) {
+        const Feature* feature = top->FindFeature(id);
+        if (feature == nullptr || feature->component == nullptr)
+            return FileLabel(*top) + " has no component " + std::to_string(id) +
+                   "; `hostsim show --ids` lists them";
+        top = feature->component;
+    }
+    return top == pick.model ? "" : "the path leads to " + FileLabel(*top);
+}
+
+void SelectArranged(SimHost& host) {
+    const Session& session = host.State();
+    for (const Pick& pick : session.user.selected)
+        if (const std::string fault = PathFault(session.models.current, pick); !fault.empty())
+            throw BadInput("cannot select " + FileLabel(*pick.model) + ": " + fault);
+    host.Select(session.user.selected);
+}
+
+// The first right-click after the start lets the plug-in install its entries, the next ones show them.
+void FillPopup(SimHost& host, const std::string& command, bool inMenu) {
+    const std::string missing =
+        inMenu ? "" : "no command \"" + command + "\" in the menu that `hostsim commands` lists, and ";
+    host.RightClick();
+    const std::vector<PopupButton> entries = host.RightClick();
+    if (entries.empty())
+        throw BadInput(missing + "the right-click menu has no entry of the plug-in: RmbDisable is \"" +
+                       Utf8(PluginSetting(host.PluginHome(), L"RmbDisable")) + "\" in " +
+                       Utf8(PluginSettingsFile(host.PluginHome()).wstring()) +
+                       "; run with --setting RmbDisable=0");
+    const auto isNamed = [&command](const PopupButton& entry) {
+        return entry.name == command || Utf8(entry.label) == command;
+    };
+    if (std::ranges::any_of(entries, isNamed)) return;
+    std::string names;
+    for (const PopupButton& entry : entries) names += (names.empty() ? "" : ", ") + entry.name;
+    throw BadInput(missing + "the right-click menu holds " + names);
+}
+
+// Answers whether the command is chosen from the right-click menu.
+bool Prepare(SimHost& host, const RunOptions& options) {
+    Session& session = host.State();
+    try {
+        ArrangeUser(session, options);
+        OpenModel(host, options);
+        SelectArranged(host);
+        const bool inMenu = session.screen.FindCommand(options.command) != nullptr;
+        const bool rightClick = options.rightClick || session.user.rightClicks || !inMenu;
+        if (rightClick) FillPopup(host, options.command, inMenu);
+        return rightClick;
+    } catch (const BadInput&) {
+        // Nobody is going to ask for them.
+        host.ForgetAnswers();
+        throw;
+    }
+}
+
 int ReportProblems(const std::vector<std::string>& problems) {
     for (const std::string& problem : problems) std::fprintf(stderr, "problem: %s\n", problem.c_str());
     return problems.empty() ? 0 : 1;
@@ -116,23 +205,17 @@ int ListCommands(const Places& places, const std::string& mode) {
 }
 
 int RunCommand(const Places& places, const RunOptions& options) {
-    SimHost host(SetupFor(places));
+    HostSetup setup = SetupFor(places);
+    // Outlives the host, which has the copied module loaded.
+    std::optional<PluginCopy> copy;
+    if (!options.settings.empty()) {
+        setup.pluginHome = copy.emplace(setup.pluginHome).Home();
+        for (const std::string& setting : options.settings) copy->Set(setting);
+    }
+    SimHost host(setup);
     Session& session = host.State();
-    if (session.screen.FindCommand(options.command) == nullptr)
-        throw BadInput("unknown command \"" + options.command + "\"; `hostsim commands` lists them");
-    if (!options.script.empty()) {
-        const std::vector<std::string> errors =
-            LoadUserScript(fs::path(Wide(options.script)), session.user, session.models);
-        for (const std::string& error : errors) std::fprintf(stderr, "%s\n", error.c_str());
-        if (!errors.empty()) throw BadInput("the user script cannot be played");
-    }
-    if (!options.model.empty()) {
-        SimModel& model = RetrieveModel(session.models, options.model);
-        host.Open(model);
-        if (!options.mode.empty()) host.Open(model, ModeFromText(options.mode));
-    } else if (!options.mode.empty()) {
-        session.models.currentMode = static_cast<int>(ModeFromText(options.mode));
-    }
+    const bool rightClick = Prepare(host, options);
+    const SimModel* before = session.models.current;
 
     if (Spreadsheet::IsRegistered())
         host.Spreadsheet().UseRegistered();
@@ -142,9 +225,11 @@ int RunCommand(const Places& places, const RunOptions& options) {
     session.user.progress.realClock = true;
     // A person at the command line sees where the command leaves the directory; it is no fault by itself.
     host.AllowDirectoryChange();
-    const ProError status = host.Run(options.command);
+    const ProError status = rightClick ? host.RunFromPopup(options.command) : host.Run(options.command);
     if (options.trace) PrintTrace(session.report);
     PrintSeen(session.user);
+    if (const SimModel* shown = session.models.current; shown != before && shown != nullptr)
+        std::printf("shown          %s\n", FileLabel(*shown).c_str());
     std::printf("%s answered %d\n", options.command.c_str(), static_cast<int>(status));
     if (options.profile) PrintProfile(session.report);
     PrintDamagedFiles(session.models);
@@ -160,9 +245,11 @@ int ListModels(const Places& places) {
     return 0;
 }
 
-int ShowModel(const Places& places, const std::string& model, int levels) {
+int ShowModel(const Places& places, const std::string& model, int levels, bool withIds) {
     ModelStore models(fs::absolute(places.workspace));
-    PrintModel(RetrieveModel(models, model), levels);
+    const SimModel& shown = RetrieveModel(models, model);
+    PrintModel(shown, levels, withIds);
+    if (withIds) PrintItems(shown);
     PrintDamagedFiles(models);
     return models.Problems().empty() ? 0 : 1;
 }
@@ -174,14 +261,22 @@ int ListExports(const fs::path& folder) {
     return 0;
 }
 
+int ShowSheet(const fs::path& file) {
+    const std::optional<Sheet> sheet = ReadXlsx(fs::absolute(file));
+    if (!sheet) throw BadInput(Utf8(file.wstring()) + " is no workbook that can be read");
+    PrintSheet(*sheet);
+    return 0;
+}
+
 int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile) {
     SimHost host(SetupFor(places));
     Session& session = host.State();
     std::string fault;
     Dialog* shown = session.screen.LoadDialog(dialog, dialog, fault);
     if (shown == nullptr) throw BadInput("cannot show the dialog " + dialog + ": " + fault);
-    std::printf("%s", SimDialog(session.screen, session.user, *shown).Picture().c_str());
-    if (!svgFile.empty()) std::ofstream(fs::path(Wide(svgFile)), std::ios::binary) << DialogSvg(*shown);
+    const SimDialog seen(session.screen, session.user, *shown);
+    std::printf("%s", seen.Picture().c_str());
+    if (!svgFile.empty()) std::ofstream(fs::path(Wide(svgFile)), std::ios::binary) << seen.Drawing();
     session.screen.DestroyDialog(dialog);
     return ReportProblems(host.TakeProblems());
 }

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace sim::cli {
 
@@ -22,9 +23,12 @@ struct Places {
 
 struct RunOptions {
     std::string command;
-    std::string model;   // "name" or "name.ext"; empty: no model is open
-    std::string script;  // user script file, empty: nobody sits before the screen
-    std::string mode;    // overrides the model's own mode
+    std::string model;                  // "name" or "name.ext"; empty: no model is open
+    std::string script;                 // user script file, empty: nobody sits before the screen
+    std::string mode;                   // overrides the model's own mode
+    std::vector<std::string> selected;  // each in the words of a user script's `selected`
+    bool rightClick = false;            // from the right-click menu, even if the command stands in the menu
+    std::vector<std::string> settings;  // "SECTION=VALUE", for this run alone
     bool trace = false;
     bool profile = false;
     bool save = false;  // saves what was changed, as the user would afterwards
@@ -42,8 +46,11 @@ struct GenerateOptions {
 int ListCommands(const Places& places, const std::string& mode);
 int RunCommand(const Places& places, const RunOptions& options);
 int ListModels(const Places& places);
-int ShowModel(const Places& places, const std::string& model, int levels);
+// `withIds`: identifiers of components, features and geometry as well, as picks name them.
+int ShowModel(const Places& places, const std::string& model, int levels, bool withIds);
 int ListExports(const std::filesystem::path& folder);
+// Prints the first sheet of a workbook.
+int ShowSheet(const std::filesystem::path& file);
 int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile);
 int Check(const Places& places);
 int Generate(const Places& places, const GenerateOptions& options);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,9 @@ struct Line {
     RunOptions run;
     std::string model;
     int levels = 25;
+    bool withIds = false;
     std::filesystem::path exportFolder;
+    std::filesystem::path workbook;
     std::string dialog;
     std::string svgFile;
     GenerateOptions generate;
@@ -51,12 +54,30 @@ void AddPluginCommands(CLI::App& app, Line& line) {
 
     RunOptions& run = line.run;
     CLI::App* command = app.add_subcommand("run", "run one command of the plug-in");
-    command->add_option("COMMAND", run.command, "command name, see `hostsim commands`")->required();
+    command
+        ->add_option("COMMAND", run.command,
+                     "command name, see `hostsim commands`, or an entry of the right-click menu")
+        ->required();
     AddFolder(command, "--workspace", line.places.workspace, "folder with the models (working directory)")
         ->required();
     command->add_option("--model", run.model, "model to open first, e.g. pump or pump.asm");
     command->add_option("--user", run.script, "script of the playing user")->type_name("FILE");
     command->add_option("--mode", run.mode, "open the model in this mode instead of its own");
+    command
+        ->add_option(
+            "--select", run.selected,
+            "what is selected, e.g. \"bolt path 3 5\" or \"bolt item surface 7 and nut\"; `hostsim show "
+            "--ids` tells the numbers")
+        ->type_name("PICKS")
+        ->allow_extra_args(false);
+    command->add_flag("--right-click", run.rightClick,
+                      "choose COMMAND from the right-click menu (implied if it is nowhere else)");
+    command
+        ->add_option("--setting", run.settings,
+                     "change KvConfig.ini in a copy of the plug-in for this run, e.g. RmbDisable=0: with the "
+                     "right-click menu")
+        ->type_name("SECTION[.KEY]=VALUE")
+        ->allow_extra_args(false);
     command->add_flag("--trace", run.trace, "print every host call");
     command->add_flag("--profile", run.profile, "print calls by function, times and memory");
     command->add_flag("--save", run.save, "save changed models afterwards, as the user would");
@@ -83,11 +104,9 @@ void AddModelCommands(CLI::App& app, Line& line) {
     show->add_option("MODEL", line.model, "name or name.ext")->required();
     AddFolder(show, "--workspace", line.places.workspace, "folder with the models")->required();
     show->add_option("--levels", line.levels, "depth of the component tree")->check(CLI::Range(0, 25));
-    show->callback([&line] { line.exitCode = sim::cli::ShowModel(line.places, line.model, line.levels); });
-
-    CLI::App* exports = app.add_subcommand("exports", "list exported files and what they hold");
-    AddFolder(exports, "FOLDER", line.exportFolder, "folder to search, with all below it")->required();
-    exports->callback([&line] { line.exitCode = sim::cli::ListExports(line.exportFolder); });
+    show->add_flag("--ids", line.withIds, "with the identifiers that --select and picks name");
+    show->callback(
+        [&line] { line.exitCode = sim::cli::ShowModel(line.places, line.model, line.levels, line.withIds); });
 
     GenerateOptions& generate = line.generate;
     CLI::App* generator =
@@ -110,6 +129,16 @@ void AddModelCommands(CLI::App& app, Line& line) {
     generator->callback([&line] { line.exitCode = sim::cli::Generate(line.places, line.generate); });
 }
 
+void AddFileCommands(CLI::App& app, Line& line) {
+    CLI::App* exports = app.add_subcommand("exports", "list exported files and what they hold");
+    AddFolder(exports, "FOLDER", line.exportFolder, "folder to search, with all below it")->required();
+    exports->callback([&line] { line.exitCode = sim::cli::ListExports(line.exportFolder); });
+
+    CLI::App* sheet = app.add_subcommand("sheet", "print the first sheet of a workbook");
+    AddFolder(sheet, "FILE", line.workbook, "workbook, e.g. pump_bom.xlsx")->required()->type_name("");
+    sheet->callback([&line] { line.exitCode = sim::cli::ShowSheet(line.workbook); });
+}
+
 int Main(std::vector<std::string> arguments) {
     CLI::App app{
         "hostsim stands in for a CAD host: it loads the Korvane plug-in, shows its menu, runs its commands "
@@ -117,6 +146,8 @@ int Main(std::vector<std::string> arguments) {
         "in a folder, and reports every call. Exit code 0: done; 1: a problem, named; 2: the call was "
         "wrong."};
     app.name("hostsim");
+    // A path that begins with a slash is no option.
+    app.allow_windows_style_options(false);
     app.require_subcommand(1);
     app.fallthrough();
     app.set_help_all_flag("--help-all", "help of all sub-commands");
@@ -125,6 +156,7 @@ int Main(std::vector<std::string> arguments) {
               "home of the plug-in (default: ../korvane beside this program)");
     AddPluginCommands(app, line);
     AddModelCommands(app, line);
+    AddFileCommands(app, line);
     AddTextTreeCommands(app, line);
 
     try {
@@ -137,6 +169,10 @@ int Main(std::vector<std::string> arguments) {
     } catch (const sim::cli::BadInput& error) {
         std::fprintf(stderr, "hostsim: %s\n", error.what());
         return 2;
+    } catch (const std::exception& error) {
+        // Nothing is left to be done about it, but the user hears of it.
+        std::fprintf(stderr, "hostsim: broken off: %s\n", error.what());
+        return 1;
     }
     return line.exitCode;
 }

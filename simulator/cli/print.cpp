@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
 #include "simulator/windows/plugin_heap.h"
 
@@ -52,19 +53,38 @@ const char* SubtypeText(ModelSubtype subtype) {
     }
 }
 
-void PrintComponents(const SimModel& model, int level, int levels, std::vector<const SimModel*>& above) {
-    if (level > levels) return;
-    above.push_back(&model);
+std::string CellText(const CellValue& value) {
+    char number[32];
+    switch (value.kind) {
+        case CellKind::kNumber:
+            std::snprintf(number, sizeof number, "%.15g", value.number);
+            return number;
+        case CellKind::kTruth:
+            return value.number == 0 ? "FALSE" : "TRUE";
+        default:
+            return Visible(value.text);
+    }
+}
+
+struct TreePrint {
+    int levels;
+    bool withIds;
+    std::vector<const SimModel*> above;
+};
+
+void PrintComponents(const SimModel& model, int level, TreePrint& print) {
+    if (level > print.levels) return;
+    print.above.push_back(&model);
     for (const Feature& feature : model.Features()) {
-        if (feature.type != 1000) continue;
+        if (feature.type != kComponentType) continue;
+        const std::string id = print.withIds ? std::to_string(feature.id) + "  " : std::string();
         const std::string name =
             feature.component == nullptr ? Utf8(feature.missingName) : FileLabel(*feature.component);
-        std::printf("%*s%s%s\n", 2 * level, "", name.c_str(), StateText(feature).c_str());
-        const bool contained = std::find(above.begin(), above.end(), feature.component) != above.end();
-        if (feature.component != nullptr && !contained)
-            PrintComponents(*feature.component, level + 1, levels, above);
+        std::printf("%*s%s%s%s\n", 2 * level, "", id.c_str(), name.c_str(), StateText(feature).c_str());
+        const bool contained = std::ranges::find(print.above, feature.component) != print.above.end();
+        if (feature.component != nullptr && !contained) PrintComponents(*feature.component, level + 1, print);
     }
-    above.pop_back();
+    print.above.pop_back();
 }
 
 // Each with the views on it.
@@ -104,7 +124,7 @@ void PrintMenu(Session& session) {
                     AccessText(row.access), Utf8(row.label).c_str(), Utf8(row.help).c_str());
 }
 
-void PrintModel(const SimModel& model, int levels) {
+void PrintModel(const SimModel& model, int levels, bool withIds) {
     std::printf("%s%s%s\n", FileLabel(model).c_str(), SubtypeText(model.Subtype()),
                 model.IsReadOnly() ? "  read-only" : "");
     if (!model.Parameters().empty()) std::printf("parameters\n");
@@ -116,8 +136,20 @@ void PrintModel(const SimModel& model, int levels) {
     if (model.MfgAssembly() != nullptr) std::printf("assembly %s\n", FileLabel(*model.MfgAssembly()).c_str());
     if (model.Features().empty()) return;
     std::printf("components\n");
-    std::vector<const SimModel*> above;
-    PrintComponents(model, 1, levels, above);
+    TreePrint print{levels, withIds, {}};
+    PrintComponents(model, 1, print);
+}
+
+void PrintItems(const SimModel& model) {
+    std::string items;
+    for (const Feature& feature : model.Features())
+        if (feature.type != kComponentType)
+            items +=
+                "  feature " + std::to_string(feature.id) + "  type " + std::to_string(feature.type) + "\n";
+    for (const auto& surface : model.Surfaces()) items += "  surface " + std::to_string(surface->id) + "\n";
+    for (const CoordinateSystem& system : model.CoordinateSystems())
+        items += "  csys " + std::to_string(system.id) + "  " + Utf8(system.name) + "\n";
+    if (!items.empty()) std::printf("items\n%s", items.c_str());
 }
 
 void PrintExports(const std::vector<ExportedFile>& files) {
@@ -133,6 +165,24 @@ void PrintExports(const std::vector<ExportedFile>& files) {
                     Utf8(file.record.model).c_str(), sheets.c_str(), options.c_str());
     }
     std::printf("%zu exported files\n", files.size());
+}
+
+void PrintSheet(const Sheet& sheet) {
+    int columns = 0;
+    for (int row = 1; row <= sheet.LastRow(); ++row) columns = std::max(columns, sheet.LastColumn(row));
+    std::vector<std::vector<std::string>> lines;
+    for (int row = 1; row <= sheet.LastRow(); ++row) {
+        lines.emplace_back();
+        for (int column = 1; column <= columns; ++column)
+            lines.back().push_back(CellText(sheet.Value(row, column)));
+    }
+    AlignColumns(lines);
+    for (const std::vector<std::string>& fields : lines) {
+        std::string line;
+        for (const std::string& field : fields) line += field + " | ";
+        line.resize(line.size() - std::min<std::size_t>(line.size(), 2));
+        std::printf("%s\n", line.substr(0, line.find_last_not_of(' ') + 1).c_str());
+    }
 }
 
 void PrintTrace(const Report& report) {

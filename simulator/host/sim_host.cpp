@@ -210,13 +210,33 @@ struct SimHost::Before {
 };
 
 ProError SimHost::Run(std::string_view command) {
+    return RunWatched([&] { return session_->screen.RunCommand(command); });
+}
+
+ProError SimHost::RunFromPopup(std::string_view entry) {
+    return RunWatched([&] {
+        Interface& screen = session_->screen;
+        screen.OpenPopup(kSelectionMenu);
+        const ProError status = screen.ChoosePopupEntry(entry);
+        screen.ClosePopup();
+        return status;
+    });
+}
+
+std::vector<PopupButton> SimHost::RightClick() {
+    std::vector<PopupButton> entries = session_->screen.OpenPopup(kSelectionMenu).buttons;
+    session_->screen.ClosePopup();
+    return entries;
+}
+
+ProError SimHost::RunWatched(const std::function<ProError()>& command) {
     ResetPluginHeap();
     std::error_code error;
     const Before before = {WorkingDirectory(), fs::current_path(error), session_->configOptions,
                            PluginHeap()};
     session_->desk.StartCommand();
     session_->report.ResetCalls();
-    const ProError status = session_->screen.RunCommand(command);
+    const ProError status = command();
     LookForLeftovers(before);
     return status;
 }
@@ -242,8 +262,8 @@ void SimHost::LookForLeftovers(const Before& before) {
     for (const std::string& line : session_->desk.Leftovers()) problems_.push_back(line);
 }
 
-// A command gives back all that it has allocated. Only the first exception of a loaded module has the run-time
-// library make something for good.
+// A command gives back all that it has allocated. Only the first exception of a loaded module has the
+// run-time library make something for good.
 void SimHost::LookForMemory(const PluginHeapFigures& before) {
     const PluginHeapFigures now = PluginHeap();
     const bool isFirstThrow = now.failed > 0 && !hasThrown_;

@@ -47,6 +47,8 @@ enum class HostMode {
 };
 
 inline constexpr int kNotRegistered = -2;
+// The right-click menu of the graphics window and the model tree.
+inline constexpr char kSelectionMenu[] = "Sel Obj Menu";
 
 class SimHost {
 public:
@@ -95,6 +97,10 @@ public:
     // After it the host looks for what was left behind: open items, automation objects, memory of the
     // plug-in, a changed working directory (the host's and the process's), changed options.
     ProError Run(std::string_view command);
+    // Right-clicks on what is selected and chooses an entry, by its name or label; refused like Run.
+    ProError RunFromPopup(std::string_view entry);
+    // Right-clicks on what is selected and takes nothing; answers what the menu held, hidden entries too.
+    std::vector<PopupButton> RightClick();
     // Availability of a command as the host would show it: 0 hidden, 1 greyed, 3 available; else
     // kNotRegistered.
     int Availability(std::string_view command);
@@ -142,6 +148,7 @@ public:
 private:
     SimModel& Add(std::wstring_view name, ModelKind kind, ModelSubtype subtype);
     struct Before;
+    ProError RunWatched(const std::function<ProError()>& command);
     void LookForLeftovers(const Before& before);
     void LookForMemory(const PluginHeapFigures& before);
 

@@ -57,7 +57,7 @@ Size MeasureTable(const Component& table) {
     for (const Table::Line& column : table.table.Columns()) width += ColumnPixels(column);
     width = std::max({width, table.Integer("MinColumns", 0) * kColumnWidth, 120.0});
     const int rows = table.Integer("VisibleRows", table.Integer("MinRows", 8));
-    return {width + kArrow, kTableRow * (rows + 1)};
+    return {width + kArrow, kTableRow * (rows + 1) + 2};
 }
 
 Size MeasureEntries(const Component& group, double mark) {

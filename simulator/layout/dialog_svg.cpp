@@ -1,6 +1,7 @@
 // Draws a dialog as a picture of its window.
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <vector>
 
@@ -21,7 +22,9 @@ constexpr const char* kStyle =
     ".default{fill:#e1e1e1;stroke:#0078d7;stroke-width:2}.mark{fill:#fff;stroke:#333}.dot{fill:#333}"
     ".line{stroke:#333;fill:none;stroke-width:1.4}.head{fill:#fafafa;stroke:#e5e5e5}.cell{fill:none;stroke:#"
     "e5e5e5}"
-    ".chosen{fill:#cce8ff}.rule{stroke:#d0d0d0}.bar2{fill:#06b025}";
+    ".chosen{fill:#cce8ff}.tint{fill:#fff2cc}.thumb{fill:#c8c8c8}.rule{stroke:#d0d0d0}.bar2{fill:#06b025}";
+
+constexpr double kWidestFitted = 24 * kColumnWidth;  // of a column that is fitted to its texts
 
 std::string Number(double value) {
     char text[32];
@@ -52,9 +55,23 @@ std::string Escaped(std::wstring_view text) {
     return escaped;
 }
 
+std::string Base64(std::string_view bytes) {
+    constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (std::size_t at = 0; at < bytes.size(); at += 3) {
+        const std::size_t taken = std::min<std::size_t>(bytes.size() - at, 3);
+        std::uint32_t group = 0;
+        for (std::size_t i = 0; i < 3; ++i)
+            group = group << 8U | (i < taken ? static_cast<unsigned char>(bytes[at + i]) : 0U);
+        for (std::size_t i = 0; i < 4; ++i) text += i <= taken ? kDigits[group >> (18 - 6 * i) & 63U] : '=';
+    }
+    return text;
+}
+
 class Drawing {
 public:
-    explicit Drawing(const Dialog& dialog) : dialog_(dialog), measure_(dialog) {}
+    Drawing(const Dialog& dialog, const ImageReader& images)
+        : dialog_(dialog), measure_(dialog), images_(images) {}
 
     std::string Draw() {
         const ResContainer* top =
@@ -129,10 +146,14 @@ private:
                 Escaped(text) + "</text>\n";
     }
 
-    // Text cut to a width, as a field would.
-    void Clipped(const Area& area, std::wstring_view text, bool grey) {
+    // Text cut to a width, as a field would; `mark` then stands for what is missing.
+    void Clipped(const Area& area, std::wstring_view text, bool grey, std::wstring_view mark = {}) {
+        const double room = area.width - 6;
         std::wstring shown(text);
-        while (!shown.empty() && TextWidth(shown) > area.width - 6) shown.pop_back();
+        if (TextWidth(shown) > room) {
+            while (!shown.empty() && TextWidth(shown) + TextWidth(mark) > room) shown.pop_back();
+            shown += mark;
+        }
         Text(area.x + 4, area.y + area.height / 2, shown, grey);
     }
 
@@ -174,7 +195,7 @@ private:
                 DrawSeparator(area);
                 break;
             case ComponentKind::kDrawingArea:
-                Box(area, "field");
+                DrawImages(component, area);
                 break;
             case ComponentKind::kLayout:
                 DrawLayout(component, area);
@@ -225,29 +246,65 @@ private:
     }
 
     void DrawTable(const Component& component, const Area& area) {
+        const Table& table = component.table;
         Box(area, "field");
-        const std::vector<std::string> selected = component.table.SelectedRows();
-        const auto isSelected = [&](const std::string& row) {
-            return std::find(selected.begin(), selected.end(), row) != selected.end();
-        };
+        std::vector<std::string> rows;
+        for (const Table::Line& row : table.Rows())
+            if (table.IsInSight(row.name)) rows.push_back(row.name);
+        const auto room = static_cast<std::size_t>(std::max((area.height - 2) / kTableRow - 1, 0.0));
+        const std::size_t all = rows.size();
+        const bool scrolls = all > room;
+        rows.resize(std::min(all, room));
+        const double right = area.x + area.width - 1 - (scrolls ? kArrow : 0);
         double x = area.x + 1;
-        const double fits = (area.height - kTableRow) / kTableRow;
-        for (const Table::Line& column : component.table.Columns()) {
-            const double width = std::min(ColumnPixels(column), area.x + area.width - 1 - x);
+        for (const Table::Line& column : table.Columns()) {
+            const double width = std::min(DrawnWidth(table, column, rows), right - x);
             if (width <= 0) break;
-            Box({x, area.y + 1, width, kTableRow}, "head");
-            Clipped({x, area.y + 1, width, kTableRow}, column.label, false);
-            double y = area.y + 1 + kTableRow;
-            for (std::size_t i = 0; i < component.table.Rows().size() && static_cast<double>(i) + 1 < fits;
-                 ++i) {
-                const std::string& row = component.table.Rows()[i].name;
-                if (isSelected(row)) Box({x, y, width, kTableRow}, "chosen");
-                Box({x, y, width, kTableRow}, "cell");
-                Clipped({x, y, width, kTableRow}, component.table.Cell(row, column.name)->label, false);
-                y += kTableRow;
+            Area cell = {x, area.y + 1, width, kTableRow};
+            Box(cell, "head");
+            Clipped(cell, column.label, false);
+            for (const std::string& row : rows) {
+                cell.y += kTableRow;
+                DrawCell(component, {row, column.name}, cell);
             }
             x += width;
         }
+        if (scrolls)
+            DrawScrollBar({right, area.y + 1, kArrow, area.height - 2},
+                          static_cast<double>(room) / static_cast<double>(all));
+    }
+
+    // A column without a width of its own is as wide as a user would make it.
+    static double DrawnWidth(const Table& table, const Table::Line& column,
+                             const std::vector<std::string>& rows) {
+        double width = ColumnPixels(column);
+        for (std::size_t i = 0; column.width == 0 && i < rows.size(); ++i)
+            width = std::max(width, TextWidth(table.Cell(rows[i], column.name)->label) + 12);
+        return std::min(width, std::max(ColumnPixels(column), kWidestFitted));
+    }
+
+    void DrawCell(const Component& table, const CellName& name, const Area& area) {
+        const TableCell& cell = *table.table.Cell(name.row, name.column);
+        const std::vector<std::string> selected = table.table.SelectedRows();
+        if (std::find(selected.begin(), selected.end(), name.row) != selected.end())
+            Box(area, "chosen");
+        else if (cell.background.value_or(0) != 0)
+            Box(area, "tint");
+        Box(area, "cell");
+        const Component* inside = cell.component.empty() ? nullptr : dialog_.Find(cell.component);
+        if (inside == nullptr)
+            Clipped(area, cell.label, false, L"\u2026");
+        else
+            DrawComponent(*inside, {area.x + 4, area.y, area.width - 4, area.height});
+    }
+
+    // `part`: how much of the whole is in sight, from its beginning.
+    void DrawScrollBar(const Area& area, double part) {
+        Box(area, "head");
+        Box({area.x + 3, area.y + kArrow, area.width - 6, (area.height - 2 * kArrow) * part}, "thumb");
+        const std::string middle = Number(area.x + area.width / 2 - 4);
+        Path("M" + middle + " " + Number(area.y + 10) + "l4 -4l4 4");
+        Path("M" + middle + " " + Number(area.y + area.height - 10) + "l4 4l4 -4");
     }
 
     void DrawList(const Component& list, const Area& area) {
@@ -259,6 +316,20 @@ private:
             if (on) Box({area.x + 1, y, area.width - 2, kLineHeight}, "chosen");
             Clipped({area.x, y, area.width, kLineHeight}, list.labels[i], false);
             y += kLineHeight;
+        }
+    }
+
+    void DrawImages(const Component& component, const Area& area) {
+        Box(area, "field");
+        for (const std::string& name : component.drawn) {
+            const std::string bytes = images_ ? images_(name) : std::string();
+            if (bytes.empty()) continue;
+            svg_ += "<image x=\"" + Number(area.x + 1) + "\" y=\"" + Number(area.y + 1) + "\" width=\"" +
+                    Number(area.width - 2) + "\" height=\"" + Number(area.height - 2) +
+                    "\" preserveAspectRatio=\"xMinYMin\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
+                    "xlink:href=\"data:" +
+                    std::string(bytes.starts_with("GIF") ? "image/gif" : "image/bmp") + ";base64," +
+                    Base64(bytes) + "\"/>\n";
         }
     }
 
@@ -333,13 +404,14 @@ private:
 
     const Dialog& dialog_;
     DialogMeasure measure_;
+    const ImageReader& images_;
     std::string svg_;
 };
 
 }  // namespace
 
-std::string DialogSvg(const Dialog& dialog) {
-    return Drawing(dialog).Draw();
+std::string DialogSvg(const Dialog& dialog, const ImageReader& images) {
+    return Drawing(dialog, images).Draw();
 }
 
 }  // namespace sim

@@ -80,15 +80,6 @@ std::size_t Places(std::string_view text) {
     return places;
 }
 
-// Fills the fields of each column up with blanks to the widest of them.
-void AlignColumns(std::vector<std::vector<std::string>>& lines) {
-    for (std::size_t column = 0; column < lines.front().size(); ++column) {
-        std::size_t widest = 0;
-        for (const auto& line : lines) widest = std::max(widest, Places(line[column]));
-        for (auto& line : lines) line[column].append(widest - Places(line[column]), ' ');
-    }
-}
-
 // The dialog as lines, grid by grid.
 class TextPicture {
 public:
@@ -251,6 +242,15 @@ private:
 };
 
 }  // namespace
+
+void AlignColumns(std::vector<std::vector<std::string>>& lines) {
+    if (lines.empty()) return;
+    for (std::size_t column = 0; column < lines.front().size(); ++column) {
+        std::size_t widest = 0;
+        for (const auto& line : lines) widest = std::max(widest, Places(line[column]));
+        for (auto& line : lines) line[column].append(widest - Places(line[column]), ' ');
+    }
+}
 
 std::wstring ShownText(const Component& component) {
     switch (component.kind) {

@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "simulator/layout/dialog.h"
 
@@ -14,7 +16,15 @@ std::wstring ShownText(const Component& component);
 // The dialog as indented text in layout order: frames, labels, values, what is greyed or hidden.
 std::string DialogText(const Dialog& dialog);
 
-// The dialog as an SVG file, laid out by its grids, in the look of a plain Windows dialog.
-std::string DialogSvg(const Dialog& dialog);
+// The bytes of an image file that a drawing area shows; empty: none.
+using ImageReader = std::function<std::string(const std::string& name)>;
+
+// The dialog as an SVG file, laid out by its grids, in the look of a plain Windows dialog, with all that is
+// filled in, ticked, chosen and drawn.
+std::string DialogSvg(const Dialog& dialog, const ImageReader& images = {});
+
+// Fills the fields of each column up with blanks to the widest of them, as a terminal shows them. All lines
+// have as many fields.
+void AlignColumns(std::vector<std::vector<std::string>>& lines);
 
 }  // namespace sim

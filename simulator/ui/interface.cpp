@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "simulator/layout/text_file.h"
 #include "simulator/report/call_plugin.h"
 #include "simulator/report/utf8.h"
 #include "simulator/ui/sim_dialog.h"
@@ -111,6 +112,11 @@ std::vector<std::string> Interface::OpenDialogs() const {
     std::vector<std::string> names;
     for (const auto& [name, dialog] : dialogs_) names.push_back(name);
     return names;
+}
+
+std::string Interface::ImageBytes(const std::string& name) const {
+    const fs::path file = texts_.FindFile(fs::path("resource") / Wide(name));
+    return file.empty() ? std::string() : ReadBytes(file).value_or(std::string());
 }
 
 int Interface::Activate(Dialog& dialog) {
@@ -320,7 +326,8 @@ ProError Interface::ChoosePopupEntry(std::string_view entry) {
     const bool shown = button != popup_->buttons.end() && button->state > ACCESS_INVISIBLE;
     if (!shown || button->state != ACCESS_AVAILABLE) {
         user_.Problem("the popup menu \"" + popup_->name +
-                      (shown ? "\" shows greyed: \"" : "\" does not show \"") + std::string(entry) + "\"");
+                      (shown ? "\" shows greyed: \"" : "\" does not show \"") + std::string(entry) + "\"" +
+                      (desk_.selected.empty() ? ": nothing is selected" : ""));
         return shown ? PRO_TK_CANT_ACCESS : PRO_TK_E_NOT_FOUND;
     }
     Command& command = *button->command;

@@ -118,6 +118,8 @@ public:
     Dialog* FindDialog(std::string_view sessionName);
     bool DestroyDialog(std::string_view sessionName);
     std::vector<std::string> OpenDialogs() const;
+    // An image file of the text tree; empty: there is none.
+    std::string ImageBytes(const std::string& name) const;
     // The dialog that has the key focus now; null: none.
     Dialog* ActiveDialog() const { return active_.empty() ? nullptr : active_.back(); }
     // Shows the dialog, lets the user play, and answers the status that the plug-in ended it with.

@@ -330,4 +330,8 @@ std::string SimDialog::Picture() const {
     return DialogText(dialog_);
 }
 
+std::string SimDialog::Drawing() const {
+    return DialogSvg(dialog_, [this](const std::string& name) { return screen_.ImageBytes(name); });
+}
+
 }  // namespace sim

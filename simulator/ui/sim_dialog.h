@@ -57,6 +57,8 @@ public:
     bool IsAboveActiveWindow() const;
     // The whole dialog as indented text, in layout order: what `hostsim run` prints.
     std::string Picture() const;
+    // The same as an SVG file: the window with all that is filled in.
+    std::string Drawing() const;
 
 private:
     Interface& screen_;

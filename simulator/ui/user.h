@@ -83,6 +83,9 @@ public:
     std::deque<int> boxAnswers;  // for boxes with more than an OK button: IDYES, IDNO, ...
     ProgressPlay progress;
     bool programsFail = false;  // Windows starts nothing
+    // What the user does before the command: selects, and asks for the right-click menu to start it from.
+    std::vector<Pick> selected;
+    bool rightClicks = false;
     // The user's local application data.
     std::filesystem::path localData;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <optional>
@@ -133,7 +134,7 @@ constexpr StepRule kDialogSteps[] = {
     {L"doubleclick", 3, 3, "doubleclick TABLE ROW COLUMN"},
     {L"sort", 2, 3, "sort TABLE COLUMN [down]"},
     {L"filter", 1, 3, "filter TABLE [COLUMN \"TEXT\"]"},
-    {L"show", 0, 0, "show"},
+    {L"show", 0, 1, "show [FILE.svg]"},
     {L"close", 0, 0, "close"},
     {L"expect", 2, 5, "expect text COMPONENT \"TEXT\" (or title, message, checked, cell, selected)"},
 };
@@ -163,6 +164,8 @@ void CheckDialogStep(const Step& step) {
     if (step.Is(L"sort") && step.words.size() == 4 && step.words[3].text != L"down")
         Fail(step, step.words[3], "expected down");
     if (step.Is(L"filter") && step.words.size() == 3) Fail(step, step.words[2], "expected a text after it");
+    if (step.Is(L"show") && step.words.size() == 2 && !UpperName(step.words[1].text).ends_with(L".SVG"))
+        Fail(step, step.words[1], "expected a file FILE.svg");
     if (!step.Is(L"expect")) return;
     const StepRule* expectation = FindStepRule(kExpectations, step.words[1]);
     if (expectation == nullptr)
@@ -206,9 +209,20 @@ private:
         if (step.Is(L"sort"))
             dialog_.SortRows(component, step.words[2].Narrow(), step.words.back().text == L"down");
         if (step.Is(L"filter")) Filter(step, component);
-        if (step.Is(L"show")) std::fputs(dialog_.Picture().c_str(), stdout);
+        if (step.Is(L"show")) Show(step);
         if (step.Is(L"close")) dialog_.Close();
         if (step.Is(L"expect")) Expect(step);
+    }
+
+    void Show(const Step& step) {
+        if (step.words.size() == 1) {
+            std::fputs(dialog_.Picture().c_str(), stdout);
+            return;
+        }
+        std::ofstream file(std::filesystem::path(step.words[1].text), std::ios::binary);
+        file << dialog_.Drawing();
+        file.close();
+        if (!file) user_.Problem("cannot write " + step.words[1].Narrow());
     }
 
     void Filter(const Step& step, const std::string& table) {
@@ -291,6 +305,8 @@ public:
         Append(user_.prompts, read_.prompts);
         Append(user_.picks, read_.picks);
         Append(user_.boxAnswers, read_.boxAnswers);
+        Append(user_.selected, read_.selected);
+        user_.rightClicks = user_.rightClicks || read_.rightClicks;
     }
 
 private:
@@ -318,6 +334,10 @@ private:
             ArrangePick(step);
         else if (step.Is(L"answer"))
             ArrangeBoxAnswer(step);
+        else if (step.Is(L"selected"))
+            ArrangeSelected(step);
+        else if (step.Is(L"rightclick"))
+            ArrangeRightClick(step);
         else if (FindStepRule(kDialogSteps, step.words.front()) != nullptr)
             Fail(step, step.words.front(), "expected an indented step below a dialog line");
         else
@@ -360,6 +380,16 @@ private:
         else if (!single || step.words[1].text != L"none")
             for (std::size_t at = 1; at < step.words.size();) answer.picks.push_back(TakePick(step, at));
         read_.picks.push_back(std::move(answer));
+    }
+
+    void ArrangeSelected(const Step& step) {
+        NeedWords(step, 1, kAny, "selected MODEL [item TYPE ID] [path ID...] [and MODEL...]");
+        for (std::size_t at = 1; at < step.words.size();) read_.selected.push_back(TakePick(step, at));
+    }
+
+    void ArrangeRightClick(const Step& step) {
+        NeedWords(step, 0, 0, "rightclick");
+        read_.rightClicks = true;
     }
 
     Pick TakePick(const Step& step, std::size_t& at) {
@@ -435,6 +465,17 @@ std::vector<std::string> ArrangeUserScript(std::string_view bytes, const std::fi
         errors.push_back(FindingPlace(file, error.line, error.column) + error.text);
     }
     return errors;
+}
+
+std::vector<std::string> ArrangeSelection(std::string_view picks, User& user, ModelStore& models) {
+    try {
+        Arranger arranger(user, models, {});
+        arranger.Run({ReadStep(L"selected " + Wide(picks), 1)});
+        arranger.Arrange();
+    } catch (const ScriptError& error) {
+        return {error.text};
+    }
+    return {};
 }
 
 std::vector<std::string> LoadUserScript(const std::filesystem::path& file, User& user, ModelStore& models) {

@@ -18,6 +18,7 @@
 //       expect selected bom_list "1 2"
 //       expect message "\tDone!\t"     text of the last message box
 //       show                           prints the dialog
+//       show "kvbom.svg"               draws it into a file of the folder that the program was started in
 //       close                          the close box
 //     folder "C:\\backup"              answers, each kind used in order; also: folder cancel
 //     file "C:\\a.drw"                 also: file cancel
@@ -25,6 +26,8 @@
 //     pick BOLT                        also: pick none, pick quit, pick BOLT and NUT,
 //                                      pick BOLT item surface 7 path 3 5
 //     answer yes                       of a box with several buttons: yes, no, ok, cancel
+//     selected BOLT path 3             before the command starts, in the words of pick; lines add up
+//     rightclick                       the command is chosen from the right-click menu of what is selected
 //
 // Texts with blanks stand in quotes; \" \\ \n \t are what they are in C. Files are UTF-8.
 
@@ -48,5 +51,8 @@ std::vector<std::string> LoadUserScript(const std::filesystem::path& file, User&
 // The same from the script's bytes; `file` names it in the lines.
 std::vector<std::string> ArrangeUserScript(std::string_view bytes, const std::filesystem::path& file,
                                            User& user, ModelStore& models);
+
+// Adds to what the user has selected, in the words of `selected`; the mistakes have no place.
+std::vector<std::string> ArrangeSelection(std::string_view picks, User& user, ModelStore& models);
 
 }  // namespace sim

@@ -2,13 +2,18 @@
 
 #include "base/file.h"
 
+#include <algorithm>
+
 #include <windows.h>
 
 #include "base/scope_exit.h"
+#include "base/text.h"
 
 namespace kv {
 
 static constexpr wchar_t kAsidePrefix[] = L"kv";
+
+static DWORD OpenErrorOf(const std::wstring& path, DWORD access);
 
 static ProError ContentWrite(DWORD creation, const std::wstring& path, std::string_view content);
 
@@ -53,6 +58,28 @@ ProError FolderMake(const std::wstring& path) {
     return isFolder ? PRO_TK_NO_ERROR : PRO_TK_INVALID_DIR;
 }
 
+bool IsSamePath(std::wstring_view one, std::wstring_view other) {
+    const auto plain = [](std::wstring_view path) {
+        std::wstring text = UpperCase(path);
+        std::ranges::replace(text, L'/', L'\\');
+        while (text.ends_with(L'\\')) text.pop_back();
+        return text;
+    };
+    return plain(one) == plain(other);
+}
+
+std::vector<std::wstring> FileNamesIn(const std::wstring& path, const wchar_t* pattern) {
+    std::vector<std::wstring> names;
+    WIN32_FIND_DATAW found = {};
+    const HANDLE search = FindFirstFileW((path + pattern).c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return names;
+    const ScopeExit close([search] { FindClose(search); });
+    do {
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) names.emplace_back(found.cFileName);
+    } while (FindNextFileW(search, &found));
+    return names;
+}
+
 std::wstring WithBackslash(std::wstring folder) {
     const bool ended = !folder.empty() && (folder.back() == L'\\' || folder.back() == L'/');
     if (!ended) folder += L'\\';
@@ -72,14 +99,18 @@ static ProError ContentWrite(DWORD creation, const std::wstring& path, std::stri
 }
 
 bool FileIsLocked(const std::wstring& path) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_ALL, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+    DWORD error = OpenErrorOf(path, GENERIC_ALL);
+    // All access takes in the right to change owners, which not everyone has over a file that he may write.
+    if (error == ERROR_ACCESS_DENIED) error = OpenErrorOf(path, GENERIC_READ | GENERIC_WRITE | DELETE);
+    return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+}
+
+static DWORD OpenErrorOf(const std::wstring& path, DWORD access) {
+    const HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
-    }
+    if (file == INVALID_HANDLE_VALUE) return GetLastError();
     CloseHandle(file);
-    return false;
+    return ERROR_SUCCESS;
 }
 
 std::wstring FileSetAside(const std::wstring& path) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <ProToolkit.h>
 
@@ -38,6 +39,13 @@ bool FileExists(const std::wstring& path);
 
 // Makes a folder unless it is there. PRO_TK_INVALID_DIR.
 [[nodiscard]] ProError FolderMake(const std::wstring& path);
+
+// Whether two paths name the same folder, letter case, kind and number of strokes at the end apart.
+bool IsSamePath(std::wstring_view one, std::wstring_view other);
+
+// Names of the files in a folder, without sub-folders; `path` as WithBackslash gives it, `pattern` such as
+// L"*.csv".
+std::vector<std::wstring> FileNamesIn(const std::wstring& path, const wchar_t* pattern);
 
 // The path of a folder with a backslash at its end.
 std::wstring WithBackslash(std::wstring folder);

@@ -43,15 +43,7 @@ ScratchFolder::~ScratchFolder() {
 }
 
 std::vector<std::wstring> ScratchFolder::Files() const {
-    std::vector<std::wstring> files;
-    WIN32_FIND_DATAW entry = {};
-    const HANDLE search = Failed(status_) ? INVALID_HANDLE_VALUE : FindFirstFileW(pattern_.c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE) return files;
-    const ScopeExit close([search] { FindClose(search); });
-    do {
-        if (!IsFolder(entry)) files.emplace_back(entry.cFileName);
-    } while (FindNextFileW(search, &entry));
-    return files;
+    return Failed(status_) ? std::vector<std::wstring>() : FileNamesIn(path_, L"*");
 }
 
 void ScratchFolder::Clear() noexcept {

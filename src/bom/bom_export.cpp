@@ -6,11 +6,13 @@
 #include <vector>
 
 #include "base/file.h"
+#include "base/file_name.h"
 #include "base/scope_exit.h"
 #include "base/status.h"
 #include "bom/bom_table.h"
 #include "model/current_model.h"
 #include "model/model_data.h"
+#include "model/run_report.h"
 #include "office/spreadsheet.h"
 #include "ui/message_box.h"
 #include "ui/save_file.h"
@@ -23,18 +25,23 @@ static constexpr wchar_t kExtension[] = L".xlsx";
 static constexpr wchar_t kTitleEnd[] = L" BOM";
 static constexpr wchar_t kFileLocked[] = L"文件已在excel打开，请关闭后重试";
 static constexpr wchar_t kTooManyColumns[] = L"bom表格列数不得大于26列";
+static constexpr wchar_t kNoRows[] = L"\t表格中没有数据，未导出\t";
+static constexpr wchar_t kStepCell[] = L"写入单元格";
+static constexpr wchar_t kRefusedCells[] = L" 个单元格未能写入工作簿，详情见报告：\n";
 static constexpr wchar_t kNoApplication[] = L"创建Excel失败";
 
 static ProError TitleGet(std::wstring& title);
 static ProError RowsGet(const std::vector<TableColumn>& columns, SheetTable& sheet);
 static std::vector<SheetCell> RowOf(const std::vector<TableColumn>& columns, const std::string& row);
-static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path);
+static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path,
+                             std::vector<RefusedCell>& refused);
+static void ReportRefused(const SheetTable& sheet, const std::vector<RefusedCell>& refused);
 
 // Whatever refuses the export is found before an earlier workbook is touched.
 void BomExport() {
     SheetTable sheet;
     if (Failed(TitleGet(sheet.title))) return;
-    const std::wstring path = SaveFileChoose(kFilter, kExtension);
+    const std::wstring path = SaveFileChoose(FileNameText(sheet.title) + kExtension, kFilter, kExtension);
     if (path.empty()) return;
     if (FileIsLocked(path)) {
         ShowMessage(kFileLocked);
@@ -47,10 +54,17 @@ void BomExport() {
         return;
     }
     if (Failed(RowsGet(columns, sheet))) return;
+    if (sheet.rows.empty()) {
+        ShowMessage(kNoRows);
+        return;
+    }
 
-    const SheetExport result = WriteFile(sheet, path);
+    std::vector<RefusedCell> refused;
+    const SheetExport result = WriteFile(sheet, path, refused);
     if (result == SheetExport::NotCreated) ShowWarning(kNoApplication);
-    if (result == SheetExport::Written) ShowFile(path);
+    if (result != SheetExport::Written) return;
+    if (!refused.empty()) ReportRefused(sheet, refused);
+    ShowFile(path);
 }
 
 static ProError TitleGet(std::wstring& title) {
@@ -85,7 +99,8 @@ static std::vector<SheetCell> RowOf(const std::vector<TableColumn>& columns, con
 }
 
 // The earlier workbook gives up its place for the writing and gets it back when nothing was written.
-static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path) {
+static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path,
+                             std::vector<RefusedCell>& refused) {
     SheetExport result = SheetExport::Failed;
     const std::wstring earlier = FileSetAside(path);
     const ScopeExit settle([&] {
@@ -94,8 +109,18 @@ static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path) 
         else
             FileBringBack(earlier, path);
     });
-    result = SheetTableWrite(sheet, path);
+    result = SheetTableWrite(sheet, path, refused);
     return result;
+}
+
+// A workbook with gaps must not pass for a whole one.
+static void ReportRefused(const SheetTable& sheet, const std::vector<RefusedCell>& refused) {
+    RunReport report(kBomDialog);
+    for (const RefusedCell& cell : refused) {
+        const std::wstring place = sheet.columns[cell.column] + L" " + std::to_wstring(cell.row);
+        report.Add({place, kStepCell, PRO_TK_CANT_WRITE});
+    }
+    ShowMessage((std::to_wstring(refused.size()) + kRefusedCells + report.Path()).c_str());
 }
 
 }  // namespace kv

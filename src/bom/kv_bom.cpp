@@ -6,13 +6,13 @@
 
 #include "bom/kv_bom.h"
 
-#include <cwchar>
 #include <string>
 #include <utility>
 
 #include <ProMdl.h>
 #include <ProUIDialog.h>
 
+#include "base/number.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "bom/bom_export.h"
@@ -37,32 +37,33 @@ static constexpr char kPictureArea[] = "DrawingArea";
 // An assembly with a single component needs no list.
 static constexpr std::size_t kLeastPlacements = 2;
 
-// What the dialog starts with.
-struct BomStart {
-    BomList list;
+struct BomState {
+    ProMdl current = nullptr;  // when the dialog was opened
+    BomList list = {};         // to start with
     bool opened = false;
+    bool elsewhere = false;  // a double click has put another model on the screen
 };
 
-static void FillDialog(BomStart& start);
+static void FillDialog(BomState& state);
 static void OnForm();
-static void OnLoad();
-static void OnOpenRow();
+static void OnLoad(BomState& state);
+static void OnOpenRow(BomState& state);
 static void OnPictureArea();
 static void OnEditSettings();
-static void OnExport();
+static void OnExport(BomState& state);
+static void ShowStart(BomState& state);
 static BomForm ChosenForm();
 static ProError ChosenListGet(ProMdl assembly, BomList& list);
 static std::string ModelNameColumn();
 
 ProError KvBom() {
-    ProMdl current = nullptr;
+    BomState state;
     ProMdl assembly = nullptr;
-    ProError status = ProMdlCurrentGet(&current);
+    ProError status = ProMdlCurrentGet(&state.current);
     if (!Failed(status)) status = CurrentAssemblyGet(kAssembliesOnly, assembly);
     if (Failed(status)) return status;
-    BomStart start;
-    status = SummedBomGet(assembly, start.list);
-    if (Failed(status) || start.list.placements < kLeastPlacements) return status;
+    status = SummedBomGet(assembly, state.list);
+    if (Failed(status) || state.list.placements < kLeastPlacements) return status;
 
     status = RunDialog(kBomDialog,
                        {
@@ -75,18 +76,18 @@ ProError KvBom() {
                            Pressed<OnExport>("KvExportBom"),
                            Closes("Close"),
                        },
-                       start, FillDialog);
+                       state, FillDialog);
     // A double click may have put another model on the screen.
-    if (start.opened) ProMdlDisplay(current);
+    if (state.opened) ProMdlDisplay(state.current);
     return status;
 }
 
-static void FillDialog(BomStart& start) {
-    start.opened = true;
+static void FillDialog(BomState& state) {
+    state.opened = true;
     RadioChoiceSet(kBomDialog, kFormChoice, kSummedForm);
     OptionLabelSet(kBomDialog, kLevelLimit, kAllLevels);
     TableReturnActivates(kBomTable);
-    const BomList list = std::move(start.list);
+    const BomList list = std::move(state.list);
     if (!Failed(BomColumnsReset(BomForm::Summed))) (void)BomListShow(list);
     if (ChosenForm() == BomForm::Summed) OptionEnabledSet(kBomDialog, kLevelLimit, false);
 }
@@ -98,7 +99,8 @@ static void OnForm() {
     (void)BomColumnsReset(form);
 }
 
-static void OnLoad() {
+static void OnLoad(BomState& state) {
+    ShowStart(state);
     if (Failed(TableRowsClear(kBomTable))) return;
     ProMdl assembly = nullptr;
     if (Failed(CurrentAssemblyGet(kAssembliesOnly, assembly))) return;
@@ -107,7 +109,7 @@ static void OnLoad() {
 }
 
 // The table knows a row's model by its name and, through the colour, its type.
-static void OnOpenRow() {
+static void OnOpenRow(BomState& state) {
     ProUIDialogAboveactivewindowSet(HostName(kBomDialog), PRO_B_TRUE);
     const std::string row = SelectedRow(kBomTable);
     const std::string column = ModelNameColumn();
@@ -118,6 +120,7 @@ static void OnOpenRow() {
     ProMdl model = nullptr;
     const ProMdlfileType type = isAssembly ? PRO_MDLFILE_ASSEMBLY : PRO_MDLFILE_PART;
     if (name.empty() || Failed(ModelRetrieveByType(name, type, model))) return;
+    state.elsewhere = true;
     ProMdlDisplay(model);
 }
 
@@ -130,8 +133,14 @@ static void OnEditSettings() {
     if (!path.empty()) EditTextFile(path);
 }
 
-static void OnExport() {
+static void OnExport(BomState& state) {
+    ShowStart(state);
     BomExport();
+}
+
+// What is loaded and exported is the assembly that the dialog was opened for.
+static void ShowStart(BomState& state) {
+    if (state.elsewhere) state.elsewhere = Failed(ProMdlDisplay(state.current));
 }
 
 static BomForm ChosenForm() {
@@ -141,9 +150,10 @@ static BomForm ChosenForm() {
 static ProError ChosenListGet(ProMdl assembly, BomList& list) {
     if (ChosenForm() == BomForm::Summed) return SummedBomGet(assembly, list);
     std::wstring limit;
-    const ProError status = OptionLabelGet(kBomDialog, kLevelLimit, limit);
-    if (Failed(status)) return status;
-    return LevelBomGet(assembly, static_cast<int>(std::wcstol(limit.c_str(), nullptr, 10)), list);
+    int deepest = 0;
+    ProError status = OptionLabelGet(kBomDialog, kLevelLimit, limit);
+    if (!Failed(status)) status = IntegerFromText(limit, deepest);
+    return Failed(status) ? status : LevelBomGet(assembly, deepest, list);
 }
 
 // Empty when the user has no such column.

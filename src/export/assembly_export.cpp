@@ -5,6 +5,7 @@
 #include <ProIntf3Dexport.h>
 #include <ProUtil.h>
 
+#include "base/file_name.h"
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -26,18 +27,21 @@ static constexpr wchar_t kMouldsOnly[] = L"此功能仅组件/模具环境可用
 static constexpr wchar_t kNotExported[] = L"以下模型未能导出：";
 
 struct AssemblyExport {
+    const char* command;
     const wchar_t* title;  // of the choice of a folder
     const wchar_t* extension;
-    const char* step;
+    const wchar_t* step;
     const wchar_t* done;
 };
 
-static constexpr AssemblyExport kStep = {L"请选择stp导出目录", L".stp", "write STEP",
-                                         L"\tstp批量导出操作已完成\t"};
-static constexpr AssemblyExport kIges = {L"请选择igs导出目录", L".igs", "write IGES",
-                                         L"\tIGS批量导出操作已完成\t"};
-static constexpr AssemblyExport kSat = {L"请选择sat文件导出目录", L".sat", "write SAT",
-                                        L"\t批量导出为sat操作已完成\t"};
+// clang-format off
+static constexpr AssemblyExport kStep = {
+    "KvExStp", L"请选择stp导出目录",     L".stp", L"导出STEP", L"\tstp批量导出操作已完成\t"};
+static constexpr AssemblyExport kIges = {
+    "KvExIgs", L"请选择igs导出目录",     L".igs", L"导出IGES", L"\tIGS批量导出操作已完成\t"};
+static constexpr AssemblyExport kSat = {
+    "KvExSat", L"请选择sat文件导出目录", L".sat", L"导出SAT",  L"\t批量导出为sat操作已完成\t"};
+// clang-format on
 
 static void InclusionFree(ProOutputInclusion* inclusion) {
     ProOutputInclusionFree(*inclusion);
@@ -56,8 +60,8 @@ static ProError IgesOptionsGet(IgesOptions& options);
 static ProError FlagGet(const char* check, ProBoolean& flag);
 static ProError ExportAsStep(const wchar_t* refusal, const AssemblyExport& kind);
 static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, const IgesOptions* iges);
-static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
-                         ExportFolder& folder);
+static void ExportModels(const ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
+                         ExportFolder& folder, BatchRun& run);
 static ProError ModelFileWrite(ProMdl model, const AssemblyExport& kind, const IgesOptions* iges,
                                const ScratchFile& scratch);
 static ProError IgesFileWrite(ProMdl model, const IgesOptions& options, const ScratchFile& scratch);
@@ -125,19 +129,20 @@ static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, cons
     AddDistinct(batch.models, assembly);
 
     ExportFolder folder(target);
-    ExportModels(batch, kind, iges, folder);
-    ShowFailures(kNotExported, batch.record);
-    ShowMessage(kind.done);
+    BatchRun run(kind.command, batch.models.size());
+    ExportModels(batch, kind, iges, folder, run);
+    ShowFailures(kNotExported, run.Record());
+    ShowCompletion(run, kind.done);
     return PRO_TK_NO_ERROR;
 }
 
-static void ExportModels(ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
-                         ExportFolder& folder) {
+static void ExportModels(const ModelBatch& batch, const AssemblyExport& kind, const IgesOptions* iges,
+                         ExportFolder& folder, BatchRun& run) {
     // Files land in the working directory.
     ProError moved = PRO_TK_NO_ERROR;
     const auto goBack = UseWorkingDirectory(folder.scratch.Path(), moved);
 
-    ForEachEntry(batch, kind.step, [&](ProMdl model, RunEntry& entry) {
+    ForEachEntry(batch, run, kind.step, [&](ProMdl model, RunEntry& entry) {
         const OutputFile file = {FileNameText(entry.model), kind.extension, true};
         ScratchFile scratch;
         ProError status = OutputBegin(folder, file, scratch, entry);

@@ -2,6 +2,9 @@
 
 #include "export/drawing_export.h"
 
+#include <string>
+#include <utility>
+
 #include <ProUtil.h>
 
 #include "base/status.h"
@@ -12,25 +15,29 @@ namespace kv {
 static constexpr wchar_t kVersionOption[] = L"dwg_export_format";
 static constexpr wchar_t kVersion[] = L"2000";
 
-static void SheetFileExport(const DrawingTask& task, const DrawingFormat& format, WriterRun& run,
-                            ExportFolder& folder, const std::wstring& name, int sheet, RunRecord& record);
+static void ExportFile(SheetFile& file, const std::wstring& name, ExportFolder& folder, BatchRun& run);
+static const std::wstring& NameOf(const DrawingTask& task, int sheet);
 static ProError SheetWrite(const SheetFile& file);
 
 bool GoesBySheet(const DrawingTask& task, const DrawingSettings& settings) {
     return task.sheets > 1 && !settings.oneFile;
 }
 
-void ExportDrawing(const DrawingTask& task, const DrawingFormat& format, WriterRun& run, ExportFolder& folder,
-                   RunRecord& record) {
-    const auto nameOf = [&task](int sheet) { return task.fileNames[static_cast<std::size_t>(sheet - 1)]; };
-    if (!format.ofSheets || !GoesBySheet(task, run.settings)) {
-        SheetFileExport(task, format, run, folder, nameOf(task.currentSheet), kAllSheets, record);
+void ExportDrawing(const DrawingTask& task, const DrawingFormat& format, WriterRun& writer,
+                   ExportFolder& folder, BatchRun& run) {
+    if (format.ofSheets && GoesBySheet(task, writer.settings)) {
+        for (int sheet = 1; sheet <= task.sheets; ++sheet)
+            ExportSheet(task, format, sheet, writer, folder, run);
         return;
     }
-    for (int sheet = 1; sheet <= task.sheets; ++sheet) {
-        const std::wstring name = nameOf(sheet) + L"-" + std::to_wstring(sheet);
-        SheetFileExport(task, format, run, folder, name, sheet, record);
-    }
+    SheetFile file = {task, format, kAllSheets, {}, writer};
+    ExportFile(file, NameOf(task, task.currentSheet), folder, run);
+}
+
+void ExportSheet(const DrawingTask& task, const DrawingFormat& format, int sheet, WriterRun& writer,
+                 ExportFolder& folder, BatchRun& run) {
+    SheetFile file = {task, format, sheet, {}, writer};
+    ExportFile(file, NameOf(task, sheet) + L"-" + std::to_wstring(sheet), folder, run);
 }
 
 void DwgVersionChoose() {
@@ -40,15 +47,17 @@ void DwgVersionChoose() {
     (void)ProConfigoptSet(HostText(kVersionOption), HostText(kVersion));
 }
 
-static void SheetFileExport(const DrawingTask& task, const DrawingFormat& format, WriterRun& run,
-                            ExportFolder& folder, const std::wstring& name, int sheet, RunRecord& record) {
-    RunEntry entry = {task.name, format.step, PRO_TK_NO_ERROR};
-    const OutputFile file = {name, format.extension, !format.ofSheets};
-    ScratchFile scratch;
-    entry.status = OutputBegin(folder, file, scratch, entry);
-    if (!Failed(entry.status)) entry.status = SheetWrite({task, format, sheet, scratch, run});
-    if (!Failed(entry.status)) entry.status = OutputDeliver(folder, file, scratch, entry);
-    record.push_back(std::move(entry));
+static void ExportFile(SheetFile& file, const std::wstring& name, ExportFolder& folder, BatchRun& run) {
+    RunEntry entry = {file.task.name, file.format.step};
+    const OutputFile output = {name, file.format.extension, !file.format.ofSheets};
+    entry.status = OutputBegin(folder, output, file.scratch, entry);
+    if (!Failed(entry.status)) entry.status = SheetWrite(file);
+    if (!Failed(entry.status)) entry.status = OutputDeliver(folder, output, file.scratch, entry);
+    run.Add(std::move(entry));
+}
+
+static const std::wstring& NameOf(const DrawingTask& task, int sheet) {
+    return task.fileNames[static_cast<std::size_t>(sheet - 1)];
 }
 
 static ProError SheetWrite(const SheetFile& file) {

@@ -22,20 +22,25 @@ static constexpr char kSheetsColumn[] = "sheets";
 static constexpr char kSizeColumn[] = "sheet_size";
 // Parameter names may be Chinese, which column names cannot be.
 static constexpr char kParameterColumn[] = "param_";
+static constexpr wchar_t kUnreadable[] = L"无法读取";
 static constexpr const wchar_t* kFirstTitles[] = {L"序号", L"工程图名称"};
 static constexpr const wchar_t* kLastTitles[] = {L"页数", L"图幅"};
 
 static std::string RowName(std::size_t index);
 static TableNames ParameterColumns(const DrawingTable& table);
 
-// Calls `fill(row name, drawing)` for every drawing that can be retrieved.
+// Calls `fill(row name, drawing)`, which answers a status, for every drawing that can be retrieved, and marks
+// the others in `column`.
 template <typename Fill>
-static void ForEachDrawing(const DrawingTable& table, Fill fill) {
+static void ForEachDrawing(const DrawingTable& table, const char* column, BatchRun& run, Fill fill) {
     for (std::size_t i = 0; i < table.drawings.size(); ++i) {
+        if (!run.Begin(table.drawings[i])) continue;
+        const std::string row = RowName(i);
         ProMdl drawing = nullptr;
-        // The others are still worth looking at.
-        if (Failed(ModelRetrieveByType(table.drawings[i], PRO_MDLFILE_DRAWING, drawing))) continue;
-        fill(RowName(i), drawing);
+        ProError status = ModelRetrieveByType(table.drawings[i], PRO_MDLFILE_DRAWING, drawing);
+        if (!Failed(status)) status = fill(row, drawing);
+        if (Failed(status)) CellTextSet(table.name, row, column, kUnreadable);
+        run.Add({table.drawings[i], kStepDrawing, status});
     }
 }
 
@@ -64,25 +69,28 @@ void ShowParameterColumns(DrawingTable& table, const std::vector<std::wstring>& 
     (void)TableTitlesSet(table.name, titles);
 }
 
-void LoadParameters(const DrawingTable& table) {
+void LoadParameters(const DrawingTable& table, BatchRun& run) {
     if (table.parameters.empty()) return;
     const TableNames columns = ParameterColumns(table);
-    ForEachDrawing(table, [&](const std::string& row, ProMdl drawing) {
+    ForEachDrawing(table, columns.front().c_str(), run, [&](const std::string& row, ProMdl drawing) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             ProParamvalue value = {};
             const bool known = !Failed(ParameterRead(drawing, table.parameters[i], value));
             CellTextSet(table.name, row, columns[i],
                         known ? ParameterText(value).value_or(L"") : std::wstring());
         }
+        return PRO_TK_NO_ERROR;
     });
 }
 
-void LoadSheets(const DrawingTable& table) {
-    ForEachDrawing(table, [&](const std::string& row, ProMdl drawing) {
+void LoadSheets(const DrawingTable& table, BatchRun& run) {
+    ForEachDrawing(table, kSheetsColumn, run, [&](const std::string& row, ProMdl drawing) {
         std::vector<std::wstring> sizes;
-        if (Failed(SheetSizesGet(static_cast<ProDrawing>(drawing), sizes))) return;
+        const ProError status = SheetSizesGet(static_cast<ProDrawing>(drawing), sizes);
+        if (Failed(status)) return status;
         CellTextSet(table.name, row, kSheetsColumn, std::to_wstring(sizes.size()));
         CellTextSet(table.name, row, kSizeColumn, SheetSizesText(sizes));
+        return PRO_TK_NO_ERROR;
     });
 }
 

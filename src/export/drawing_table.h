@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "model/batch_run.h"
 #include "ui/table.h"
 
 namespace kv {
@@ -21,10 +22,12 @@ void ShowDrawings(DrawingTable& table, const std::vector<std::wstring>& drawings
 // Replaces the parameter columns by new ones without content.
 void ShowParameterColumns(DrawingTable& table, const std::vector<std::wstring>& parameters);
 
-// Fill the parameter columns, resp. number and sizes of the sheets. A drawing that cannot be retrieved, or a
-// parameter that it lacks, leaves its cells empty.
-void LoadParameters(const DrawingTable& table);
-void LoadSheets(const DrawingTable& table);
+// Fill the parameter columns, resp. number and sizes of the sheets, an item of the run for each drawing. One
+// that cannot be read is marked; a parameter that a drawing lacks leaves its cell empty. Nothing is erased
+// from the host's memory: the user may have changed what is there.
+using DrawingCellsLoad = void (*)(const DrawingTable& table, BatchRun& run);
+void LoadParameters(const DrawingTable& table, BatchRun& run);
+void LoadSheets(const DrawingTable& table, BatchRun& run);
 
 void SelectAllDrawings(const DrawingTable& table);
 void ReverseSelection(const DrawingTable& table);

@@ -94,13 +94,12 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path) {
     ProError status = CopyText(path, target);
     if (Failed(status)) return status;
     const PdfChoice& choice = file.run.settings.pdf;
+    // A profile takes the place of all options.
+    if (choice.useProfile) return PdfByProfileWrite(file.task.drawing, target);
     const bool bySheet = file.sheet != kAllSheets;
     PdfOptions& options = bySheet ? file.run.pdfCurrentSheet : file.run.pdfAllSheets;
     if (options.Get() == nullptr) status = PdfOptionsMake(choice, bySheet, options);
-    if (Failed(status)) return status;
-    // By the host's documents a profile has the last word over the options.
-    return choice.useProfile ? PdfByProfileWrite(file.task.drawing, target)
-                             : ProPDFExport(file.task.drawing, target, options.Get());
+    return Failed(status) ? status : ProPDFExport(file.task.drawing, target, options.Get());
 }
 
 // There are hosts that know the profile by its bare name, and others that want its path.

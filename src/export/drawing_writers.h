@@ -35,7 +35,7 @@ struct SheetFile {
     const DrawingTask& task;
     const DrawingFormat& format;
     int sheet;  // counted from 1; kAllSheets for all of them
-    const ScratchFile& scratch;
+    ScratchFile scratch;
     WriterRun& run;
 };
 inline constexpr int kAllSheets = 0;
@@ -43,7 +43,7 @@ inline constexpr int kAllSheets = 0;
 // How drawings are written in one format.
 struct DrawingFormat {
     const wchar_t* extension;
-    const char* step;  // for the record
+    const wchar_t* step;  // in words, for the record
     ProImportExportFile type;
     bool ofSheets;  // else of the model that the drawing shows, once
     bool needsWindow;

@@ -20,12 +20,16 @@ ExportFolder::ExportFolder(const std::wstring& folder) : path(WithBackslash(fold
 ProError OutputBegin(ExportFolder& folder, const OutputFile& file, ScratchFile& scratch, RunEntry& entry) {
     entry.file = file.name + file.extension;
     if (folder.path.size() + entry.file.size() >= PRO_PATH_SIZE) return PRO_TK_LINE_TOO_LONG;
+    if (folder.delivered.contains(UpperCase(entry.file))) {
+        entry.step = kStepFileName;
+        return PRO_TK_E_FOUND;
+    }
     folder.scratch.Clear();
     scratch = {folder.scratch.Path(), file.nameInside ? file.name : kPlainName};
     return folder.scratch.Status();
 }
 
-ProError OutputDeliver(const ExportFolder& folder, const OutputFile& file, const ScratchFile& scratch,
+ProError OutputDeliver(ExportFolder& folder, const OutputFile& file, const ScratchFile& scratch,
                        RunEntry& entry) {
     const std::wstring target = folder.path + entry.file;
     entry.replaced = FileExists(target);
@@ -34,10 +38,13 @@ ProError OutputDeliver(const ExportFolder& folder, const OutputFile& file, const
         const bool isIt = IsNamed(found, scratch.name, file.extension);
         // What comes along with a file has a name of its own; beside a plain name it is a log at most.
         if (!isIt && !file.nameInside) continue;
+        // A file of this run is worth more than what comes along with another one.
+        if (!isIt && folder.delivered.contains(UpperCase(found))) continue;
         const ProError moved = FileMove(scratch.folder + found, isIt ? target : folder.path + found);
         if (isIt || Failed(moved)) status = moved;
         if (Failed(moved)) return status;
     }
+    if (!Failed(status)) folder.delivered.insert(UpperCase(entry.file));
     return status;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 
 #include "base/scratch_folder.h"
 #include "model/run_record.h"
@@ -15,6 +16,8 @@ struct ExportFolder {
 
     std::wstring path;  // with a backslash at the end
     ScratchFolder scratch;
+    // Names of this run's files in upper case: none of them is ever replaced by another.
+    std::unordered_set<std::wstring> delivered = {};
 };
 
 struct OutputFile {
@@ -34,7 +37,9 @@ struct ScratchFile {
 // this one.
 //
 // entry   gets the file's name
-// Errors  PRO_TK_LINE_TOO_LONG for a path that is too long, else those of the scratch folder
+// Errors  PRO_TK_E_FOUND for a name that this run has given to a file already, PRO_TK_LINE_TOO_LONG for a
+// path
+//         that is too long, else those of the scratch folder
 [[nodiscard]] ProError OutputBegin(ExportFolder& folder, const OutputFile& file, ScratchFile& scratch,
                                    RunEntry& entry);
 
@@ -42,7 +47,7 @@ struct ScratchFile {
 //
 // entry   learns whether it replaced another file
 // Errors  PRO_TK_CANT_WRITE for a file that is not there or cannot take its place
-[[nodiscard]] ProError OutputDeliver(const ExportFolder& folder, const OutputFile& file,
-                                     const ScratchFile& scratch, RunEntry& entry);
+[[nodiscard]] ProError OutputDeliver(ExportFolder& folder, const OutputFile& file, const ScratchFile& scratch,
+                                     RunEntry& entry);
 
 }  // namespace kv

@@ -4,13 +4,12 @@
 
 #include <algorithm>
 
+#include "base/file_name.h"
 #include "base/text.h"
 
 namespace kv {
 
 static constexpr wchar_t kNoSeparator[] = L"NULL";
-static constexpr wchar_t kForbidden[] = L"<>:\"/\\|?*";
-static constexpr wchar_t kFirstPrintable = L' ';
 
 NameRule NameRuleFromTexts(std::wstring_view tokens, std::wstring_view separator) {
     NameRule rule = {SplitAtCommas(WithoutBlanks(tokens)), std::wstring(separator)};
@@ -29,15 +28,6 @@ std::wstring NameCompose(const NameRule& rule, const NamePieces& pieces, const s
     }
     const bool blank = name.find_first_not_of(L' ') == std::wstring::npos;
     return FileNameText(blank ? fallback : name);
-}
-
-std::wstring FileNameText(std::wstring text) {
-    const auto isForbidden = [](wchar_t character) {
-        return character < kFirstPrintable ||
-               std::wstring_view(kForbidden).find(character) != std::wstring_view::npos;
-    };
-    std::replace_if(text.begin(), text.end(), isForbidden, L'_');
-    return text;
 }
 
 }  // namespace kv

@@ -28,7 +28,4 @@ using NamePieces = std::unordered_map<std::wstring, std::wstring>;
 // name can hold become "_". `fallback` is used when nothing but blanks would be left.
 std::wstring NameCompose(const NameRule& rule, const NamePieces& pieces, const std::wstring& fallback);
 
-// A text as a file name can hold it: what is forbidden becomes "_".
-std::wstring FileNameText(std::wstring text);
-
 }  // namespace kv

@@ -11,9 +11,9 @@
 #include "base/scope_exit.h"
 #include "base/status.h"
 #include "export/drawing_export.h"
-#include "export/drawing_window.h"
 #include "export/model_output.h"
 #include "model/drawing_sheets.h"
+#include "model/drawing_window.h"
 #include "model/model_data.h"
 #include "model/parameter.h"
 #include "model/parameter_text.h"
@@ -24,11 +24,11 @@ namespace kv {
 // clang-format off
 static constexpr ExportFormat kFormats[] = {
     // check       folder       extension  step          type               of sheets  needs window  sets version  writer
-    {"DWGCheck", L"DWG\\", {L".dwg",   "write DWG",  PRO_DWG_FILE,      true,      false,        true,         SheetDrawingWrite}},
-    {"DXFCheck", L"DXF\\", {L".dxf",   "write DXF",  PRO_DXF_FILE,      true,      false,        true,         SheetDrawingWrite}},
-    {"PDFCheck", L"PDF\\", {L".pdf",   "write PDF",  {},                true,      true,         false,        SheetPdfWrite}},
-    {"STPCheck", L"STP\\", {L".stp",   "write STEP", PRO_STEP_FILE,     false,     false,        false,        ShownModelWrite}},
-    {"IGSCheck", L"IGS\\", {L".igs",   "write IGES", PRO_IGES_3D_FILE,  false,     false,        false,        ShownModelWrite}},
+    {"DWGCheck", L"DWG\\", {L".dwg",   L"导出DWG", PRO_DWG_FILE,      true,      false,        true,         SheetDrawingWrite}},
+    {"DXFCheck", L"DXF\\", {L".dxf",   L"导出DXF", PRO_DXF_FILE,      true,      false,        true,         SheetDrawingWrite}},
+    {"PDFCheck", L"PDF\\", {L".pdf",   L"导出PDF", {},                true,      true,         false,        SheetPdfWrite}},
+    {"STPCheck", L"STP\\", {L".stp",   L"导出STEP", PRO_STEP_FILE,     false,     false,        false,        ShownModelWrite}},
+    {"IGSCheck", L"IGS\\", {L".igs",   L"导出IGES", PRO_IGES_3D_FILE,  false,     false,        false,        ShownModelWrite}},
 };
 // clang-format on
 
@@ -44,11 +44,10 @@ struct ExportRun {
     WriterRun writer;
     std::deque<ExportFolder> folders;  // of the formats; they cannot be moved
     UserWindows windows;
-    RunRecord record;
 };
 
 static void FormatsPrepare(ExportRun& run);
-static void ExportByName(ExportRun& run, const std::wstring& name);
+static void ExportByName(ExportRun& run, const std::wstring& name, BatchRun& batch);
 static bool NeedsWindow(const ExportRun& run, const DrawingTask& task);
 static bool NeedsModel(const ExportRun& run);
 static void FileNamesCompose(const NameRule& rule, DrawingTask& task);
@@ -69,17 +68,22 @@ std::span<const ExportFormat> ExportFormats() {
     return kFormats;
 }
 
-RunRecord ExportDrawings(const ExportRequest& request) {
+bool PdfProfileExists(const std::wstring& directory) {
+    const std::wstring shipped = SettingsPath(kProfileSource);
+    return FileExists(WithBackslash(directory) + kProfileCopy) || (!shipped.empty() && FileExists(shipped));
+}
+
+void ExportDrawings(const ExportRequest& request, BatchRun& batch) {
     const auto profile = FileBorrow(request.pdf.useProfile, SettingsPath(kProfileSource),
                                     WithBackslash(request.directory) + kProfileCopy);
     ExportRun run(request);
     FormatsPrepare(run);
     std::size_t done = 0;
     for (const std::wstring& name : request.drawings) {
-        ExportByName(run, name);
+        if (!batch.Begin(name)) continue;
+        ExportByName(run, name, batch);
         if (++done % kDrawingsInMemory == 0) ProMdlEraseNotDisplayed();
     }
-    return std::move(run.record);
 }
 
 static void FormatsPrepare(ExportRun& run) {
@@ -92,13 +96,13 @@ static void FormatsPrepare(ExportRun& run) {
     }
 }
 
-static void ExportByName(ExportRun& run, const std::wstring& name) {
+static void ExportByName(ExportRun& run, const std::wstring& name, BatchRun& batch) {
     DrawingTask task;
     ProMdl model = nullptr;
     ProError status = ModelRetrieveByType(name, PRO_MDLFILE_DRAWING, model);
     if (!Failed(status)) status = DrawingTaskGet(model, task);
     if (Failed(status)) {
-        run.record.push_back({name, "retrieve the drawing", status});
+        batch.Add({name, kStepDrawing, status});
         return;
     }
 
@@ -108,7 +112,7 @@ static void ExportByName(ExportRun& run, const std::wstring& name) {
     FileNamesCompose(run.request.name, task);
     const ScopeExit turnBack([&task] { SheetRestore(task); });
     for (std::size_t i = 0; i < run.folders.size(); ++i)
-        ExportDrawing(task, run.request.formats[i]->format, run.writer, run.folders[i], run.record);
+        ExportDrawing(task, run.request.formats[i]->format, run.writer, run.folders[i], batch);
 }
 
 // Sheets are turned in a window too: there the host can always do it.

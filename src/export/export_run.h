@@ -7,7 +7,7 @@
 
 #include "export/drawing_writers.h"
 #include "export/export_name.h"
-#include "model/run_record.h"
+#include "model/batch_run.h"
 
 namespace kv {
 
@@ -30,10 +30,12 @@ struct ExportRequest {
     PdfChoice pdf;
 };
 
-// Exports the drawings. Each is retrieved once and gets a window at most once. The host's memory stays
-// bounded: what no window shows is erased from it now and then.
-//
-// Gives      an entry for every file, and one for a drawing that could not be had
-RunRecord ExportDrawings(const ExportRequest& request);
+// Whether there is a profile for PDF files, in the directory or among the settings.
+bool PdfProfileExists(const std::wstring& directory);
+
+// Exports the drawings, an item of the run each, with an entry for every file. Each drawing is retrieved once
+// and gets a window at most once. The host's memory stays bounded: what no window shows is erased from it now
+// and then.
+void ExportDrawings(const ExportRequest& request, BatchRun& run);
 
 }  // namespace kv

@@ -4,7 +4,9 @@
 
 #include "export/kv_export.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -17,6 +19,7 @@
 #include "export/drawing_table.h"
 #include "export/export_name.h"
 #include "export/export_run.h"
+#include "model/batch_run.h"
 #include "model/current_model.h"
 #include "model/model_data.h"
 #include "model/model_walk.h"
@@ -36,6 +39,7 @@ static constexpr char kWholeDirectory[] = "workDir";
 static constexpr char kCurrentModel[] = "curMdl";
 static constexpr char kNameInput[] = "Export_name";
 static constexpr char kSeparatorInput[] = "separator";
+static constexpr char kPdfCheck[] = "PDFCheck";
 static constexpr char kProfileCheck[] = "PDFOptionCheck";
 static constexpr char kMonochromeCheck[] = "PDFBlackCheck";
 static constexpr char kOneFileCheck[] = "MultiSheetCheck";
@@ -61,6 +65,12 @@ static constexpr wchar_t kNoDrawings[] = L"当前工作目录下无工程图";
 static constexpr wchar_t kNoModels[] = L"当前工作目录下无模型";
 static constexpr wchar_t kNoSuchModel[] = L"当前模型不是组件/制造或零件，无法获取工程图";
 static constexpr wchar_t kNothingSelected[] = L"\t\t请先选择需要导出的工程图\t\t";
+static constexpr wchar_t kNoFormat[] = L"请先选择导出格式";
+static constexpr wchar_t kNoProfile[] =
+    L"\t未找到PDF打印配置文件 kvdop.dop，本次不导出PDF\t\n\n"
+    L"制作方法：在主程序中打开任意工程图，选择导出PDF，在设置中调整各选项后保存配置，\n"
+    L"文件命名为 kvdop.dop，放入插件的 KVconfig 文件夹或当前工作目录。";
+static constexpr wchar_t kItems[] = L"工程图";
 static constexpr wchar_t kDone[] = L"\t工程图批量导出已完成\t";
 static constexpr wchar_t kNotExported[] = L"以下工程图或文件未能导出：";
 
@@ -68,18 +78,22 @@ struct ExportDialog {
     std::wstring directory;
     std::vector<std::wstring> drawings = {};  // of the whole working directory
     DrawingTable table = {{kDialog, kTable}};
+    std::wstring report = {};  // path of the last run's
 };
 
 static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names);
 static void FillDialog(ExportDialog& dialog);
 static void OnReverse(ExportDialog& dialog);
 static void OnSelectAll(ExportDialog& dialog);
-static void OnApply(const ExportDialog& dialog);
+static void OnApply(ExportDialog& dialog);
 static void OnEditSettings();
 static void OnReadSettings(ExportDialog& dialog);
 static void OnLoadParameters(ExportDialog& dialog);
 static void OnLoadSheets(ExportDialog& dialog);
 static void OnChooseScope(ExportDialog& dialog);
+static void OnShowReport(const ExportDialog& dialog);
+static bool IsReady(ExportRequest& request);
+static void LoadCells(ExportDialog& dialog, DrawingCellsLoad load);
 static void RestoreTexts(ExportDialog& dialog);
 static ProError RequestGet(ExportRequest& request);
 static ProError CurrentNamesGet(std::unordered_set<std::wstring>& names);
@@ -107,6 +121,7 @@ ProError KvExport() {
                          Pressed<OnLoadParameters>("KvLoadParams"),
                          Pressed<OnLoadSheets>("KvLoadDrwInfo"),
                          Chosen<OnChooseScope>(kScopeChoice),
+                         Pressed<OnShowReport>("KvShowReport"),
                          Closes("Close"),
                      },
                      dialog, FillDialog);
@@ -148,19 +163,40 @@ static void OnSelectAll(ExportDialog& dialog) {
     SelectAllDrawings(dialog.table);
 }
 
-static void OnApply(const ExportDialog& dialog) {
+static void OnApply(ExportDialog& dialog) {
     ExportRequest request;
     // A box that cannot be read might be the one that counts.
     if (Failed(RequestGet(request))) return;
     request.directory = dialog.directory;
     request.drawings = SelectedDrawings(dialog.table);
+    if (!IsReady(request)) return;
+
+    BatchRun run(kDialog, request.drawings.size());
+    ExportDrawings(request, run);
+    dialog.report = run.ReportPath();
+    ShowFailures(kNotExported, run.Record());
+    ShowCompletion(run, kDone);
+}
+
+// Whether there is anything to export; the user is told what is missing.
+static bool IsReady(ExportRequest& request) {
     if (request.drawings.empty()) {
         ShowMessage(kNothingSelected);
-        return;
+        return false;
     }
-
-    ShowFailures(kNotExported, ExportDrawings(request));
-    ShowMessage(kDone);
+    if (request.formats.empty()) {
+        ShowMessage(kNoFormat);
+        return false;
+    }
+    const auto isPdf = [](const ExportFormat* format) {
+        return std::string_view(format->check) == kPdfCheck;
+    };
+    const bool wantsProfile = request.pdf.useProfile && std::ranges::any_of(request.formats, isPdf);
+    if (wantsProfile && !PdfProfileExists(request.directory)) {
+        ShowMessage(kNoProfile);
+        std::erase_if(request.formats, isPdf);
+    }
+    return !request.formats.empty();
 }
 
 static void OnEditSettings() {
@@ -173,11 +209,23 @@ static void OnReadSettings(ExportDialog& dialog) {
 }
 
 static void OnLoadParameters(ExportDialog& dialog) {
-    LoadParameters(dialog.table);
+    if (!dialog.table.parameters.empty()) LoadCells(dialog, LoadParameters);
 }
 
 static void OnLoadSheets(ExportDialog& dialog) {
-    LoadSheets(dialog.table);
+    LoadCells(dialog, LoadSheets);
+}
+
+static void LoadCells(ExportDialog& dialog, DrawingCellsLoad load) {
+    BatchRun run(kDialog, dialog.table.drawings.size());
+    load(dialog.table, run);
+    dialog.report = run.ReportPath();
+    TellCount(run, kItems);
+    ShowCancelled(run);
+}
+
+static void OnShowReport(const ExportDialog& dialog) {
+    ShowReport(dialog.report);
 }
 
 static void OnChooseScope(ExportDialog& dialog) {

@@ -5,10 +5,12 @@
 #include "export/single_export.h"
 
 #include <string>
+#include <utility>
 
 #include <ProUtil.h>
 
 #include "base/file.h"
+#include "base/file_name.h"
 #include "base/scope_exit.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -26,11 +28,11 @@
 
 namespace kv {
 
-static constexpr wchar_t kChoiceKey[] = L"value";
 static constexpr wchar_t kDesktop[] = L"deskTop";
 static constexpr wchar_t kAskUser[] = L"byUser";
 static constexpr wchar_t kNotExported[] = L"以下文件未能导出：";
 static constexpr char kStepDone[] = "STP model has exported";
+static constexpr wchar_t kSheetMark[] = L" #";
 static constexpr wchar_t kTemporaryName[] = L"temp";
 static constexpr wchar_t kPdfExtension[] = L".pdf";
 
@@ -48,9 +50,9 @@ static constexpr FolderChoice kStepFolder = {L"KvExportStpDir", L"请选择STP�
 // clang-format off
 // extension  step         type           of sheets  needs window  sets version  writer
 static constexpr DrawingFormat kDwg = {
-    L".dwg",  "write DWG", PRO_DWG_FILE,  true,      false,        true,         CurrentSheetDrawingWrite};
+    L".dwg",  L"导出DWG", PRO_DWG_FILE,  true,      false,        true,         CurrentSheetDrawingWrite};
 static constexpr DrawingFormat kPdf = {
-    L".pdf",  "write PDF", {},            true,      true,         false,        SheetPdfWrite};
+    L".pdf",  L"导出PDF", {},            true,      true,         false,        SheetPdfWrite};
 // clang-format on
 static constexpr wchar_t kStepExtension[] = L".stp";
 
@@ -58,8 +60,9 @@ static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry
 static ProError CurrentDrawingGet(DrawingTask& task);
 static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder);
 static ProError UnusedPdfPathGet(std::wstring& path);
-static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
+static void ExportSheets(const char* command, const DrawingTask& task, const DrawingFormat& format,
                          const DrawingSettings& settings, const std::wstring& folder);
+static void ShowEnd(const BatchRun& run);
 
 ProError KvExportDwg() {
     DrawingTask task;
@@ -68,7 +71,7 @@ ProError KvExportDwg() {
     if (!Failed(status)) status = TargetFolderGet(kDwgFolder, folder);
     if (Failed(status)) return status;
 
-    ExportSheets(task, kDwg, {}, folder);
+    ExportSheets("KvExportDwg", task, kDwg, {}, folder);
     return PRO_TK_NO_ERROR;
 }
 
@@ -80,7 +83,7 @@ ProError KvExportPdf() {
     ProError status = CurrentDrawingGet(task);
     if (!Failed(status)) status = TargetFolderGet(kPdfFolder, folder);
     if (!Failed(status)) status = UnusedPdfPathGet(settings.pdfDetour);
-    if (!Failed(status)) ExportSheets(task, kPdf, settings, folder);
+    if (!Failed(status)) ExportSheets("KvExportPdf", task, kPdf, settings, folder);
     return status;
 }
 
@@ -95,11 +98,14 @@ ProError KvExportStp() {
     if (!Failed(status)) status = TargetFolderGet(kStepFolder, target);
     if (Failed(status)) return status;
 
-    RunEntry entry = {name, "write STEP", PRO_TK_NO_ERROR};
-    entry.status = StepFileWrite(model, target, entry);
-    if (!Failed(entry.status)) return DisplayMessage(kStepDone);
-    ShowFailures(kNotExported, {entry});
-    return entry.status;
+    BatchRun run("KvExportStp", 1);
+    if (!run.Begin(name)) return PRO_TK_USER_ABORT;
+    RunEntry entry = {name, L"导出STEP"};
+    status = StepFileWrite(model, target, entry);
+    entry.status = status;
+    run.Add(std::move(entry));
+    ShowEnd(run);
+    return Failed(status) ? status : DisplayMessage(kStepDone);
 }
 
 static ProError StepFileWrite(ProMdl model, const std::wstring& target, RunEntry& entry) {
@@ -127,7 +133,7 @@ static ProError CurrentDrawingGet(DrawingTask& task) {
 // Every other setting, an unknown one too, means the working directory.
 static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder) {
     const std::wstring stored =
-        WithoutBlanks(SettingRead(SettingsPath(kCommonSettings), choice.section, kChoiceKey));
+        WithoutBlanks(SettingRead(SettingsPath(kCommonSettings), choice.section, kValueKey));
     if (stored == kDesktop) return DesktopFolderGet(folder);
     ProPath path = {};
     const ProError status = stored == kAskUser
@@ -149,17 +155,29 @@ static ProError UnusedPdfPathGet(std::wstring& path) {
     return PRO_TK_NO_ERROR;
 }
 
-static void ExportSheets(const DrawingTask& task, const DrawingFormat& format,
+static void ExportSheets(const char* command, const DrawingTask& task, const DrawingFormat& format,
                          const DrawingSettings& settings, const std::wstring& folder) {
     if (format.setsDwgVersion) DwgVersionChoose();
     ExportFolder target(folder);
-    WriterRun run = {settings};
-    RunRecord record;
+    WriterRun writer = {settings};
+    BatchRun run(command, static_cast<std::size_t>(task.sheets));
     {
         const ScopeExit turnBack([&task] { SheetRestore(task); });
-        ExportDrawing(task, format, run, target, record);
+        for (int sheet = 1; sheet <= task.sheets; ++sheet) {
+            if (!run.Begin(task.name + kSheetMark + std::to_wstring(sheet))) continue;
+            if (task.sheets == 1) {
+                ExportDrawing(task, format, writer, target, run);
+            } else {
+                ExportSheet(task, format, sheet, writer, target, run);
+            }
+        }
     }
-    ShowFailures(kNotExported, record);
+    ShowEnd(run);
+}
+
+static void ShowEnd(const BatchRun& run) {
+    ShowFailures(kNotExported, run.Record());
+    ShowCancelled(run);
 }
 
 }  // namespace kv

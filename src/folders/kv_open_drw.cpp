@@ -2,7 +2,9 @@
 
 #include "folders/kv_open_drw.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include <ProMdl.h>
 #include <ProModelitem.h>
@@ -12,6 +14,7 @@
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "model/drawing_window.h"
 #include "model/model_data.h"
 #include "ui/message_box.h"
 
@@ -52,6 +55,8 @@ static ProError SelectedModelGet(ProSelection selection, ProMdl& model) {
 }
 
 static ProError ShowDrawing(const std::wstring& name, ProMdl drawing) {
+    const std::vector<ProMdl> shown = ShownModels();
+    const bool wasShown = std::ranges::find(shown, drawing) != shown.end();
     ProMdlName windowName;
     int window = PRO_VALUE_UNUSED;
     ProError status = CopyText(name, windowName);
@@ -59,8 +64,9 @@ static ProError ShowDrawing(const std::wstring& name, ProMdl drawing) {
     if (Failed(status)) return status;
     status = ProMdlDisplay(drawing);
     if (!Failed(status)) status = ProWindowActivate(window);
-    // A window that the user does not get to see is not left behind.
-    if (Failed(status)) ProWindowDelete(window);
+    // A window that the user does not get to see is not left behind; the host hands out one that the user
+    // has, too.
+    if (Failed(status) && !wasShown) ProWindowDelete(window);
     return status;
 }
 

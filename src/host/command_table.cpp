@@ -23,6 +23,7 @@
 #include "params/kv_mdl_count.h"
 #include "params/kv_params.h"
 #include "settings/kv_config.h"
+#include "ui/prompt.h"
 
 namespace kv {
 

@@ -7,24 +7,9 @@
 #include <ProUICmd.h>
 
 #include "base/host_callback.h"
-#include "base/status.h"
-#include "base/text.h"
 #include "host/access_rules.h"
 
 namespace kv {
-
-// Message file of the menu: labels, help texts and descriptions by key. There are hosts that refuse a name
-// with capitals; Windows finds the file by the second name as well.
-inline constexpr wchar_t kMenuFile[] = L"kvMenu.txt";
-inline constexpr wchar_t kMenuFileInSmallLetters[] = L"kvmenu.txt";
-
-// What `call` answers that gets the menu's file; where it fails with the one name, with the other.
-template <typename Call>
-ProError WithMenuFile(Call call) {
-    const ProError status = call(HostText(kMenuFile));
-    const bool isUnknown = Failed(status) && status != PRO_TK_E_FOUND;
-    return isUnknown ? call(HostText(kMenuFileInSmallLetters)) : status;
-}
 
 struct CommandRow {
     const char* name;  // also the key of label and description

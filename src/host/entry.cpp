@@ -13,18 +13,20 @@
 #include "host/popup_menu.h"
 #include "settings/last_directory.h"
 #include "settings/settings_store.h"
+#include "ui/progress_window.h"
 
 namespace kv {
 
-// 0: not running.
-static UINT_PTR startTimer = 0;
+static constexpr UINT_PTR kStartTimer = 1;
 // The host needs this long to finish its own start-up before its working directory may change.
 static constexpr UINT kStartDelay = 2000;  // ms
+// The timer that runs, by the system's number; 0 when none does.
+static UINT_PTR startTimer = 0;
 static constexpr wchar_t kCommonSettingsInTextDir[] = L"\\KVconfig\\KvConfig.ini";
 
-static void StopStartTimer();
 static void CALLBACK OnStartTimer(HWND window, UINT message, UINT_PTR timer, DWORD time) noexcept;
 static void Start(const char* hostVersion);
+static void Stop() noexcept;
 static bool PopupsWanted();
 
 }  // namespace kv
@@ -39,11 +41,11 @@ extern "C" int user_initialize(int, char*[], char* version, char*, wchar_t[80]) 
 }
 
 extern "C" void user_terminate() {
-    kv::StopStartTimer();
     (void)kv::Guarded([] {
         kv::SaveLastDirectory();
         return PRO_TK_NO_ERROR;
     });
+    kv::Stop();
 }
 
 namespace kv {
@@ -51,19 +53,20 @@ namespace kv {
 static void Start(const char* hostVersion) {
     HostVersionKeep(hostVersion);
     RegisterCommands();
-    startTimer = SetTimer(nullptr, 0, kStartDelay, OnStartTimer);
+    startTimer = SetTimer(nullptr, kStartTimer, kStartDelay, OnStartTimer);
     if (PopupsWanted()) WatchPopupMenus();
 }
 
-static void StopStartTimer();
-// A timer that is left would call into a plug-in that is no longer there.
-static void StopStartTimer() {
+// What Windows would still call after the plug-in is gone.
+static void Stop() noexcept {
     if (startTimer != 0) KillTimer(nullptr, startTimer);
     startTimer = 0;
+    ProgressWindowForget();
 }
 
-static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
-    StopStartTimer();
+static void CALLBACK OnStartTimer(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
+    KillTimer(nullptr, timer);
+    startTimer = 0;
     (void)Guarded([] {
         RestoreLastDirectory();
         return PRO_TK_NO_ERROR;

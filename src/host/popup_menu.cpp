@@ -6,7 +6,6 @@
 #include <cstring>
 #include <string>
 
-#include <ProMessage.h>
 #include <ProNotify.h>
 #include <ProPopupmenu.h>
 
@@ -16,6 +15,7 @@
 #include "folders/kv_open_drw.h"
 #include "host/access_rules.h"
 #include "host/command_table.h"
+#include "ui/prompt.h"
 
 namespace kv {
 
@@ -50,7 +50,6 @@ static ProError OnSelObjMenuCreate(const char* menuName);
 static void AddActionButton(const PopupRow& row);
 static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row);
 static void AddOpenDrawing(ProPopupMenuId menu);
-static void MenuText(const char* key, ProLine& text);
 static void SetPopupHandler(ProPopupmenuCreatePostAction handler);
 
 void WatchPopupMenus() {
@@ -97,21 +96,12 @@ static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row) {
 static void AddOpenDrawing(ProPopupMenuId menu) {
     uiCmdCmdId id = nullptr;
     if (Failed(CommandIdGet(kOpenDrawing, HostAction<KvOpenDrw>, uiProeImmediate, AccessPart, id))) return;
-    ProLine label = {};
-    ProLine help = {};
-    MenuText(kOpenDrawing, label);
-    MenuText(kOpenDrawingHelp, help);
-    ProPopupmenuButtonAdd(menu, PRO_VALUE_UNUSED, HostName(kOpenDrawing), label, help, id, AccessSelItem,
-                          nullptr);
+    // An entry without a label could not be told from a gap: a missing text is its key.
+    const std::wstring label = MenuText(kOpenDrawing);
+    const std::wstring help = MenuText(kOpenDrawingHelp);
+    ProPopupmenuButtonAdd(menu, PRO_VALUE_UNUSED, HostName(kOpenDrawing), HostText(label.c_str()),
+                          HostText(help.c_str()), id, AccessSelItem, nullptr);
     AddMenuButton(kActionMenu, kOpenDrawing, kOpenDrawing, kOpenDrawingHelp, id);
-}
-
-// The text of a key of the menu file. Without one the key stands in: an entry without a label could not be
-// told from a gap.
-static void MenuText(const char* key, ProLine& text) {
-    const ProError status =
-        WithMenuFile([&](wchar_t* file) { return ProMessageToBuffer(text, file, HostName(key)); });
-    if (Failed(status) || text[0] == L'\0') (void)CopyText(WideName(key), text);
 }
 
 // The host takes every kind of handler as one type; it is called as what the notification says it is.

@@ -9,9 +9,9 @@
 #include <ProMdl.h>
 
 #include "base/status.h"
+#include "model/batch_run.h"
 #include "model/model_data.h"
 #include "model/prefix_list.h"
-#include "model/run_record.h"
 
 namespace kv {
 
@@ -19,7 +19,6 @@ struct ModelBatch {
     ProMdl current = nullptr;
     std::vector<ProMdl> models;  // distinct, sorted by handle; empty when there is nothing to work on
     PrefixList excluded;
-    RunRecord record;
 };
 
 // Collects the models below `current` that a type radio group asks for.
@@ -36,24 +35,25 @@ struct ModelBatch {
 // A model that fails does not stop the others. One whose name cannot be read is left alone, for it might be
 // an excluded one.
 template <typename Work>
-void ForEachEntry(ModelBatch& batch, const char* step, Work work) {
-    batch.record.reserve(batch.record.size() + batch.models.size());
+void ForEachEntry(const ModelBatch& batch, BatchRun& run, const wchar_t* step, Work work) {
     for (ProMdl model : batch.models) {
-        RunEntry entry = {{}, "read the name", PRO_TK_NO_ERROR};
+        RunEntry entry = {{}, kStepReadName};
         entry.status = ModelNameGet(model, entry.model);
+        if (!run.Begin(entry.model)) continue;
         if (!Failed(entry.status)) {
-            const bool excluded = HasPrefix(batch.excluded, entry.model);
-            entry.step = excluded ? "excluded" : step;
-            if (!excluded) entry.status = work(model, entry);
+            entry.skipped = HasPrefix(batch.excluded, entry.model);
+            entry.step = entry.skipped ? kStepExcluded : step;
+            if (!entry.skipped) entry.status = work(model, entry);
         }
-        batch.record.push_back(std::move(entry));
+        run.Add(std::move(entry));
     }
 }
 
 // The same for work that needs no more than the name: `work(model, name)`.
 template <typename Work>
-void ForEachModel(ModelBatch& batch, const char* step, Work work) {
-    ForEachEntry(batch, step, [&work](ProMdl model, RunEntry& entry) { return work(model, entry.model); });
+void ForEachModel(const ModelBatch& batch, BatchRun& run, const wchar_t* step, Work work) {
+    ForEachEntry(batch, run, step,
+                 [&work](ProMdl model, RunEntry& entry) { return work(model, entry.model); });
 }
 
 }  // namespace kv

@@ -39,6 +39,7 @@ struct KnownModel {
 
 struct Walk {
     WalkVariant variant = CollectAllComponents;
+    FeatureList features = FeatureList::Left;
     std::vector<ProAsmcomp> components;
     std::vector<PlacedModel> models;
     std::vector<DistinctModel> distinct;
@@ -48,6 +49,7 @@ struct Walk {
     bool cut = false;  // something below the assembly being visited was left out because of its path
 };
 
+static ProError WalkFrom(ProMdl top, WalkVariant variant, FeatureList features, WalkResult& result);
 static ProError ComponentFilter(ProFeature* feature, ProAppData data);
 static ProError OnComponent(ProFeature* feature, ProError status, ProAppData data);
 static bool IsActiveAndVisible(ProFeature* component);
@@ -57,13 +59,18 @@ static ProError Descend(Walk& walk, ProMdl assembly, KnownModel& known);
 static ProError VisitLevel(Walk& walk, ProMdl assembly, KnownModel& known);
 static void RepeatGathered(Walk& walk, const KnownModel& known);
 
-ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result) {
+ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result, FeatureList features) {
     ProError status = ArrayAlloc(result.components);
     if (Failed(status)) return ShowFailure(kArrayAllocError, status);
+    status = Guarded([&] { return WalkFrom(top, variant, features, result); });
+    return status == PRO_TK_OUT_OF_MEMORY ? ShowFailure(kArrayAllocError, status) : status;
+}
 
+static ProError WalkFrom(ProMdl top, WalkVariant variant, FeatureList features, WalkResult& result) {
     Walk walk;
     walk.variant = variant;
-    status = VisitLevel(walk, top, walk.known[top]);
+    walk.features = features;
+    ProError status = VisitLevel(walk, top, walk.known[top]);
     // The top level may also have ended early at a component without a model.
     if (Failed(status) && status != PRO_TK_CONTINUE) return status;
     status = ArrayAppend(result.components, std::span(walk.components));
@@ -109,7 +116,7 @@ static ProError OnComponent(ProFeature* feature, ProError, ProAppData data) {
     KnownModel& known = KnownModelOf(walk, model);
     walk.deepest = std::max(walk.deepest, walk.level);
     if (known.kept) {
-        walk.components.push_back(*feature);
+        if (walk.features == FeatureList::Made) walk.components.push_back(*feature);
         walk.models.push_back({model, known.type, walk.level, known.index});
     }
     return known.type == PRO_MDL_ASSEMBLY ? Descend(walk, model, known) : PRO_TK_NO_ERROR;
@@ -183,10 +190,12 @@ static void RepeatGathered(Walk& walk, const KnownModel& known) {
     const std::size_t place = walk.models.size();
     const std::size_t count = known.last - known.first;
     const int deeper = walk.level + 1 - known.level;
-    walk.components.resize(place + count);
     walk.models.resize(place + count);
-    std::copy_n(walk.components.begin() + static_cast<std::ptrdiff_t>(known.first), count,
-                walk.components.begin() + static_cast<std::ptrdiff_t>(place));
+    if (walk.features == FeatureList::Made) {
+        walk.components.resize(place + count);
+        std::copy_n(walk.components.begin() + static_cast<std::ptrdiff_t>(known.first), count,
+                    walk.components.begin() + static_cast<std::ptrdiff_t>(place));
+    }
     for (std::size_t i = 0; i < count; ++i) {
         PlacedModel placed = walk.models[known.first + i];
         placed.level += deeper;

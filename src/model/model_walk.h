@@ -36,14 +36,28 @@ struct DistinctModel {
 };
 
 struct WalkResult {
-    // One entry per placement each, in the same order.
-    HostArray<ProAsmcomp> components;
+    // One entry per placement.
     std::vector<PlacedModel> models;
+    // The component features in the same order, for a walk that lists them.
+    HostArray<ProAsmcomp> components;
     // The different models among them, in the order of first meeting.
     std::vector<DistinctModel> distinct;
 };
 
+// Whether a walk lists the component features: few need them, and they take more room than all the rest.
+enum class FeatureList { Left, Made };
+
 // Collects the components below `top`. A model without components is no failure.
+//
+//     PUMP             models     level  index     distinct
+//       SUB            SUB        1      0         SUB
+//         BOLT         BOLT       2      1         BOLT
+//       SUB            SUB        1      0
+//         BOLT         BOLT       2      1
+//       BOLT           BOLT       1      1
+//
+// For CollectPartComponents the entries of SUB are left out, not those of its BOLTs; they keep their level,
+// and BOLT has the index 0.
 //
 // A component whose model cannot be had ends the visit of its level, an assembly that cannot be visited is
 // passed over. An assembly that contains itself is entered once, and no component lies deeper than the host's
@@ -51,8 +65,9 @@ struct WalkResult {
 //
 // Cost       at most 5 host calls for each component feature, one or two for each model, none for what is
 //            below a repeated sub-assembly
-// Errors     of allocating the list, which are also shown; of visiting `top`; PRO_TK_OUT_OF_MEMORY
-[[nodiscard]] ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result);
+// Errors     of allocating the list and PRO_TK_OUT_OF_MEMORY, which are also shown; of visiting `top`
+[[nodiscard]] ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result,
+                                 FeatureList features = FeatureList::Left);
 
 // The different models that a walk meets, sorted by handle. Errors: those of ModelWalk.
 [[nodiscard]] ProError DistinctModels(ProMdl top, WalkVariant variant, std::vector<ProMdl>& models);

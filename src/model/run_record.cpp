@@ -2,6 +2,8 @@
 
 #include "model/run_record.h"
 
+#include <string_view>
+
 #include "base/status.h"
 #include "ui/message_box.h"
 
@@ -10,6 +12,12 @@ namespace kv {
 static constexpr wchar_t kMore[] = L"\n……";
 // A longer list would not fit on the screen.
 static constexpr std::size_t kListedFailures = 20;
+
+RunOutcome OutcomeOf(const RunEntry& entry) {
+    if (std::wstring_view(entry.step) == kStepNotReached) return RunOutcome::NotReached;
+    if (Failed(entry.status)) return RunOutcome::Failed;
+    return entry.skipped ? RunOutcome::Skipped : RunOutcome::Done;
+}
 
 std::wstring FailureLines(const RunRecord& record, FailureList form) {
     std::wstring text;

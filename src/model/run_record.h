@@ -6,19 +6,25 @@
 
 #include <ProToolkit.h>
 
+#include "model/run_steps.h"
+
 namespace kv {
 
-// One model, or one file made of it: what was done, or the step that failed. A model that an exclusion prefix
-// kept out has the step "excluded".
+// One model, or one file made of it: what was done, the step that failed, or why there was nothing to do.
 struct RunEntry {
     std::wstring model;
-    const char* step = nullptr;
+    const wchar_t* step = L"";  // in words
     ProError status = PRO_TK_NO_ERROR;
     std::wstring file = {};  // name of the file that was to be written; empty for a step without one
-    bool replaced = false;   // it took the place of an earlier file, perhaps of this very run
+    bool replaced = false;   // it took the place of an earlier file
+    bool skipped = false;    // the step says why nothing was to be done
 };
 
-// In working order. It belongs to the action that runs the batch.
+enum class RunOutcome { Done, Skipped, Failed, NotReached };
+
+RunOutcome OutcomeOf(const RunEntry& entry);
+
+// In working order.
 using RunRecord = std::vector<RunEntry>;
 
 // A list for a glance, in which neighbours of one name share a line and which is cut when it gets long; or

@@ -3,6 +3,7 @@
 
 #include "office/spreadsheet.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <new>
@@ -48,6 +49,8 @@ static constexpr long kTitleSize = 16;  // points
 static constexpr wchar_t kTextFormat[] = L"@";
 static constexpr std::size_t kMaxAddress = 255;  // characters of a range's address
 
+static constexpr std::size_t kMaxBlockCells = 100'000;
+
 static constexpr std::size_t kTitleRow = 1;
 static constexpr std::size_t kHeaderRow = 2;
 static constexpr std::size_t kFirstDataRow = 3;
@@ -82,10 +85,14 @@ private:
     bool saved_ = false;
 };
 
-static HRESULT TableFill(const Dispatch& sheet, const SheetTable& table);
+static HRESULT TableFill(const Dispatch& sheet, const SheetTable& table, std::vector<RefusedCell>& refused);
 static HRESULT TitleFill(const Dispatch& sheet, const SheetTable& table);
-static HRESULT HeaderFill(const Dispatch& sheet, const std::vector<std::wstring>& columns);
-static HRESULT RowsFill(const Dispatch& sheet, const SheetTable& table);
+static HRESULT HeaderFill(const Dispatch& sheet, const SheetTable& table, std::vector<RefusedCell>& refused);
+static HRESULT RowsFill(const Dispatch& sheet, const SheetTable& table, std::vector<RefusedCell>& refused);
+static HRESULT TextsPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block,
+                        std::vector<RefusedCell>& refused);
+static HRESULT BlockPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block);
+static const std::wstring& TextAt(const SheetTable& table, std::size_t column, std::size_t row);
 static HRESULT RowsMark(const Dispatch& sheet, const SheetTable& table);
 static HRESULT BlocksMark(const Dispatch& sheet, const std::wstring& address);
 static std::vector<CellBlock> MarkedBlocks(const SheetTable& table);
@@ -97,7 +104,8 @@ static std::wstring CornerName(const CellBlock& block, bool first);
 static HRESULT PartPut(const Dispatch& object, DISPID part, DISPID property, const Variant& value);
 static HRESULT AutoFit(const Dispatch& sheet, DISPID lines);
 
-SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path) {
+SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path,
+                            std::vector<RefusedCell>& refused) {
     if (table.columns.empty() || table.columns.size() > kMaxSheetColumns) return SheetExport::Failed;
     try {
         const ComApartment apartment;
@@ -106,7 +114,7 @@ SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path) {
 
         Dispatch sheet;
         HRESULT status = application.NewWorkbook(sheet);
-        if (SUCCEEDED(status)) status = TableFill(sheet, table);
+        if (SUCCEEDED(status)) status = TableFill(sheet, table, refused);
         sheet.Release();
         if (SUCCEEDED(status)) status = application.Save(path);
         return SUCCEEDED(status) ? SheetExport::Written : SheetExport::Failed;
@@ -149,10 +157,16 @@ HRESULT HiddenApplication::Save(const std::wstring& path) {
 
 // ---- The sheet
 
-static HRESULT TableFill(const Dispatch& sheet, const SheetTable& table) {
+// Whether the application is gone: nothing that is asked of it will succeed.
+static bool IsConnectionLost(HRESULT status) {
+    return status == RPC_E_DISCONNECTED || status == RPC_E_SERVER_DIED || status == CO_E_OBJNOTCONNECTED ||
+           HRESULT_FACILITY(status) == FACILITY_WIN32;
+}
+
+static HRESULT TableFill(const Dispatch& sheet, const SheetTable& table, std::vector<RefusedCell>& refused) {
     HRESULT status = TitleFill(sheet, table);
-    if (SUCCEEDED(status)) status = HeaderFill(sheet, table.columns);
-    if (SUCCEEDED(status) && !table.rows.empty()) status = RowsFill(sheet, table);
+    if (SUCCEEDED(status)) status = HeaderFill(sheet, table, refused);
+    if (SUCCEEDED(status) && !table.rows.empty()) status = RowsFill(sheet, table, refused);
     if (SUCCEEDED(status)) status = AutoFit(sheet, kColumns);
     if (SUCCEEDED(status)) status = AutoFit(sheet, kRows);
     return status;
@@ -162,6 +176,7 @@ static HRESULT TitleFill(const Dispatch& sheet, const SheetTable& table) {
     // Only the first cell gets the text: merging filled cells asks a question that nobody can see.
     Dispatch first;
     HRESULT status = RangeGet(sheet, {0, kTitleRow}, first);
+    if (SUCCEEDED(status)) status = first.Put(kNumberFormat, Variant(kTextFormat));
     if (SUCCEEDED(status)) status = first.Put(kValue2, Variant(table.title));
     Dispatch title;
     if (SUCCEEDED(status)) status = RangeGet(sheet, {0, kTitleRow, table.columns.size()}, title);
@@ -174,31 +189,70 @@ static HRESULT TitleFill(const Dispatch& sheet, const SheetTable& table) {
     return status;
 }
 
-static HRESULT HeaderFill(const Dispatch& sheet, const std::vector<std::wstring>& columns) {
-    Variant texts = Variant::Block(1, columns.size());
-    for (std::size_t i = 0; i < columns.size(); ++i) texts.SetText(0, i, columns[i]);
+static HRESULT HeaderFill(const Dispatch& sheet, const SheetTable& table, std::vector<RefusedCell>& refused) {
+    const CellBlock titles = {0, kHeaderRow, table.columns.size()};
+    HRESULT status = TextsPut(sheet, table, titles, refused);
     Dispatch header;
-    HRESULT status = RangeGet(sheet, {0, kHeaderRow, columns.size()}, header);
-    if (SUCCEEDED(status)) status = header.Put(kValue2, texts);
+    if (SUCCEEDED(status)) status = RangeGet(sheet, titles, header);
     if (SUCCEEDED(status)) status = PartPut(header, kFont, kBold, Variant(true));
     return status;
 }
 
-static HRESULT RowsFill(const Dispatch& sheet, const SheetTable& table) {
+// A block that is too large would not fit into the memory of both programs.
+static HRESULT RowsFill(const Dispatch& sheet, const SheetTable& table, std::vector<RefusedCell>& refused) {
     const std::size_t columns = table.columns.size();
-    const std::wstring empty;
-    Variant texts = Variant::Block(table.rows.size(), columns);
-    for (std::size_t row = 0; row < table.rows.size(); ++row) {
-        const std::vector<SheetCell>& cells = table.rows[row];
-        for (std::size_t column = 0; column < columns; ++column)
-            texts.SetText(row, column, column < cells.size() ? cells[column].text : empty);
+    const std::size_t rowsAtOnce = kMaxBlockCells / columns;
+    HRESULT status = S_OK;
+    for (std::size_t done = 0; done < table.rows.size() && SUCCEEDED(status); done += rowsAtOnce) {
+        const std::size_t rows = std::min(rowsAtOnce, table.rows.size() - done);
+        status = TextsPut(sheet, table, {0, kFirstDataRow + done, columns, rows}, refused);
     }
-    Dispatch block;
-    HRESULT status = RangeGet(sheet, {0, kFirstDataRow, columns, table.rows.size()}, block);
-    // The format first: "0012" or "=1+1" put into a cell without it becomes a number or a formula.
-    if (SUCCEEDED(status)) status = block.Put(kNumberFormat, Variant(kTextFormat));
-    if (SUCCEEDED(status)) status = block.Put(kValue2, texts);
     return SUCCEEDED(status) ? RowsMark(sheet, table) : status;
+}
+
+// Puts the texts of a block. One that is refused is put in two halves, down to the single cell that the
+// application does not take.
+static HRESULT TextsPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block,
+                        std::vector<RefusedCell>& refused) {
+    const HRESULT status = BlockPut(sheet, table, block);
+    if (SUCCEEDED(status) || IsConnectionLost(status)) return status;
+    if (block.rows == 1 && block.columns == 1) {
+        refused.push_back({block.column, block.row - kHeaderRow});
+        return S_OK;
+    }
+    CellBlock first = block;
+    CellBlock second = block;
+    if (block.rows > 1) {
+        first.rows = block.rows / 2;
+        second.row += first.rows;
+        second.rows -= first.rows;
+    } else {
+        first.columns = block.columns / 2;
+        second.column += first.columns;
+        second.columns -= first.columns;
+    }
+    const HRESULT half = TextsPut(sheet, table, first, refused);
+    return SUCCEEDED(half) ? TextsPut(sheet, table, second, refused) : half;
+}
+
+static HRESULT BlockPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block) {
+    Variant texts = Variant::Block(block.rows, block.columns);
+    for (std::size_t row = 0; row < block.rows; ++row)
+        for (std::size_t column = 0; column < block.columns; ++column)
+            texts.SetText(row, column, TextAt(table, block.column + column, block.row + row));
+    Dispatch range;
+    HRESULT status = RangeGet(sheet, block, range);
+    // The format first: "0012" or "=1+1" put into a cell without it becomes a number or a formula.
+    if (SUCCEEDED(status)) status = range.Put(kNumberFormat, Variant(kTextFormat));
+    return SUCCEEDED(status) ? range.Put(kValue2, texts) : status;
+}
+
+// The text of a cell of the sheet, by column and row there.
+static const std::wstring& TextAt(const SheetTable& table, std::size_t column, std::size_t row) {
+    static const std::wstring empty;
+    if (row == kHeaderRow) return table.columns[column];
+    const std::vector<SheetCell>& cells = table.rows[row - kFirstDataRow];
+    return column < cells.size() ? cells[column].text : empty;
 }
 
 // Many blocks go over as one range, as far as its address may reach.

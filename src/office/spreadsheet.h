@@ -23,8 +23,15 @@ struct SheetTable {
     std::vector<std::vector<SheetCell>> rows;
 };
 
+// A cell that the application did not take: column and row of the table, counted from 0 and from 1; row 0 is
+// the column titles'.
+struct RefusedCell {
+    std::size_t column;
+    std::size_t row;
+};
+
 enum class SheetExport {
-    Written,     // the file is complete
+    Written,     // the file is there; cells that were refused are empty in it
     NotCreated,  // the application is missing or does not start
     Failed,      // it started and then refused something; there is no file
 };
@@ -32,10 +39,12 @@ enum class SheetExport {
 // Writes the table into a new .xlsx file: starts the application, fills a workbook, saves it and quits, on
 // every path out. Works whether or not COM is initialised on this thread.
 //
+// refused    gets the cells that the application did not take
 // path       absolute, with extension; the folder exists. A file in its place is replaced.
 // Errors     Failed without starting anything for no columns or more than kMaxSheetColumns.
 // Cost       a fixed number of calls, and three for every twenty or so blocks of marked cells: neighbouring
 //            rows marked in the same columns are one block for each unbroken stretch of marked columns.
-[[nodiscard]] SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path);
+[[nodiscard]] SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path,
+                                          std::vector<RefusedCell>& refused);
 
 }  // namespace kv

@@ -14,16 +14,21 @@
 
 #include "base/status.h"
 #include "base/text.h"
+#include "model/batch_run.h"
 #include "model/current_model.h"
 #include "model/model_count.h"
 #include "model/parameter.h"
 #include "model/refusals.h"
-#include "model/run_record.h"
 #include "settings/settings_store.h"
 #include "ui/message_box.h"
 
 namespace kv {
 
+static constexpr char kCommand[] = "KvMdlCount";
+static constexpr wchar_t kItems[] = L"模型";
+static constexpr wchar_t kStepQuantity[] = L"写入数量";
+static constexpr wchar_t kStepInstance[] = L"族表实例";
+static constexpr wchar_t kStepGeneric[] = L"准备类属模型";
 static constexpr wchar_t kQuantity[] = L"数量";
 static constexpr wchar_t kInstanceSetting[] = L"KvCountForInstance";
 static constexpr wchar_t kInstancesWanted[] = L"TRUE";
@@ -38,7 +43,7 @@ static RunEntry WriteCount(const NamedModel& model, unsigned int count, bool ins
 static ProError WriteQuantity(ProMdl model, int quantity);
 static ProError PrepareGeneric(ProMdl generic);
 static ProError AddColumn(ProMdl generic);
-static void ShowResult(const RunRecord& record);
+static void ShowResult(const BatchRun& run);
 
 ProError KvMdlCount() {
     ProMdl assembly = nullptr;
@@ -49,13 +54,15 @@ ProError KvMdlCount() {
     status = ModelWalk(assembly, CollectAllComponents, walk);
     if (Failed(status)) return status;
 
-    RunRecord record;
     const std::vector<NamedModel> models = NamesOf(walk.distinct);
-    for (const ModelCount& entry : CountModels(models, walk.models, NameMatch::AnyCase))
-        record.push_back(WriteCount(models[entry.model], entry.count, instances));
+    const std::vector<ModelCount> counts = CountModels(models, walk.models, NameMatch::AnyCase);
+    BatchRun run(kCommand, counts.size());
+    for (const ModelCount& entry : counts)
+        if (run.Begin(models[entry.model].name))
+            run.Add(WriteCount(models[entry.model], entry.count, instances));
     ProMdl current = nullptr;
     if (!Failed(ProMdlCurrentGet(&current))) ProTreetoolRefresh(current);
-    ShowResult(record);
+    ShowResult(run);
     return PRO_TK_NO_ERROR;
 }
 
@@ -65,18 +72,19 @@ static bool CountsInstances() {
 }
 
 static RunEntry WriteCount(const NamedModel& model, unsigned int count, bool instances) {
-    RunEntry entry = {model.name, "write the quantity", PRO_TK_NO_ERROR};
+    RunEntry entry = {model.name, kStepQuantity};
     ProMdl generic = nullptr;
     const bool isInstance = !Failed(ProFaminstanceGenericGet(model.model, PRO_B_TRUE, &generic));
     if (isInstance && !instances) {
-        entry.step = "instance";
+        entry.step = kStepInstance;
+        entry.skipped = true;
         return entry;
     }
     if (isInstance) {
-        entry.step = "prepare the generic";
+        entry.step = kStepGeneric;
         entry.status = PrepareGeneric(generic);
         if (Failed(entry.status)) return entry;
-        entry.step = "write the quantity";
+        entry.step = kStepQuantity;
     }
     entry.status = WriteQuantity(model.model, static_cast<int>(count));
     return entry;
@@ -116,10 +124,11 @@ static ProError AddColumn(ProMdl generic) {
     return Failed(status) ? status : ProFamtableItemAdd(&table, &column);
 }
 
-static void ShowResult(const RunRecord& record) {
-    const std::wstring failures = FailureLines(record, FailureList::Complete);
-    if (failures.empty()) {
-        ShowMessage(kDone);
+static void ShowResult(const BatchRun& run) {
+    TellCount(run, kItems);
+    const std::wstring failures = FailureLines(run.Record(), FailureList::Complete);
+    if (run.Cancelled() || failures.empty()) {
+        ShowCompletion(run, kDone);
     } else {
         ShowInformation((kFailures + failures + kListEnd).c_str());
     }

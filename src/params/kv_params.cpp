@@ -11,8 +11,10 @@
 #include <ProMdl.h>
 #include <ProSolid.h>
 
+#include "base/number.h"
 #include "base/status.h"
 #include "base/text.h"
+#include "model/batch_run.h"
 #include "model/current_model.h"
 #include "model/model_batch.h"
 #include "model/parameter.h"
@@ -24,6 +26,7 @@
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
+#include "ui/prompt.h"
 
 namespace kv {
 
@@ -56,6 +59,12 @@ static constexpr DialogSetting kSettings[] = {
 // Both halves start with the first half's prefixes; the second half's are not stored.
 static constexpr DialogSetting kStartOnly[] = {{kDerivedExcluded, SettingKind::Text, kContentKey, kExcluded}};
 
+static constexpr char kValueMessage[] = "Parameter value:%0w";
+static constexpr wchar_t kItems[] = L"模型";
+static constexpr wchar_t kNameMissing[] = L"\t请输入参数名称！\t";
+static constexpr wchar_t kNameTooLong[] = L"\t参数名称超过31个字符，未做任何改动！\t";
+static constexpr wchar_t kValueTooLong[] = L"\t参数值超过80个字符，未做任何改动！\t";
+static constexpr wchar_t kValueOutOfRange[] = L"\t参数值不是所选类型可用的值，未做任何改动！\t";
 static constexpr wchar_t kBadBoolean[] = L"布尔类型参数值只可为'YES'或'NO',请重新输入!";
 static constexpr wchar_t kNoAssembly[] = L"当前环境不是组件/制造，无法执行此操作";
 static constexpr wchar_t kOutlineDone[] = L"外形尺寸参数批量创建/更新完成";
@@ -68,24 +77,42 @@ struct ParameterRequest {
     std::wstring value;
 };
 
+// Which models a half of the dialog works on.
+struct ModelChoice {
+    const char* group;
+    const char* excluded;
+    bool blanksCount;  // a prefix may contain a blank
+    MessageBoxForm show;
+};
+static constexpr ModelChoice kNamedModels = {kTypeChoice, kExcluded, true, ShowMessage};
+static constexpr ModelChoice kDerivedModels = {kDerivedTypeChoice, kDerivedExcluded, false, ShowInformation};
+
 using ValueWork = ProError (*)(ProMdl model, const std::wstring& name, const ProParamvalue& value);
 
-static void FillDialog();
+struct ParamsDialog {
+    std::wstring report = {};  // path of the last run's
+};
+
+static void FillDialog(ParamsDialog& dialog);
 static void RestoreSettings();
-static void OnAdd();
-static void OnUpdate();
-static void OnDelete();
-static void OnOutline();
-static void OnSheetSize();
+static void OnAdd(ParamsDialog& dialog);
+static void OnUpdate(ParamsDialog& dialog);
+static void OnDelete(ParamsDialog& dialog);
+static void OnOutline(ParamsDialog& dialog);
+static void OnSheetSize(ParamsDialog& dialog);
+static void OnShowReport(const ParamsDialog& dialog);
 static void SaveSettings();
-static void ApplyValue(const char* step, ValueWork work);
+static void ApplyValue(ParamsDialog& dialog, const wchar_t* step, ValueWork work);
 static ProError RequestGet(ParameterRequest& request);
-static ProError NamedModelsCollect(ModelBatch& batch);
-static ProError DerivedModelsCollect(ProMdl assembly, ModelBatch& batch);
+static ProError NameGet(const char* component, std::wstring& name);
+static ProError RequestValueGet(const ParameterRequest& request, ProParamvalue& value);
+static ProError ModelsCollect(ModelChoice choice, ModelBatch& batch);
 static ProError OutlineTaskGet(OutlineTask& task);
-static void ShowChange(ProMdl model);
+static void ShowChange(const BatchRun& run, ProMdl model, ParamsDialog& dialog);
+static void ShowDerived(const BatchRun& run, const wchar_t* done, ProMdl model, ParamsDialog& dialog);
 
 ProError KvParams() {
+    ParamsDialog dialog;
     return RunDialog(kDialog,
                      {
                          Pressed<OnAdd>("Add"),
@@ -93,12 +120,13 @@ ProError KvParams() {
                          Pressed<OnDelete>("Delete"),
                          Pressed<OnOutline>("KvOutline"),
                          Pressed<OnSheetSize>("KvSheetSize"),
+                         Pressed<OnShowReport>("KvShowReport"),
                          Closes("Close"),
                      },
-                     FillDialog);
+                     dialog, FillDialog);
 }
 
-static void FillDialog() {
+static void FillDialog(ParamsDialog&) {
     RadioChoiceSet(kDialog, kTypeChoice, kAllModels);
     RadioChoiceSet(kDialog, kDerivedTypeChoice, kAllModels);
     OptionLabelSet(kDialog, kParameterType, kUsualType);
@@ -112,56 +140,56 @@ static void RestoreSettings() {
     DialogSettingsRestore(kDialog, file, kStartOnly);
 }
 
-static void OnAdd() {
-    ApplyValue("create the parameter", ParameterCreate);
+static void OnAdd(ParamsDialog& dialog) {
+    ApplyValue(dialog, kStepAddParameter, ParameterCreate);
 }
 
-static void OnUpdate() {
-    ApplyValue("set the value", ParameterUpdate);
+static void OnUpdate(ParamsDialog& dialog) {
+    ApplyValue(dialog, kStepSetParameter, ParameterUpdate);
 }
 
-static void OnDelete() {
+static void OnDelete(ParamsDialog& dialog) {
     SaveSettings();
     ModelBatch batch;
     std::wstring name;
-    if (Failed(NamedModelsCollect(batch)) || Failed(InputTextGet(kDialog, kParameterName, name))) return;
-    if (name.empty()) return;
+    if (Failed(ModelsCollect(kNamedModels, batch)) || Failed(NameGet(kParameterName, name))) return;
 
-    ForEachModel(batch, "delete the parameter",
+    BatchRun run(kDialog, batch.models.size());
+    ForEachModel(batch, run, kStepDropParameter,
                  [&name](ProMdl model, const std::wstring&) { return ParameterDelete(model, name); });
-    ShowChange(batch.current);
+    ShowChange(run, batch.current, dialog);
 }
 
-static void OnOutline() {
+static void OnOutline(ParamsDialog& dialog) {
     SaveSettings();
-    ProMdl assembly = nullptr;
-    if (Failed(CurrentAssemblyGet(kNoAssembly, assembly, ShowInformation))) return;
     ModelBatch batch;
     OutlineTask task;
-    if (Failed(DerivedModelsCollect(assembly, batch)) || Failed(OutlineTaskGet(task))) return;
-    if (task.parameter.empty()) return;
+    if (Failed(CurrentAssemblyGet(kNoAssembly, batch.current, ShowInformation))) return;
+    if (Failed(ModelsCollect(kDerivedModels, batch)) || Failed(OutlineTaskGet(task))) return;
 
-    ForEachModel(batch, "write the outline",
+    BatchRun run(kDialog, batch.models.size());
+    ForEachModel(batch, run, kStepOutline,
                  [&task](ProMdl model, const std::wstring&) { return OutlineWrite(model, task); });
-    ShowInformation(kOutlineDone);
-    ProTreetoolRefresh(batch.current);
+    ShowDerived(run, kOutlineDone, batch.current, dialog);
 }
 
-static void OnSheetSize() {
+static void OnSheetSize(ParamsDialog& dialog) {
     SaveSettings();
-    ProMdl assembly = nullptr;
-    ProMdlType type = PRO_MDL_UNUSED;
-    if (Failed(CurrentModelGet(assembly, type)) || type != PRO_MDL_ASSEMBLY) return;
     ModelBatch batch;
+    ProMdlType type = PRO_MDL_UNUSED;
+    if (Failed(CurrentModelGet(batch.current, type)) || type != PRO_MDL_ASSEMBLY) return;
     std::wstring parameter;
-    if (Failed(DerivedModelsCollect(assembly, batch))) return;
-    if (Failed(InputTextGet(kDialog, kSheetSizeName, parameter)) || parameter.empty()) return;
+    if (Failed(ModelsCollect(kDerivedModels, batch)) || Failed(NameGet(kSheetSizeName, parameter))) return;
 
-    ForEachModel(batch, "write the sheet sizes", [&parameter](ProMdl model, const std::wstring& name) {
+    BatchRun run(kDialog, batch.models.size());
+    ForEachModel(batch, run, kStepSheetSize, [&parameter](ProMdl model, const std::wstring& name) {
         return SheetSizeWrite(model, name, parameter);
     });
-    ShowInformation(kSheetSizeDone);
-    ProTreetoolRefresh(batch.current);
+    ShowDerived(run, kSheetSizeDone, batch.current, dialog);
+}
+
+static void OnShowReport(const ParamsDialog& dialog) {
+    ShowReport(dialog.report);
 }
 
 static void SaveSettings() {
@@ -169,78 +197,87 @@ static void SaveSettings() {
 }
 
 // Add and Update differ in nothing but what they do to one model.
-static void ApplyValue(const char* step, ValueWork work) {
+static void ApplyValue(ParamsDialog& dialog, const wchar_t* step, ValueWork work) {
     SaveSettings();
     ModelBatch batch;
     ParameterRequest request;
-    if (Failed(NamedModelsCollect(batch)) || Failed(RequestGet(request))) return;
-    if (request.type == PRO_PARAM_BOOLEAN && !IsBooleanText(request.value)) {
-        ShowMessage(kBadBoolean);
-        return;
-    }
-    if (request.name.empty()) return;
-
     ProParamvalue value = {};
-    // A text that is no value of its type is refused model by model, so that the record tells.
-    const ProError valid = ParameterValueFromText(request.type, request.value, value);
-    ForEachModel(batch, step, [&](ProMdl model, const std::wstring&) {
-        return Failed(valid) ? valid : work(model, request.name, value);
-    });
-    ShowChange(batch.current);
+    if (Failed(ModelsCollect(kNamedModels, batch)) || Failed(RequestGet(request))) return;
+    if (Failed(RequestValueGet(request, value))) return;
+
+    BatchRun run(kDialog, batch.models.size());
+    ForEachModel(batch, run, step,
+                 [&](ProMdl model, const std::wstring&) { return work(model, request.name, value); });
+    // A number is read from the beginning of the text: what became of it has to be seen.
+    DisplayMessage(kValueMessage, ParameterValueText(value).c_str());
+    ShowChange(run, batch.current, dialog);
 }
 
 static ProError RequestGet(ParameterRequest& request) {
     std::wstring label;
-    ProError status = InputTextGet(kDialog, kParameterName, request.name);
-    if (!Failed(status)) status = InputTextGet(kDialog, kParameterValue, request.value);
+    ProError status = InputTextGet(kDialog, kParameterValue, request.value);
     if (!Failed(status)) status = OptionLabelGet(kDialog, kParameterType, label);
     request.type = ParameterTypeFromLabel(label);
-    return status;
+    return Failed(status) ? status : NameGet(kParameterName, request.name);
 }
 
-// The models of Add, Update and Delete. An unreadable prefix field stops the button: models that are to be
-// kept out must not get in.
-static ProError NamedModelsCollect(ModelBatch& batch) {
-    ProMdl current = nullptr;
-    ProMdlType type = PRO_MDL_UNUSED;
-    std::wstring excluded;
-    ProError status = CurrentSolidGet(current, type);
-    if (!Failed(status)) status = InputTextGet(kDialog, kExcluded, excluded);
-    if (!Failed(status)) status = BatchModelsCollect(current, type, RadioChoice(kDialog, kTypeChoice), batch);
+// A parameter's name; the user is told about one that no parameter can have.
+static ProError NameGet(const char* component, std::wstring& name) {
+    const ProError status = InputTextGet(kDialog, component, name);
     if (Failed(status)) return status;
-    if (batch.models.empty()) return ShowFailure(kNoSuitableComponents, PRO_TK_E_NOT_FOUND);
-    // In this half a prefix may contain a blank.
-    batch.excluded = PrefixListFromText(excluded);
-    return PRO_TK_NO_ERROR;
+    if (name.empty()) return ShowFailure(kNameMissing, PRO_TK_BAD_INPUTS);
+    ProName fits;
+    return Failed(CopyText(name, fits)) ? ShowFailure(kNameTooLong, PRO_TK_LINE_TOO_LONG) : PRO_TK_NO_ERROR;
 }
 
-// The models of the two derived parameters.
-static ProError DerivedModelsCollect(ProMdl assembly, ModelBatch& batch) {
+// The value for all models; the user is told about a text that is none, before any model is touched.
+static ProError RequestValueGet(const ParameterRequest& request, ProParamvalue& value) {
+    if (request.type == PRO_PARAM_BOOLEAN && !IsBooleanText(request.value))
+        return ShowFailure(kBadBoolean, PRO_TK_BAD_INPUTS);
+    const ProError status = ParameterValueFromText(request.type, request.value, value);
+    if (status == PRO_TK_LINE_TOO_LONG) return ShowFailure(kValueTooLong, status);
+    return Failed(status) ? ShowFailure(kValueOutOfRange, status) : status;
+}
+
+// The models below the batch's current one, or below the one that is current in the host. An unreadable
+// prefix field stops the button: models that are to be kept out must not get in.
+static ProError ModelsCollect(ModelChoice choice, ModelBatch& batch) {
+    ProMdlType type = PRO_MDL_ASSEMBLY;
     std::wstring excluded;
-    ProError status = InputTextGet(kDialog, kDerivedExcluded, excluded);
-    if (Failed(status)) return status;
-    status = BatchModelsCollect(assembly, PRO_MDL_ASSEMBLY, RadioChoice(kDialog, kDerivedTypeChoice), batch);
+    ProError status = batch.current == nullptr ? CurrentSolidGet(batch.current, type) : PRO_TK_NO_ERROR;
+    if (!Failed(status)) status = InputTextGet(kDialog, choice.excluded, excluded);
+    if (!Failed(status))
+        status = BatchModelsCollect(batch.current, type, RadioChoice(kDialog, choice.group), batch);
     if (Failed(status)) return status;
     if (batch.models.empty()) {
-        ShowInformation(kNoSuitableComponents);
+        choice.show(kNoSuitableComponents);
         return PRO_TK_E_NOT_FOUND;
     }
-    batch.excluded = PrefixListFromText(WithoutBlanks(excluded));
+    batch.excluded = PrefixListFromText(choice.blanksCount ? excluded : WithoutBlanks(excluded));
     return PRO_TK_NO_ERROR;
 }
 
 static ProError OutlineTaskGet(OutlineTask& task) {
     std::wstring decimals;
-    ProError status = InputTextGet(kDialog, kOutlineName, task.parameter);
+    ProError status = NameGet(kOutlineName, task.parameter);
     if (!Failed(status)) status = CheckTickedGet(kDialog, kOutlineOrder, task.largestFirst);
     if (!Failed(status)) status = OptionLabelGet(kDialog, kOutlineDecimals, decimals);
-    task.decimals = IntegerFromText(decimals);
-    return status;
+    return Failed(status) ? status : IntegerFromText(decimals, task.decimals);
 }
 
-static void ShowChange(ProMdl model) {
+static void ShowChange(const BatchRun& run, ProMdl model, ParamsDialog& dialog) {
+    dialog.report = run.ReportPath();
     ProTreetoolRefresh(model);
     ProSolidRegenerate(static_cast<ProSolid>(model), PRO_REGEN_NO_FLAGS);
+    TellCount(run, kItems);
+    ShowCancelled(run);
+}
+
+static void ShowDerived(const BatchRun& run, const wchar_t* done, ProMdl model, ParamsDialog& dialog) {
+    dialog.report = run.ReportPath();
+    TellCount(run, kItems);
+    ShowCompletion(run, done, ShowInformation);
+    ProTreetoolRefresh(model);
 }
 
 }  // namespace kv

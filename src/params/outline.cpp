@@ -36,7 +36,8 @@ static void AddPoint(const Point& point, Box& box);
 ProError OutlineWrite(ProMdl model, OutlineTask& task) {
     Box box;
     const ProError status = ModelBoxGet(model, task, box);
-    if (box.empty && Failed(status)) return status;
+    // A box without some of the parts would look like the whole one.
+    if (Failed(status)) return status;
     if (box.empty) {
         const ProError deleted = ParameterDelete(model, task.parameter);
         return deleted == PRO_TK_E_NOT_FOUND ? PRO_TK_NO_ERROR : deleted;
@@ -48,7 +49,7 @@ ProError OutlineWrite(ProMdl model, OutlineTask& task) {
     return Failed(fits) ? fits : ParameterWrite(model, task.parameter, value);
 }
 
-// Gives the box of what could be read, and the first failure met on the way.
+// Gives the box, or the first failure met on the way.
 static ProError ModelBoxGet(ProMdl model, OutlineTask& task, Box& box) {
     ProMdlType type = PRO_MDL_UNUSED;
     const ProError status = ProMdlTypeGet(model, &type);
@@ -63,7 +64,7 @@ static ProError ModelBoxGet(ProMdl model, OutlineTask& task, Box& box) {
 
 static ProError AssemblyBoxGet(ProMdl assembly, OutlineTask& task, Box& box) {
     WalkResult walk;
-    ProError status = ModelWalk(assembly, CollectAllComponents, walk);
+    ProError status = ModelWalk(assembly, CollectAllComponents, walk, FeatureList::Made);
     if (Failed(status)) return status;
     const std::span<ProAsmcomp> components = Items(walk.components);
     if (components.size() != walk.models.size()) return PRO_TK_GENERAL_ERROR;
@@ -74,11 +75,10 @@ static ProError AssemblyBoxGet(ProMdl assembly, OutlineTask& task, Box& box) {
         const PlacedModel& placed = walk.models[i];
         ids[placed.level - 1] = components[i].id;
         if (placed.type != PRO_MDL_PART) continue;
-        const ProError added = AddPlacedPart(assembly, ids, placed.level, CornersOf(placed.model, task), box);
-        // The other parts still give an outline.
-        if (!Failed(status)) status = added;
+        status = AddPlacedPart(assembly, ids, placed.level, CornersOf(placed.model, task), box);
+        if (Failed(status)) return status;
     }
-    return status;
+    return PRO_TK_NO_ERROR;
 }
 
 static ProError AddPlacedPart(ProMdl assembly, ProIdTable ids, int level, const PartCorners& part, Box& box) {
@@ -101,10 +101,8 @@ static const PartCorners& CornersOf(ProMdl part, OutlineTask& task) {
     if (!added) return corners;
     corners.status =
         ProSolidSurfaceVisit(static_cast<ProSolid>(part), HostCallback<OnSurface>, nullptr, &corners.points);
-    // The host's words for a part without a single surface, and for one of several bodies, whose surfaces
-    // this visit does not see.
-    const bool none = corners.status == PRO_TK_E_NOT_FOUND || corners.status == PRO_TK_MULTIBODY_UNSUPPORTED;
-    if (none) corners.status = PRO_TK_NO_ERROR;
+    // The host's word for a part without a single surface.
+    if (corners.status == PRO_TK_E_NOT_FOUND) corners.status = PRO_TK_NO_ERROR;
     return corners;
 }
 

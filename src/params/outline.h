@@ -28,9 +28,9 @@ struct OutlineTask {
 
 // Writes the outline dimensions of a part or an assembly into its string parameter.
 //
-// A model without a surface loses the parameter. One whose surfaces cannot be read keeps what it has, and the
-// answer is the host's status. The extents of a turned component are approximate: of each surface box two
-// corners are taken into the assembly, not all eight.
+// A model without a surface loses the parameter. One whose surfaces cannot all be read, such as a part of
+// several bodies, keeps what it has, and the answer is the host's status. The extents of a turned component
+// are approximate: of each surface box two corners are taken into the assembly, not all eight.
 //
 // Errors     the first of the host's; PRO_TK_LINE_TOO_LONG for a parameter name that does not fit
 [[nodiscard]] ProError OutlineWrite(ProMdl model, OutlineTask& task);

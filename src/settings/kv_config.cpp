@@ -6,6 +6,7 @@
 #include "settings/kv_config.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,15 +15,21 @@
 #include <ProUtil.h>
 
 #include "base/host_handle.h"
+#include "base/run_file.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
+#include "ui/message_box.h"
+#include "ui/prompt.h"
+#include "ui/shell.h"
 
 namespace kv {
 
 static constexpr char kDialog[] = "KvConfig";
+static constexpr char kSaved[] = "Settings saved";
+static constexpr wchar_t kPathTooLong[] = L"\t模板路径超过254个字符，无法保存，请选择其他位置的模板\t";
 static constexpr wchar_t kTemplateFilter[] = L"*.drw";
 static constexpr wchar_t kFormatFolderOption[] = L"pro_format_dir";
 
@@ -66,10 +73,11 @@ static constexpr TemplateRow kTemplates[] = {
 static void FillDialog();
 static void OnSave();
 static void OnPickTemplate(const char* component);
+static void OnReports();
 static std::vector<DialogSetting> SettingsOf(std::span<const char* const> choices);
 
 ProError KvConfig() {
-    DialogRows<> rows = {Pressed<OnSave>("save")};
+    DialogRows<> rows = {Pressed<OnSave>("save"), Pressed<OnReports>("KvReports"), Closes("Close")};
     for (const TemplateRow& row : kTemplates) rows.push_back(Pressed<OnPickTemplate>(row.picker));
     return RunDialog(kDialog, rows, FillDialog);
 }
@@ -80,6 +88,7 @@ static void FillDialog() {
 
 static void OnSave() {
     DialogSettingsSave(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInSavingOrder));
+    DisplayMessage(kSaved);
 }
 
 static void OnPickTemplate(const char* component) {
@@ -97,7 +106,17 @@ static void OnPickTemplate(const char* component) {
     ProPath file = {};
     const ProError chosen = ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr,
                                                nullptr, known ? *folders.Get() : nullptr, nullptr, file);
-    if (!Failed(chosen)) InputTextSet(kDialog, row->panel, file);
+    if (Failed(chosen)) return;
+    if (std::wcslen(file) > kLongestSetting) {
+        ShowMessage(kPathTooLong);
+        return;
+    }
+    InputTextSet(kDialog, row->panel, file);
+}
+
+static void OnReports() {
+    std::wstring folder;
+    if (!Failed(RunFolderGet(kReportFolder, folder))) ShowFolder(folder.c_str());
 }
 
 // The choices and behind them the templates.

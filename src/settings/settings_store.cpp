@@ -13,7 +13,7 @@ namespace kv {
 
 static constexpr wchar_t kModule[] = L"korvane5.1C9.dll";
 static constexpr char kUnicodeMark[] = "\xFF\xFE";
-static constexpr DWORD kValueSize = 255;
+static constexpr DWORD kValueSize = kLongestSetting + 1;
 
 static std::wstring FittingPath(const std::wstring& path);
 
@@ -49,7 +49,7 @@ void SettingWrite(const std::wstring& path, const wchar_t* section, const wchar_
                   const std::wstring& value) {
     if (path.empty()) return;
     // The profile calls keep an existing file's encoding, but would start a new one in the ANSI code page.
-    (void)FileNewWrite(path, kUnicodeMark);
+    if (!FileExists(path)) (void)FileNewWrite(path, kUnicodeMark);
     WritePrivateProfileStringW(section, key, value.c_str(), path.c_str());
 }
 

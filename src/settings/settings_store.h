@@ -28,6 +28,9 @@ std::wstring SettingsPath(std::wstring_view relativeName);
 // The same found through the text directory that the host knows; `relativeName` begins with a backslash.
 std::wstring TextDirSettingsPath(std::wstring_view relativeName);
 
+// A longer value would be cut when it is read again.
+inline constexpr std::size_t kLongestSetting = 254;
+
 // A setting as it is stored, cut at 254 characters; empty when file, section or key is missing. The caller
 // strips blanks where they do not count.
 std::wstring SettingRead(const std::wstring& path, const wchar_t* section, const wchar_t* key);

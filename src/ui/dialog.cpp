@@ -58,8 +58,9 @@ ProError RunUntypedDialog(const char* name, std::span<const DialogAction> action
             destroyed = ProUIDialogDestroy(HostName(name));
             if (Failed(destroyed)) ShowMessage(kDestroyError);
         });
+        // A layout without one of the components is none.
         status = AttachActions(name, actions, data);
-        if (Failed(status)) return status;
+        if (Failed(status)) return ShowFailure(kCreateError, status);
         fill();
 
         int exitCode = 0;

@@ -15,8 +15,8 @@ namespace kv {
 //
 // data    what the actions and `fill` work on: the caller's own, of the type that they name
 // fill    sets the components before the dialog is shown; may be null
-// Errors  of creating, activating or destroying, each of which also shows its message, and of attaching
-//         an action. The dialog is destroyed on every way out.
+// Errors  of creating, activating or destroying, each of which also shows its message; attaching an action
+//         belongs to creating. The dialog is destroyed on every way out.
 template <DialogData Data>
 [[nodiscard]] ProError RunDialog(const char* name, const DialogRows<std::type_identity_t<Data>>& rows,
                                  Data& data, std::type_identity_t<void (*)(Data&)> fill = nullptr);

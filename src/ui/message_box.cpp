@@ -4,20 +4,32 @@
 
 #include <windows.h>
 
+#include "ui/progress_window.h"
+
 namespace kv {
 
 static constexpr wchar_t kCaption[] = L"Korvane";
 
+// Nothing of ours may cover a box.
+static int Show(const wchar_t* text, UINT form) {
+    ProgressWindowHide();
+    return MessageBoxW(nullptr, text, kCaption, form | MB_TOPMOST);
+}
+
 void ShowMessage(const wchar_t* text) {
-    MessageBoxW(nullptr, text, kCaption, MB_OK | MB_TOPMOST);
+    Show(text, 0);
 }
 
 void ShowInformation(const wchar_t* text) {
-    MessageBoxW(nullptr, text, kCaption, MB_OK | MB_ICONINFORMATION | MB_TOPMOST);
+    Show(text, MB_ICONINFORMATION);
 }
 
 void ShowWarning(const wchar_t* text) {
-    MessageBoxW(nullptr, text, kCaption, MB_OK | MB_ICONEXCLAMATION | MB_TOPMOST);
+    Show(text, MB_ICONEXCLAMATION);
+}
+
+bool AskUser(const wchar_t* text) {
+    return Show(text, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 ProError ShowFailure(const wchar_t* text, ProError status) {

@@ -16,6 +16,9 @@ void ShowInformation(const wchar_t* text);
 // The same with the exclamation sign.
 void ShowWarning(const wchar_t* text);
 
+// Asks a question; true for yes.
+[[nodiscard]] bool AskUser(const wchar_t* text);
+
 // Shows `text` and gives `status` back, for the return statement of a step that failed.
 ProError ShowFailure(const wchar_t* text, ProError status);
 

@@ -14,6 +14,13 @@ namespace kv {
 static constexpr wchar_t kMessageFile[] = L"kvmsg_display.txt";
 static constexpr int kLongestAnswer = 127;
 
+std::wstring MenuText(const char* key) {
+    ProLine text = {};
+    const ProError status =
+        WithMenuFile([&](wchar_t* file) { return ProMessageToBuffer(text, file, HostName(key)); });
+    return Failed(status) || text[0] == L'\0' ? WideName(key) : std::wstring(text);
+}
+
 ProError DisplayMessage(const char* key, const wchar_t* argument) {
     return ProMessageDisplay(HostText(kMessageFile), HostName(key), HostText(argument));
 }

@@ -8,22 +8,27 @@
 
 #include <commdlg.h>
 
-#include "base/status.h"
+#include "base/file.h"
+#include "base/text.h"
+#include "ui/message_box.h"
 #include "ui/shell.h"
 
 namespace kv {
 
-static bool HasExtension(const std::wstring& path);
+static constexpr wchar_t kReplaceStart[] = L"文件已存在，是否替换？\n";
 
-std::wstring SaveFileChoose(std::wstring filter, const wchar_t* extension) {
+std::wstring SaveFileChoose(const std::wstring& name, std::wstring filter, const wchar_t* extension) {
     std::replace(filter.begin(), filter.end(), L'|', L'\0');
     std::wstring folder;
     // Without one Windows chooses where to begin.
     (void)DesktopFolderGet(folder);
     wchar_t path[MAX_PATH] = {};
+    // A name that does not fit is not proposed.
+    (void)CopyText(name, path);
 
     OPENFILENAMEW request = {};
     request.lStructSize = sizeof(request);
+    request.hwndOwner = GetActiveWindow();
     request.lpstrFilter = filter.c_str();
     request.lpstrFile = path;
     request.nMaxFile = MAX_PATH;
@@ -33,14 +38,13 @@ std::wstring SaveFileChoose(std::wstring filter, const wchar_t* extension) {
     request.Flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR;
     if (!GetSaveFileNameW(&request)) return {};
 
-    std::wstring chosen = path;
-    if (!HasExtension(chosen)) chosen += extension;
-    return chosen.size() < MAX_PATH ? chosen : std::wstring();
-}
-
-static bool HasExtension(const std::wstring& path) {
-    const std::size_t name = path.find_last_of(L"\\/") + 1;
-    return path.find(L'.', name) != std::wstring::npos;
+    const std::wstring chosen = path;
+    if (UpperCase(chosen).ends_with(UpperCase(extension))) return chosen;
+    const std::wstring longer = chosen + extension;
+    if (longer.size() >= MAX_PATH) return {};
+    // Windows has asked about the shorter name only.
+    if (FileExists(longer) && !AskUser((kReplaceStart + longer).c_str())) return {};
+    return longer;
 }
 
 }  // namespace kv

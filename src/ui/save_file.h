@@ -7,9 +7,10 @@ namespace kv {
 
 // Lets the user choose where to save, from the desktop folder on; a file in the way is asked about.
 //
+// name       what is proposed, with its extension
 // filter     pairs of a name and a mask, each with '|' behind it, and one more '|' at the end
-// extension  what a name without one gets, with its dot
+// extension  what every name ends in, with its dot; a name with another ending gets it behind that
 // Empty when the user cancels, and for a path longer than Windows takes.
-std::wstring SaveFileChoose(std::wstring filter, const wchar_t* extension);
+std::wstring SaveFileChoose(const std::wstring& name, std::wstring filter, const wchar_t* extension);
 
 }  // namespace kv

@@ -194,8 +194,7 @@ protected:
     // The user selects and takes the entry from the right-click menu.
     ProError Open(const std::vector<Pick>& picks) {
         host.Select(picks);
-        test::RightClick(host);
-        return host.State().screen.ChoosePopupEntry("KvOpenDrw");
+        return host.RunFromPopup("KvOpenDrw");
     }
     // Name of the drawing that the host shows; empty: another model is shown.
     std::wstring ShownDrawing() {

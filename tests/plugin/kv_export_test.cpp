@@ -155,7 +155,9 @@ TEST_F(KvExport, AsksForPdfFilesAsTheBoxesSay) {
 
 TEST_F(KvExport, BorrowsTheProfileForTheRun) {
     host.AddDrawingFile(L"BOLT", {L"A3", L"A4"});
+    test::WriteBytes(test::SettingsFile(L"kvdop.dop"), "COLOR MONO");
     ExportAll({"PDFCheck"}, true, true);
+    ASSERT_TRUE(host.Exported("PDF/BOLT.pdf"));
     EXPECT_EQ(host.Exported("PDF/BOLT.pdf")->options["PROFILE"], "kvdop.dop");
     EXPECT_FALSE(fs::exists(Output("kvdop.dop")));
 
@@ -163,11 +165,18 @@ TEST_F(KvExport, BorrowsTheProfileForTheRun) {
     ExportAll({"PDFCheck"}, true, true);
     EXPECT_EQ(Sheets(host.Exported("PDF/BOLT.pdf")), "1");
     EXPECT_EQ(test::ReadBytes(Output("kvdop.dop")), "SHEETS CURRENT") << "the user's own";
-    fs::remove(Output("kvdop.dop"));
+}
 
-    fs::remove(test::SettingsFile(L"kvdop.dop"));
+TEST_F(KvExport, TellsThatThereIsNoProfileAndWritesTheOtherFormats) {
+    host.AddDrawingFile(L"BOLT", {L"A3"});
+    ExportAll({"PDFCheck", "DWGCheck"}, true, true);
+    EXPECT_EQ(host.ExportedFiles(), Texts{L"DWG\\BOLT.dwg"});
+    ASSERT_EQ(Messages(host).size(), 2u);
+    EXPECT_TRUE(Messages(host)[0].starts_with(L"\t未找到PDF打印配置文件 kvdop.dop"));
+    EXPECT_EQ(Messages(host)[1], kDone);
+
     ExportAll({"PDFCheck"}, true, true);
-    EXPECT_EQ(LastTwo(), (Texts{L"以下工程图或文件未能导出：\nBOLT.pdf", kDone}));
+    EXPECT_EQ(Messages(host).size(), 3u) << "nothing was done, and nothing is called done";
 }
 
 // ---- Names

@@ -114,9 +114,8 @@ TEST(RightClickMenu, LaterSelectionPopupsShowSixEntriesEachTime) {
         }
         EXPECT_EQ(entries[5].name, "KvOpenDrw");
         sim::Interface& ui = host.State().screen;
-        sim::TextTree& texts = host.State().texts;
-        EXPECT_EQ(entries[5].label, texts.FindMessage(L"kvMenu.txt", "KvOpenDrw")->Shown());
-        EXPECT_EQ(entries[5].help, texts.FindMessage(L"kvMenu.txt", "KvOpenDrw_Help")->Shown());
+        EXPECT_EQ(entries[5].label, host.State().texts.FindMessage(L"kvMenu.txt", "KvOpenDrw")->Shown());
+        EXPECT_EQ(entries[5].help, host.State().texts.FindMessage(L"kvMenu.txt", "KvOpenDrw_Help")->Shown());
         ASSERT_NE(entries[5].command, nullptr);
         EXPECT_EQ(entries[5].command, ui.FindCommand("KvOpenDrw"));
         EXPECT_EQ(ui.FindMenu("ActionMenu")->buttons.size(), 6u);

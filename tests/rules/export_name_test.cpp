@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/file_name.h"
 #include "base/text.h"
 #include "export/export_name.h"
 #include "model/parameter_text.h"

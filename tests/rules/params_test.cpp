@@ -65,8 +65,9 @@ TEST(ParameterValue, RefusesARealThatNoModelCanHold) {
 TEST(ParameterValue, ReadsLongTextsWithoutAnEnd) {
     ProParamvalue value = {};
     EXPECT_EQ(kv::ParameterValueFromText(PRO_PARAM_INTEGER, std::wstring(5000, L'9'), value),
-              PRO_TK_NO_ERROR);
-    EXPECT_EQ(value.value.i_val, 2147483647);
+              PRO_TK_NOT_VALID);
+    EXPECT_EQ(kv::ParameterValueFromText(PRO_PARAM_INTEGER, L"-2147483648x", value), PRO_TK_NO_ERROR);
+    EXPECT_EQ(value.value.i_val, -2147483647 - 1);
     EXPECT_EQ(kv::ParameterValueFromText(PRO_PARAM_DOUBLE, L"0." + std::wstring(5000, L'3'), value),
               PRO_TK_NO_ERROR);
     EXPECT_DOUBLE_EQ(value.value.d_val, 1.0 / 3);

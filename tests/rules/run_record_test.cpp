@@ -15,18 +15,18 @@ using kv::RunRecord;
 // As many failures of different models.
 RunRecord Failures(int count) {
     RunRecord record;
-    for (int i = 1; i <= count; ++i) record.push_back({std::to_wstring(i), "write", PRO_TK_CANT_WRITE});
+    for (int i = 1; i <= count; ++i) record.push_back({std::to_wstring(i), L"write", PRO_TK_CANT_WRITE});
     return record;
 }
 
 TEST(FailureLines, NamesTheFileOrElseTheModelOfEachFailure) {
     const RunRecord record = {
-        {L"BOLT", "write", PRO_TK_NO_ERROR, L"bolt.dwg"},
-        {L"BOLT", "write", PRO_TK_CANT_WRITE, L"bolt_2.dwg"},
-        {L"RING", "back up the model", PRO_TK_CANT_WRITE},
-        {L"RING", "back up the drawing", PRO_TK_CANT_WRITE},
-        {L"SEAL", "excluded", PRO_TK_NO_ERROR},
-        {L"", "read the name", PRO_TK_GENERAL_ERROR},
+        {L"BOLT", L"write", PRO_TK_NO_ERROR, L"bolt.dwg"},
+        {L"BOLT", L"write", PRO_TK_CANT_WRITE, L"bolt_2.dwg"},
+        {L"RING", L"back up the model", PRO_TK_CANT_WRITE},
+        {L"RING", L"back up the drawing", PRO_TK_CANT_WRITE},
+        {L"SEAL", kv::kStepExcluded, PRO_TK_NO_ERROR, L"", false, true},
+        {L"", kv::kStepReadName, PRO_TK_GENERAL_ERROR},
     };
     EXPECT_EQ(FailureLines(record), L"\nbolt_2.dwg\nRING\n");
     EXPECT_EQ(FailureLines(record, FailureList::Complete), L"\nbolt_2.dwg\nRING\nRING\n");

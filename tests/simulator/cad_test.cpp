@@ -181,6 +181,12 @@ TEST(ModelFile, NamesThePlaceOfADamage) {
          "p.prt.1: /surfaces/0: expected a minimum"},
         {head + R"(, "views": [{"id": 1, "sheet": 1, "model": "bolt.prt"}]})",
          "p.prt.1: /views/0/sheet: expected"},
+        // Numbers that no variable of the host holds.
+        {head + R"(, "features": [], "surfaces": [{"id": 1}, {"id": 2, "minimum": [0, [], -1e999]}]})",
+         "p.prt.1: /surfaces/1/minimum/2: expected a number between"},
+        {"1e999", "p.prt.1: /: expected a number between"},
+        {head + R"(, "features": [{"id": 2147483647, "type": 5}]})",
+         "p.prt.1: /features/0/id: expected a whole number from 1 to 2147483646"},
     };
     const TempDirectory folder;
     for (const auto& item : cases) {

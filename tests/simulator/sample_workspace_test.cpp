@@ -15,6 +15,7 @@
 #include "simulator/host/sim_host.h"
 #include "simulator/report/utf8.h"
 #include "simulator/ui/user_script.h"
+#include "support/arrange.h"
 #include "support/plugin_home.h"
 #include "support/temp_directory.h"
 
@@ -134,7 +135,7 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
         {"bom_export", "KvBom"},
         {"export_drawings", "KvExport"},
     };
-    Names played;
+    Names played = {"open_drawing.user"};  // it has a test of its own
     for (const auto& [script, command] : plays) {
         const fs::path file = folder / "scripts" / (script + ".user");
         played.insert(Utf8(file.filename().wstring()));
@@ -162,6 +163,34 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
     EXPECT_EQ(Utf8(test::ReadSettings(L"KvConfig.ini", L"SetLastDir", L"value")), "1");
     EXPECT_EQ(host.ExportedFiles().size(), 98u);
     EXPECT_TRUE(host.Exported(L"PDF/RC12-40-01_左护罩-2.pdf"));
+}
+
+TEST(SampleScripts, OpenTheDrawingOfASelectedComponent) {
+    test::ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
+    HostSetup setup;
+    setup.workspace = Conveyor();
+    SimHost host(setup);
+    SimModel* top = host.Retrieve(L"roller_conveyor", ModelKind::kAssembly);
+    ASSERT_NE(top, nullptr);
+    host.Open(*top);
+    const User& user = host.State().user;
+    const fs::path script = Samples() / "scripts" / "open_drawing.user";
+    ASSERT_EQ(LoadUserScript(script, host.State().user, host.State().models), std::vector<std::string>());
+    EXPECT_TRUE(user.rightClicks);
+    // The way names a component that is there.
+    SimModel* place = top;
+    for (const int id : user.selected.at(0).path) place = place->FindFeature(id)->component;
+    EXPECT_EQ(place, user.selected.at(0).model);
+
+    EXPECT_TRUE(host.RightClick().empty()) << "the first one only installs the entries";
+    EXPECT_EQ(host.RunFromPopup("KvOpenDrw"), PRO_TK_E_NOT_FOUND) << "nothing is selected";
+    EXPECT_EQ(host.TakeProblems().size(), 1u);
+    host.Select(user.selected);
+    EXPECT_EQ(host.RunFromPopup("KvOpenDrw"), PRO_TK_NO_ERROR);
+    ASSERT_NE(host.State().models.current, nullptr);
+    EXPECT_EQ(host.State().models.current->Kind(), ModelKind::kDrawing);
+    EXPECT_EQ(Utf8(host.State().models.current->Name()), "DRIVE_SHAFT");
+    EXPECT_EQ(host.State().screen.CurrentPopup(), nullptr);
 }
 
 }  // namespace

@@ -76,6 +76,7 @@ TEST(UserScript, ArrangesEveryKindOfAnswer) {
                            "prompt \"\\tx\"\nprompt enter\nprompt escape\n"
                            "pick bolt.prt item surface 7 path 3 5 and PUMP\npick none\npick quit\n"
                            "answer no\n"
+                           "selected BOLT path 3\nselected PUMP and BOLT item csys 4\nrightclick\n"
                            "dialog D\n  show\ndialog D\n"),
               Lines{});
     const User& user = desk.session.user;
@@ -98,6 +99,15 @@ TEST(UserScript, ArrangesEveryKindOfAnswer) {
     EXPECT_TRUE(user.picks[2].quit);
     EXPECT_EQ(user.boxAnswers.front(), 7) << "IDNO";
     EXPECT_EQ(user.dialogs.at("D").size(), 2U);
+    ASSERT_EQ(user.selected.size(), 3U);
+    EXPECT_EQ(user.selected[0].path, std::vector<int>{3});
+    EXPECT_EQ(user.selected[1].model, pump);
+    EXPECT_EQ(user.selected[2].type, 25);
+    EXPECT_TRUE(user.rightClicks);
+    EXPECT_EQ(ArrangeSelection("BOLT", desk.session.user, desk.session.models), Lines{});
+    EXPECT_EQ(user.selected.size(), 4U);
+    EXPECT_EQ(ArrangeSelection("NUT", desk.session.user, desk.session.models),
+              Lines{"there is no model NUT"});
 }
 
 TEST(UserScript, IsFaultedAtTheExactPlaceAndThenArrangesNothing) {
@@ -117,6 +127,9 @@ TEST(UserScript, IsFaultedAtTheExactPlaceAndThenArrangesNothing) {
         {"pick BOLT item face 3", "1:16: expected a number"},
         {"pick BOLT path", "1:11: expected a number"},
         {"pick BOLT NUT", "1:11: expected item, path, or and with another model"},
+        {"selected", "1:1: expected: selected MODEL [item TYPE ID] [path ID...] [and MODEL...]"},
+        {"rightclick KvX", "1:12: expected: rightclick"},
+        {"dialog D\n  show d.png", "2:8: expected a file FILE.svg"},
         {"press Ok", "1:1: expected an indented step below a dialog line"},
         {"  press Ok", "1:3: expected a dialog line before indented steps"},
         {"dialog D\n  pres Ok", "2:3: unknown step pres"},

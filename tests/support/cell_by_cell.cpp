@@ -27,7 +27,9 @@ bool PutPart(const Dispatch& object, DISPID part, DISPID property, const Variant
 
 bool WriteTitle(const Dispatch& sheet, const kv::SheetTable& table) {
     Dispatch range;
-    return Range(sheet, L"A1", CellName(table.columns.size() - 1, 1), range) &&
+    Dispatch first;
+    return Range(sheet, L"A1", L"A1", first) && SUCCEEDED(first.Put(193, Variant(L"@"))) &&
+           Range(sheet, L"A1", CellName(table.columns.size() - 1, 1), range) &&
            SUCCEEDED(range.Put(1388, Variant(table.title))) && SUCCEEDED(range.Call(564)) &&
            PutPart(range, 129, 99, Variant(65535L)) && PutPart(range, 246, 136, Variant(-4108L)) &&
            PutPart(range, 146, 96, Variant(true)) && PutPart(range, 146, 104, Variant(16L));
@@ -36,7 +38,8 @@ bool WriteTitle(const Dispatch& sheet, const kv::SheetTable& table) {
 bool WriteHeader(const Dispatch& sheet, const kv::SheetTable& table, std::size_t column) {
     Dispatch cell;
     const std::wstring name = CellName(column, 2);
-    return Range(sheet, name, name, cell) && SUCCEEDED(cell.Put(1388, Variant(table.columns[column]))) &&
+    return Range(sheet, name, name, cell) && SUCCEEDED(cell.Put(193, Variant(L"@"))) &&
+           SUCCEEDED(cell.Put(1388, Variant(table.columns[column]))) &&
            PutPart(cell, 246, 136, Variant(-4108L)) && PutPart(cell, 146, 96, Variant(true));
 }
 

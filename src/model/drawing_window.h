@@ -1,6 +1,7 @@
-// Windows for drawings that are exported, and the windows that the user has.
+// Windows that a run opens for drawings, and the windows that the user has.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,11 @@
 
 namespace kv {
 
-// The user's windows as a run finds them. The host does not list windows by itself.
+// The models that the host's windows show. Costs a call for every window that there may be.
+std::vector<ProMdl> ShownModels();
+
+// The user's windows as a run finds them. The host does not list windows by itself: they are looked for
+// before the first window of our own is opened.
 class UserWindows {
 public:
     UserWindows();
@@ -19,19 +24,19 @@ public:
     ~UserWindows();
 
     // A window that may be current while another one is closed.
-    int Resting() const { return current_ == PRO_VALUE_UNUSED ? kBaseWindow : current_; }
-    bool Show(ProMdl model) const;
+    int Resting() const;
+    // Whether a window of the user's shows the model.
+    bool Show(ProMdl model);
 
 private:
-    static constexpr int kBaseWindow = 0;
     int current_ = PRO_VALUE_UNUSED;
-    std::vector<ProMdl> models_;
+    std::optional<std::vector<ProMdl>> models_;  // of the windows; none before they were looked for
 };
 
 // Shows a drawing in a current window of its own, and closes that window again unless the user had it open.
 class DrawingWindow {
 public:
-    explicit DrawingWindow(const UserWindows& user) : user_(user) {}
+    explicit DrawingWindow(UserWindows& user) : user_(user) {}
     DrawingWindow(const DrawingWindow&) = delete;
     DrawingWindow& operator=(const DrawingWindow&) = delete;
     ~DrawingWindow();
@@ -40,7 +45,7 @@ public:
     [[nodiscard]] ProError Open(const std::wstring& name, ProMdl drawing);
 
 private:
-    const UserWindows& user_;
+    UserWindows& user_;
     int window_ = PRO_VALUE_UNUSED;
     bool isOurs_ = false;
 };

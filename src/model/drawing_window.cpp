@@ -1,6 +1,6 @@
 // Windows for drawings, on the toolkit's window calls.
 
-#include "export/drawing_window.h"
+#include "model/drawing_window.h"
 
 #include <algorithm>
 
@@ -13,15 +13,23 @@ namespace kv {
 // is expected. Too short a gap would make us close a window of the user's.
 static constexpr int kLargestGap = 64;
 
-UserWindows::UserWindows() {
-    if (Failed(ProWindowCurrentGet(&current_))) current_ = PRO_VALUE_UNUSED;
-    int last = Resting();
+static constexpr int kBaseWindow = 0;
+
+std::vector<ProMdl> ShownModels() {
+    std::vector<ProMdl> models;
+    int last = kBaseWindow;
+    if (Failed(ProWindowCurrentGet(&last))) last = kBaseWindow;
     for (int window = kBaseWindow; window - last <= kLargestGap; ++window) {
         ProMdl model = nullptr;
         if (Failed(ProWindowMdlGet(window, &model))) continue;
-        models_.push_back(model);
+        models.push_back(model);
         last = std::max(last, window);
     }
+    return models;
+}
+
+UserWindows::UserWindows() {
+    if (Failed(ProWindowCurrentGet(&current_))) current_ = PRO_VALUE_UNUSED;
 }
 
 UserWindows::~UserWindows() {
@@ -30,11 +38,18 @@ UserWindows::~UserWindows() {
     ProWindowActivate(current_);
 }
 
-bool UserWindows::Show(ProMdl model) const {
-    return std::find(models_.begin(), models_.end(), model) != models_.end();
+int UserWindows::Resting() const {
+    return current_ == PRO_VALUE_UNUSED ? kBaseWindow : current_;
+}
+
+bool UserWindows::Show(ProMdl model) {
+    if (!models_) models_ = ShownModels();
+    return std::ranges::find(*models_, model) != models_->end();
 }
 
 ProError DrawingWindow::Open(const std::wstring& name, ProMdl drawing) {
+    // Afterwards the drawing's own window could not be told from one of the user's.
+    isOurs_ = !user_.Show(drawing);
     ProMdlName text;
     ProError status = CopyText(name, text);
     if (!Failed(status)) status = ProObjectwindowMdlnameCreate(text, PRO_DRAWING, &window_);
@@ -42,7 +57,6 @@ ProError DrawingWindow::Open(const std::wstring& name, ProMdl drawing) {
         window_ = PRO_VALUE_UNUSED;
         return status;
     }
-    isOurs_ = !user_.Show(drawing);
 
     ProMdl shown = nullptr;
     status = ProWindowCurrentSet(window_);

@@ -1,0 +1,16 @@
+// Comma-separated values (RFC 4180): rows of texts as one text. Plain rules, without a host call.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace kv {
+
+// One row with its line end. A cell with a comma, a quote or a line end stands in quotes.
+std::wstring CsvLine(std::span<const std::wstring> cells);
+
+// A text that no spreadsheet takes for a formula: one that begins like a formula gets an apostrophe in front.
+std::wstring HarmlessCell(std::wstring text);
+
+}  // namespace kv
