@@ -20,6 +20,9 @@ struct PluginHeapFigures {
 };
 
 void PatchPluginHeap(HMODULE module, std::vector<ImportPatch>& patches);
+// Once the plug-in is unloaded: takes back the thread slots that its run-time library has left, as it does
+// after an exception. Without that a process could load the plug-in about a thousand times.
+void FreePluginThreadSlots();
 PluginHeapFigures PluginHeap();
 void ResetPluginHeap();
 
