@@ -50,6 +50,8 @@ static constexpr wchar_t kTextFormat[] = L"@";
 static constexpr std::size_t kMaxAddress = 255;  // characters of a range's address
 
 static constexpr std::size_t kMaxBlockCells = 100'000;
+// Made when the plug-in is loaded: what is made in a command would stay behind it.
+static const std::wstring kNoText;
 
 static constexpr std::size_t kTitleRow = 1;
 static constexpr std::size_t kHeaderRow = 2;
@@ -249,10 +251,9 @@ static HRESULT BlockPut(const Dispatch& sheet, const SheetTable& table, const Ce
 
 // The text of a cell of the sheet, by column and row there.
 static const std::wstring& TextAt(const SheetTable& table, std::size_t column, std::size_t row) {
-    static const std::wstring empty;
     if (row == kHeaderRow) return table.columns[column];
     const std::vector<SheetCell>& cells = table.rows[row - kFirstDataRow];
-    return column < cells.size() ? cells[column].text : empty;
+    return column < cells.size() ? cells[column].text : kNoText;
 }
 
 // Many blocks go over as one range, as far as its address may reach.
