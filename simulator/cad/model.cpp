@@ -102,6 +102,7 @@ void SimModel::InsertFeatureWithId(Feature feature) {
     if (feature.id != static_cast<int>(features_.size()) + 1) featureIndex_[feature.id] = features_.size();
     if (feature.component != nullptr) Use(feature.component);
     features_.push_back(std::move(feature));
+    ++structureChanges_;
 }
 
 Feature* SimModel::FindFeature(int id) {
@@ -172,6 +173,7 @@ std::wstring SimModel::Parameter(std::wstring_view name) const {
 
 SimModel& SimModel::AddSurface(const Box& box) {
     surfaces_.push_back(std::make_unique<SurfaceItem>(SurfaceItem{TakeId(), box}));
+    ++structureChanges_;
     modified_ = true;
     return *this;
 }

@@ -127,6 +127,8 @@ public:
     SimModel& AddFeature(int type);
     const std::vector<Feature>& Features() const { return features_; }
     Feature* FindFeature(int id);
+    // Grows with every change of the features or surfaces.
+    int StructureChanges() const { return structureChanges_; }
 
     // ---- Parameters
     SimModel& SetParameter(std::wstring_view name, ParameterValue value);
@@ -221,6 +223,7 @@ private:
     std::vector<Feature> features_;
     std::unordered_map<int, std::size_t> featureIndex_;  // only what does not stand at [id - 1]
     int nextId_ = 1;
+    int structureChanges_ = 0;
     std::vector<ModelParameter> parameters_;
     std::unordered_map<std::wstring, std::size_t> parameterIndex_;  // by upper-cased name
     std::vector<std::unique_ptr<SurfaceItem>> surfaces_;

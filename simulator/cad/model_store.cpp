@@ -123,10 +123,17 @@ std::vector<ModelFile> ModelStore::NewestFiles(const fs::path& folder) const {
     return folders_.try_emplace(folder, folder).first->second.All();
 }
 
+ModelFile ModelStore::NewestOnPath(std::wstring_view name, ModelKind kind) const {
+    for (const fs::path& folder : searchPath)
+        if (ModelFile file = NewestFile(name, kind, folder); file.version != 0) return file;
+    return {{}, std::wstring(name), std::wstring(ExtensionOf(kind)), kind, 0};
+}
+
 ProError ModelStore::Retrieve(std::wstring_view name, ModelKind kind, SimModel*& model) {
     model = Find(name, kind);
     if (model != nullptr) return PRO_TK_NO_ERROR;
-    const ModelFile file = NewestFile(name, kind, workingDirectory_);
+    ModelFile file = NewestFile(name, kind, workingDirectory_);
+    if (file.version == 0) file = NewestOnPath(name, kind);
     return file.version == 0 ? PRO_TK_E_NOT_FOUND : LoadTree(file, model);
 }
 
@@ -191,6 +198,7 @@ SimModel* ModelStore::FindOrLoad(std::wstring_view name, ModelKind kind, const f
     if (SimModel* model = Find(name, kind)) return model;
     ModelFile file = NewestFile(name, kind, workingDirectory_);
     if (file.version == 0 && folder != workingDirectory_) file = NewestFile(name, kind, folder);
+    if (file.version == 0) file = NewestOnPath(name, kind);
     SimModel* model = nullptr;
     if (file.version != 0) (void)LoadOne(file, pending, model);
     return model;

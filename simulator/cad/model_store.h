@@ -44,9 +44,12 @@ public:
     ModelFile NewestFile(std::wstring_view name, ModelKind kind, const std::filesystem::path& folder) const;
     // Newest file of every model in `folder`, by name, kinds in the order asm, prt, mfg, drw, frm.
     std::vector<ModelFile> NewestFiles(const std::filesystem::path& folder) const;
-    // In memory already, or loaded from the working directory with everything below it. E_NOT_FOUND: no such
-    // model. A component that cannot be loaded does not stop its assembly: it stays as a suppressed feature
-    // without a model. A damaged file answers GENERAL_ERROR and is named in Problems().
+    // Further folders that the host retrieves from, in order, when the working directory does not have a
+    // model.
+    std::vector<std::filesystem::path> searchPath;
+    // In memory already, or loaded from the working directory or the search path with everything below it.
+    // E_NOT_FOUND: no such model. A component that cannot be loaded does not stop its assembly: it stays as a
+    // suppressed feature without a model. A damaged file answers GENERAL_ERROR and is named in Problems().
     ProError Retrieve(std::wstring_view name, ModelKind kind, SimModel*& model);
     // From a file by its path: absolute or in the working directory, with or without extension and version;
     // the newest version when none is named. A model of that name and kind in memory is given as it is.
@@ -77,6 +80,7 @@ private:
 
     ProError LoadTree(const ModelFile& file, SimModel*& model);
     ProError LoadOne(const ModelFile& file, std::vector<Pending>& pending, SimModel*& model);
+    ModelFile NewestOnPath(std::wstring_view name, ModelKind kind) const;
     SimModel* FindOrLoad(std::wstring_view name, ModelKind kind, const std::filesystem::path& folder,
                          std::vector<Pending>& pending);
     ProError Write(SimModel& model, const std::filesystem::path& folder);

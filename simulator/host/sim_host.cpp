@@ -56,6 +56,7 @@ SimHost::SimHost(const HostSetup& setup) {
     session_ = std::make_unique<Session>(setup.workspace.empty() ? ownWorkspace_ : setup.workspace,
                                          setup.textDirectory.empty() ? pluginHome_ : setup.textDirectory);
     session_->user.localData = setup.localData.empty() ? ownLocalData_ : setup.localData;
+    if (setup.asDocumented) session_->BeAsDocumented();
     ResetPluginHeap();
     plugin_ = std::make_unique<Plugin>(*session_);
     if (const std::string error = plugin_->Load(pluginHome_); !error.empty()) {
@@ -88,6 +89,9 @@ int SimHost::Initialize() {
 
 void SimHost::Terminate() {
     if (plugin_ && running_) plugin_->Terminate();
+    // Its procedure is about to be unloaded.
+    if (running_ && !DesktopTimers().empty())
+        session_->report.Violation("the plug-in ends while a timer of its own runs");
     running_ = false;
 }
 
@@ -197,6 +201,14 @@ int SimHost::Availability(std::string_view command) {
     return found == nullptr ? kNotRegistered : static_cast<int>(session_->screen.Availability(*found));
 }
 
+// What a command has to leave as it found it.
+struct SimHost::Before {
+    fs::path directory;
+    fs::path processDirectory;
+    std::map<std::wstring, std::vector<std::wstring>> options;
+    PluginHeapFigures heap;
+};
+
 ProError SimHost::Run(std::string_view command) {
     return RunWatched([&] { return session_->screen.RunCommand(command); });
 }
@@ -218,30 +230,49 @@ std::vector<PopupButton> SimHost::RightClick() {
 }
 
 ProError SimHost::RunWatched(const std::function<ProError()>& command) {
-    const fs::path directory = WorkingDirectory();
-    const auto options = session_->configOptions;
+    ResetPluginHeap();
+    std::error_code error;
+    const Before before = {WorkingDirectory(), fs::current_path(error), session_->configOptions,
+                           PluginHeap()};
     session_->desk.StartCommand();
     session_->report.ResetCalls();
-    ResetPluginHeap();
     const ProError status = command();
-    LookForLeftovers(directory, options);
+    LookForLeftovers(before);
     return status;
 }
 
 // What a command takes from the host it gives back before it ends.
-void SimHost::LookForLeftovers(const fs::path& directory,
-                               const std::map<std::wstring, std::vector<std::wstring>>& options) {
+void SimHost::LookForLeftovers(const Before& before) {
     for (const std::string& item : session_->report.OpenItems()) problems_.push_back("left open: " + item);
     session_->report.DropOpenItems();
     for (std::string& item : session_->spreadsheet.TakeLeftovers()) problems_.push_back(std::move(item));
-    if (!directoryMayChange_ && directory != WorkingDirectory())
+    if (!directoryMayChange_ && before.directory != WorkingDirectory())
         problems_.push_back("the working directory was left at " + Utf8(WorkingDirectory().wstring()));
     directoryMayChange_ = false;
+    std::error_code error;
+    if (const fs::path process = fs::current_path(error); process != before.processDirectory) {
+        problems_.push_back("the process's directory was left at " + Utf8(process.wstring()));
+        fs::current_path(before.processDirectory, error);
+    }
+    LookForMemory(before.heap);
     auto now = session_->configOptions;
     // An option of the session that had no value may get one for good: there is no call that takes it away.
-    std::erase_if(now, [&options](const auto& option) { return !options.contains(option.first); });
-    if (options != now) problems_.push_back("a configuration option was left changed");
+    std::erase_if(now, [&before](const auto& option) { return !before.options.contains(option.first); });
+    if (before.options != now) problems_.push_back("a configuration option was left changed");
     for (const std::string& line : session_->desk.Leftovers()) problems_.push_back(line);
+}
+
+// A command gives back all that it has allocated. Only the first exception of a loaded module has the
+// run-time library make something for good.
+void SimHost::LookForMemory(const PluginHeapFigures& before) {
+    const PluginHeapFigures now = PluginHeap();
+    const bool isFirstThrow = now.failed > 0 && !hasThrown_;
+    hasThrown_ = hasThrown_ || now.failed > 0;
+    const long long blocks = now.liveBlocks - before.liveBlocks;
+    const long long bytes = now.liveBytes - before.liveBytes;
+    if (isFirstThrow || (blocks == 0 && bytes == 0)) return;
+    problems_.push_back("the plug-in's heap has " + std::to_string(blocks) + " blocks and " +
+                        std::to_string(bytes) + " bytes more than before the command");
 }
 
 // ---- Seeing

@@ -15,6 +15,7 @@
 #include "simulator/session/session.h"
 #include "simulator/ui/sim_dialog.h"
 #include "simulator/windows/plugin.h"
+#include "simulator/windows/plugin_heap.h"
 
 namespace sim {
 
@@ -30,6 +31,8 @@ struct HostSetup {
     std::filesystem::path localData;
     // False: the plug-in is loaded but user_initialize waits for Initialize().
     bool initialize = true;
+    // The host behaves as documented where it otherwise goes along with the plug-in (Strictness).
+    bool asDocumented = false;
 };
 
 // Host modes by their numbers in the host.
@@ -91,8 +94,8 @@ public:
 
     // ---- Acting
     // Picks the command from the menu. GENERAL_ERROR and a problem when it is unknown or not available now.
-    // After it the host looks for what was left behind: open items, automation objects, a changed working
-    // directory, changed options.
+    // After it the host looks for what was left behind: open items, automation objects, memory of the
+    // plug-in, a changed working directory (the host's and the process's), changed options.
     ProError Run(std::string_view command);
     // Right-clicks on what is selected and chooses an entry, by its name or label; refused like Run.
     ProError RunFromPopup(std::string_view entry);
@@ -144,9 +147,10 @@ public:
 
 private:
     SimModel& Add(std::wstring_view name, ModelKind kind, ModelSubtype subtype);
+    struct Before;
     ProError RunWatched(const std::function<ProError()>& command);
-    void LookForLeftovers(const std::filesystem::path& directory,
-                          const std::map<std::wstring, std::vector<std::wstring>>& options);
+    void LookForLeftovers(const Before& before);
+    void LookForMemory(const PluginHeapFigures& before);
 
     std::filesystem::path pluginHome_;
     std::filesystem::path ownWorkspace_;  // empty: the workspace is somebody's
@@ -155,6 +159,7 @@ private:
     std::unique_ptr<Plugin> plugin_;
     std::vector<std::string> problems_;
     bool running_ = false;
+    bool hasThrown_ = false;  // an allocation of the plug-in was made to fail in a command
     bool directoryMayChange_ = false;
 };
 

@@ -33,6 +33,7 @@ void FillTable(Component& component) {
     Table& table = component.table;
     table.policy = static_cast<SelectionPolicy>(component.Integer("SelectionPolicy", 1));
     table.columnPolicy = static_cast<SelectionPolicy>(component.Integer("ColumnSelectionPolicy", 0));
+    table.activatesOnReturn = component.Boolean("ActivateOnReturn", false);
     table.InsertColumns(std::nullopt, Names(attributes, "ColumnNames"));
     if (attributes.contains("ColumnLabels")) table.SetColumnLabels(Texts(attributes, "ColumnLabels"));
     std::vector<int> widths;
@@ -73,6 +74,7 @@ Component MakeComponent(const ResComponent& read, const std::string& container) 
     component.maximum = component.Integer("MaxInteger", 100);
     component.position = component.Integer("Integer", component.minimum);
     component.value = FirstValue(component);
+    component.images = Names(read.attributes, "Images");
     if (read.kind == ComponentKind::kOptionMenu && component.value.empty())
         component.value = SelectedLabel(component);
     if (read.kind == ComponentKind::kTable) FillTable(component);

@@ -90,6 +90,7 @@ public:
     std::optional<CellName> focus;
     SelectionPolicy policy = SelectionPolicy::kSingle;
     SelectionPolicy columnPolicy = SelectionPolicy::kNone;
+    bool activatesOnReturn = false;
 
 private:
     struct RowFilter {
@@ -130,7 +131,8 @@ struct Component {
     SelectionPolicy policy = SelectionPolicy::kSingle;  // list, tree
     int minimum = 0, maximum = 100, position = 0;       // progress bar, slider, spin box, thumb wheel
     Table table;
-    std::vector<std::string> drawn;  // images, in the order in which a drawing area was given them
+    std::vector<std::string> images;  // that a drawing area may draw
+    std::vector<std::string> drawn;   // images, in the order in which a drawing area was given them
     std::map<DialogEvent, DialogAction> actions;
 
     // Value of an attribute as the file gives it, `otherwise` when the file does not.

@@ -10,7 +10,7 @@ namespace sim {
 namespace {
 
 // What an attribute takes.
-enum class Takes { kBoolean, kInteger, kCount, kPolicy, kReal, kString, kName, kStrings, kCounts };
+enum class Takes { kBoolean, kMixed, kInteger, kCount, kPolicy, kReal, kString, kName, kStrings, kCounts };
 
 struct AttributeRule {
     std::string_view name;
@@ -33,6 +33,8 @@ const AttributeRules kDialogAttributes = {
     {"RememberSize", Takes::kBoolean}, {"Bitmap", Takes::kString},
     {"LeftOffset", Takes::kInteger},   {"RightOffset", Takes::kInteger},
     {"TopOffset", Takes::kInteger},    {"BottomOffset", Takes::kInteger},
+    {"Focus", Takes::kString},         {"AlwaysOnTop", Takes::kBoolean},
+    {"Cursor", Takes::kCount},         {"TitleBar", Takes::kBoolean},
 };
 
 const AttributeRules kScaleAttributes = {
@@ -43,7 +45,7 @@ const AttributeRules kScaleAttributes = {
 const AttributeRules kMenuAttributes = {{"Label", Takes::kString}, {"Bitmap", Takes::kString}};
 
 const std::map<ComponentKind, AttributeRules> kAttributes = {
-    {ComponentKind::kLayout, {{"Label", Takes::kString}, {"Decorated", Takes::kBoolean}}},
+    {ComponentKind::kLayout, {{"Label", Takes::kString}, {"Decorated", Takes::kMixed}}},
     {ComponentKind::kPushButton,
      {{"Label", Takes::kString},
       {"Bitmap", Takes::kString},
@@ -98,6 +100,7 @@ const std::map<ComponentKind, AttributeRules> kAttributes = {
       {"MinColumns", Takes::kCount},
       {"MinRows", Takes::kCount},
       {"MaxLen", Takes::kCount},
+      {"Wrap", Takes::kBoolean},
       {"Editable", Takes::kBoolean}}},
     {ComponentKind::kTable,
      {{"ColumnNames", Takes::kStrings},
@@ -113,6 +116,8 @@ const std::map<ComponentKind, AttributeRules> kAttributes = {
       {"RowHeight", Takes::kCount},
       {"SelectionPolicy", Takes::kPolicy},
       {"ColumnSelectionPolicy", Takes::kPolicy},
+      {"RowSelectionPolicy", Takes::kPolicy},
+      {"LockedColumns", Takes::kCount},
       {"SelectedNames", Takes::kStrings},
       {"SelectedColumnNames", Takes::kStrings},
       {"ActivateOnReturn", Takes::kBoolean},
@@ -133,6 +138,8 @@ const std::map<ComponentKind, AttributeRules> kAttributes = {
      {{"Label", Takes::kString},
       {"Bitmap", Takes::kString},
       {"Alignment", Takes::kCount},
+      {"FontStyle", Takes::kCount},
+      {"ForegroundColor", Takes::kCount},
       {"Columns", Takes::kCount}}},
     {ComponentKind::kSeparator, {{"Orientation", Takes::kBoolean}}},
     {ComponentKind::kDrawingArea,
@@ -142,23 +149,97 @@ const std::map<ComponentKind, AttributeRules> kAttributes = {
       {"BackgroundColor", Takes::kCount},
       {"FgColor", Takes::kCount},
       {"BgColor", Takes::kCount},
-      {"Decorated", Takes::kBoolean}}},
+      {"Decorated", Takes::kMixed}}},
     {ComponentKind::kProgressBar, kScaleAttributes},
     {ComponentKind::kSlider, kScaleAttributes},
     {ComponentKind::kSpinBox, kScaleAttributes},
     {ComponentKind::kThumbWheel, kScaleAttributes},
-    {ComponentKind::kTab, {{"Decorated", Takes::kBoolean}, {"SelectedNames", Takes::kStrings}}},
+    {ComponentKind::kTab, {{"Decorated", Takes::kMixed}, {"SelectedNames", Takes::kStrings}}},
     {ComponentKind::kTree,
      {{"Names", Takes::kStrings},
       {"Labels", Takes::kStrings},
       {"ParentNames", Takes::kStrings},
       {"SelectedNames", Takes::kStrings},
       {"SelectionPolicy", Takes::kPolicy},
+      {"TreeLinkStyle", Takes::kCount},
+      {"TreeDisplayRoot", Takes::kBoolean},
+      {"TreeIndicateChildren", Takes::kBoolean},
       {"VisibleRows", Takes::kCount}}},
     {ComponentKind::kMenuBar, {}},
     {ComponentKind::kMenuPane, kMenuAttributes},
     {ComponentKind::kCascadeButton, kMenuAttributes},
 };
+
+// The spellings that files in use have been seen to give; the others follow from the names of the calls.
+constexpr std::string_view kMet[] = {
+    "Alignment",
+    "AlwaysOnTop",
+    "AttachBottom",
+    "AttachLeft",
+    "AttachRight",
+    "AttachTop",
+    "AutoHighlight",
+    "BackgroundColor",
+    "Bitmap",
+    "BottomOffset",
+    "ColumnLabels",
+    "ColumnNames",
+    "ColumnWidths",
+    "Columns",
+    "Cursor",
+    "Decorated",
+    "DefaultButton",
+    "DialogStyle",
+    "DrawingHeight",
+    "DrawingWidth",
+    "Editable",
+    "Focus",
+    "FontStyle",
+    "ForegroundColor",
+    "HelpText",
+    "InputType",
+    "Integer",
+    "Label",
+    "Labels",
+    "LeftOffset",
+    "Length",
+    "LockedColumns",
+    "MaxInteger",
+    "MaxLen",
+    "MinColumns",
+    "MinInteger",
+    "MinRows",
+    "Names",
+    "Orientation",
+    "PopupMenu",
+    "RememberSize",
+    "Resizeable",
+    "RightOffset",
+    "RowLabels",
+    "RowNames",
+    "Rows",
+    "RowSelectionPolicy",
+    "ScrollBarsWhenNeeded",
+    "SelectionPolicy",
+    "Set",
+    "ShowGrid",
+    "StartLocation",
+    "TitleBar",
+    "TopOffset",
+    "TreeDisplayRoot",
+    "TreeIndicateChildren",
+    "TreeLinkStyle",
+    "Value",
+    "Visible",
+    "VisibleRows",
+    "Width",
+    "Wrap",
+};
+
+void FindUnmet(const ResAttributes& attributes, ResFindings& findings) {
+    for (const auto& [name, attribute] : attributes)
+        if (std::ranges::find(kMet, name) == std::end(kMet)) findings.emplace_back(attribute.place, name);
+}
 
 const AttributeRule* FindRule(const AttributeRules& rules, std::string_view attribute) {
     const auto rule =
@@ -170,6 +251,8 @@ const char* Expectation(Takes takes) {
     switch (takes) {
         case Takes::kBoolean:
             return "True or False";
+        case Takes::kMixed:
+            return "True, False or Mixed";
         case Takes::kInteger:
             return "one integer";
         case Takes::kCount:
@@ -195,6 +278,8 @@ bool ValueFits(const ResValue& value, Takes takes) {
     switch (takes) {
         case Takes::kBoolean:
             return value.type == Type::kBoolean;
+        case Takes::kMixed:
+            return value.type == Type::kBoolean || (value.type == Type::kName && value.text == L"Mixed");
         case Takes::kInteger:
             return value.type == Type::kInteger;
         case Takes::kCount:
@@ -238,6 +323,15 @@ void Check(const ResAttributes& attributes, const AttributeRules& own, const Att
 void CheckAttributes(const ResAttributes& attributes, ComponentKind kind, const std::string& owner,
                      ResFindings& findings) {
     Check(attributes, kAttributes.at(kind), kEveryComponent, owner, findings);
+}
+
+ResFindings UnmetAttributes(const ResFile& layout) {
+    ResFindings findings;
+    for (const ResContainer& container : layout.containers) {
+        FindUnmet(container.attributes, findings);
+        for (const ResComponent& component : container.components) FindUnmet(component.attributes, findings);
+    }
+    return findings;
 }
 
 void CheckDialogAttributes(const ResAttributes& attributes, ResFindings& findings) {

@@ -14,4 +14,8 @@ void CheckAttributes(const ResAttributes& attributes, ComponentKind kind, const 
                      ResFindings& findings);
 void CheckDialogAttributes(const ResAttributes& attributes, ResFindings& findings);
 
+// Where a layout gives an attribute, as it spells it, that has never been met in a file in use: a host might
+// not know it. Calls after the creation of the dialog do the same for certain.
+ResFindings UnmetAttributes(const ResFile& layout);
+
 }  // namespace sim

@@ -35,6 +35,11 @@ std::string TypeName(const ResContainer& container) {
     return std::string(ContainerName(container.type));
 }
 
+// The word for the component that a statement describes.
+std::string OwnerName(const ResContainer& container) {
+    return container.type == ContainerType::kTable ? "Table" : TypeName(container);
+}
+
 class Checker {
 public:
     Checker(const ResFile& layout, ResFindings& findings) : layout_(layout), findings_(findings) {}
@@ -108,7 +113,7 @@ private:
         if (!kind)
             Add(container.place, "one Dialog statement a file");
         else if (known == kinds_.end() || known->second != *kind)
-            Add(container.place, "a " + TypeName(container) + " component named " + container.name);
+            Add(container.place, "a " + OwnerName(container) + " component named " + container.name);
     }
 
     // Every statement belongs to the dialog in the end, none to itself.

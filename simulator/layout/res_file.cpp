@@ -47,7 +47,7 @@ constexpr KindWord kKinds[] = {
 constexpr std::pair<ContainerType, std::string_view> kContainers[] = {
     {ContainerType::kDialog, "Dialog"},     {ContainerType::kLayout, "Layout"},
     {ContainerType::kMenuPane, "MenuPane"}, {ContainerType::kCascadeButton, "CascadeButton"},
-    {ContainerType::kTable, "Table"},       {ContainerType::kTree, "Tree"},
+    {ContainerType::kTable, "TableLayout"}, {ContainerType::kTree, "Tree"},
 };
 
 constexpr double kLargestNumber = 2147483647;
@@ -86,8 +86,7 @@ public:
 
 private:
     void Advance() {
-        while (at_ < text_.size() && (text_[at_] == L' ' || text_[at_] == L'\t' || text_[at_] == L'\n'))
-            Next();
+        while (at_ < text_.size() && IsBetweenTokens()) Next();
         token_ = {Token::Type::kEnd, {}, place_};
         if (at_ == text_.size()) return;
         if (text_[at_] == L'(' || text_[at_] == L')') {
@@ -98,6 +97,12 @@ private:
         } else {
             ReadWord();
         }
+    }
+
+    // Blanks, and lines that begin with an exclamation mark.
+    bool IsBetweenTokens() {
+        if (place_.column == 1) inComment_ = text_[at_] == L'!';
+        return inComment_ || text_[at_] == L' ' || text_[at_] == L'\t' || text_[at_] == L'\n';
     }
 
     void ReadText() {
@@ -145,6 +150,7 @@ private:
     std::wstring text_;
     std::size_t at_ = 0;
     ResPlace place_{1, 1};
+    bool inComment_ = false;
     Token token_;
 };
 
@@ -216,7 +222,7 @@ private:
         const auto* type = std::find_if(std::begin(kContainers), std::end(kContainers),
                                         [&](const auto& entry) { return entry.second == typeWord; });
         if (type == std::end(kContainers))
-            Fail(word, "Dialog, Layout, MenuPane, CascadeButton, Table or Tree");
+            Fail(word, "Dialog, Layout, TableLayout, MenuPane, CascadeButton or Tree");
         container.type = type->first;
         container.name = TakeName("the container's name");
         ReadComponents(container);
@@ -335,14 +341,14 @@ private:
         return stretches;
     }
 
-    int TakeIndex(std::size_t count) {
+    std::size_t TakeIndex(std::size_t count) {
         const Token word = TakeWord("a row and a column");
-        int index = 0;
+        std::size_t index = 0;
         for (const wchar_t c : word.text) {
             if (c < L'0' || c > L'9' || index > 1000) Fail(word, "a row and a column");
-            index = index * 10 + (c - L'0');
+            index = index * 10 + static_cast<std::size_t>(c - L'0');
         }
-        if (index < 1 || static_cast<std::size_t>(index) > count) Fail(word, "1 to " + std::to_string(count));
+        if (index < 1 || index > count) Fail(word, "1 to " + std::to_string(count));
         return index - 1;
     }
 
@@ -355,48 +361,49 @@ private:
         grid.columnStretches = ReadStretches("Cols");
         const std::size_t columns = grid.columnStretches.size();
         const std::size_t room = grid.rowStretches.size() * columns;
-        std::size_t plain = 0;  // cells without a position of their own, they fill row by row
-        std::set<std::pair<int, int>> taken;
+        // Where the next cell goes: row by row, unless Pos says otherwise.
+        std::size_t next = 0;
+        bool isMoved = false;
+        std::set<std::size_t> taken;
         while (lexer_.Peek().type != Token::Type::kClose) {
             const Token first = lexer_.Peek();
             ResCell cell;
             cell.place = first.place;
-            if (!ReadCell(grid, cell)) {
-                cell.row = static_cast<int>(plain / columns);
-                cell.column = static_cast<int>(plain % columns);
-                ++plain;
+            if (!ReadCell(grid, cell, next)) {
+                isMoved = true;
+                continue;
             }
-            if (plain != 0 && plain != grid.cells.size() + 1)
-                Fail(first, "either Pos for all cells of a grid or for none");
-            if (plain > room) Fail(first, ") after " + std::to_string(room) + " cells");
-            if (!taken.insert({cell.row, cell.column}).second) Fail(first, "a free cell");
+            if (next >= room) Fail(first, ") after " + std::to_string(room) + " cells");
+            if (!taken.insert(next).second) Fail(first, "a free cell");
+            cell.row = static_cast<int>(next / columns);
+            cell.column = static_cast<int>(next % columns);
+            ++next;
             grid.cells.push_back(std::move(cell));
         }
         lexer_.Take();
         --gridDepth_;
-        if (plain != 0 && plain != room)
-            throw SyntaxError{gridWord.place,
-                              std::to_string(room) + " cells, found " + std::to_string(plain)};
+        if (!isMoved && next != 0 && next != room)
+            throw SyntaxError{gridWord.place, std::to_string(room) + " cells, found " + std::to_string(next)};
         return grid;
     }
 
-    // True when the cell gives its own position.
-    bool ReadCell(const ResGrid& grid, ResCell& cell) {
+    // False for a statement that is no cell but moves the place of the next one.
+    bool ReadCell(const ResGrid& grid, ResCell& cell, std::size_t& next) {
         if (lexer_.Peek().type != Token::Type::kOpen) {
             cell.component = TakeName("a component, a nested grid or )");
-            return false;
+            return true;
         }
         lexer_.Take();
         if (lexer_.Peek().type != Token::Type::kWord || lexer_.Peek().text != L"Pos") {
             cell.grid.push_back(ReadGrid());
-            return false;
+            return true;
         }
         lexer_.Take();
-        cell.row = TakeIndex(grid.rowStretches.size());
-        cell.column = TakeIndex(grid.columnStretches.size());
-        cell.component = TakeName("a component name");
+        const std::size_t row = TakeIndex(grid.rowStretches.size());
+        next = row * grid.columnStretches.size() + TakeIndex(grid.columnStretches.size());
         Close("the position");
-        return true;
+        if (lexer_.Peek().type == Token::Type::kClose) Fail(lexer_.Peek(), "a cell after Pos");
+        return false;
     }
 
     Lexer lexer_;

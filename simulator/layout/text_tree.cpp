@@ -37,7 +37,10 @@ const MessageFile* TextTree::Messages(std::wstring_view file) {
 
 const MessageFile* TextTree::LoadMessages(const std::wstring& file) {
     std::unique_ptr<MessageFile>& messages = messageFiles_[file];
-    if (const std::string fault = MessageFileNameFault(file, !upperCaseMessageFileRefused); !fault.empty()) {
+    // A name with capitals may be tried: where the host refuses it, that is no more than a missing file.
+    if (upperCaseMessageFileRefused && MessageFileNameFault(file, false) != MessageFileNameFault(file, true))
+        return nullptr;
+    if (const std::string fault = MessageFileNameFault(file, true); !fault.empty()) {
         report_.Violation("the message file name \"" + Utf8(file) + "\" is " + fault);
         return nullptr;
     }
@@ -51,7 +54,8 @@ const MessageFile* TextTree::LoadMessages(const std::wstring& file) {
     for (const std::string& error : errors) report_.Violation(error);
     for (const auto& [key, text] : messages->texts) {
         const auto [owner, isNew] = keyOwners_.try_emplace(key, file);
-        if (!isNew && owner->second != file)
+        // Windows finds a file in any letter case.
+        if (!isNew && UpperName(owner->second) != UpperName(file))
             report_.Violation("the message key \"" + key + "\" is in " + Utf8(owner->second) + " and in " +
                               Utf8(file));
     }

@@ -24,7 +24,8 @@ public:
     TextTree& operator=(const TextTree&) = delete;
 
     std::string language = "chinese_cn";
-    // Message file names with capitals, which the documents do not allow, are accepted unless refused here.
+    // Message file names with capitals, which the documents do not allow, are accepted unless refused here:
+    // then there is no such file.
     bool upperCaseMessageFileRefused = false;
 
     const std::filesystem::path& Directory() const { return directory_; }

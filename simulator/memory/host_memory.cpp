@@ -91,8 +91,11 @@ HostBlock& HostMemory::Allocate(BlockKind kind, std::size_t count, std::size_t e
 }
 
 HostBlock* HostMemory::Find(std::initializer_list<BlockKind> kinds, const void* data) {
-    if (data == nullptr) return nullptr;
     const std::string_view wanted = KindName(*kinds.begin());
+    if (data == nullptr) {
+        report_.Violation("is given NULL, which is no " + std::string(wanted) + " of the host's");
+        return nullptr;
+    }
     const auto found = blocks_.find(data);
     if (found == blocks_.end()) {
         report_.Violation("is given a pointer that is no " + std::string(wanted) + " of the host's");

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <deque>
 #include <initializer_list>
 #include <memory>
@@ -48,8 +49,8 @@ public:
     // A block of `count` zeroed elements, open in the account of its kind until Release.
     HostBlock& Allocate(BlockKind kind, std::size_t count, std::size_t elementSize, std::size_t step = 1,
                         std::string_view note = {});
-    // The block that starts at `data`, null when there is none of those kinds. Data of a freed or moved
-    // block, of another kind or of nobody's is a violation; a null pointer is not. O(1).
+    // The block that starts at `data`, null when there is none of those kinds. NULL, data of a freed or moved
+    // block, of another kind or of nobody's is a violation. O(1).
     HostBlock* Find(std::initializer_list<BlockKind> kinds, const void* data);
     // Changes the number of elements; new ones are zeroed. Gives the block as it is now: growth moves it, see
     // the source for how often.
@@ -84,12 +85,14 @@ char** NewHostTextArray(HostMemory& memory, const std::vector<std::string>& text
 template <typename T>
 T* NewHostArray(HostMemory& memory, const std::vector<T>& items);
 
-// Copies `text` with its terminating zero into a buffer of `size` characters. False, and the buffer is left
-// alone, when it does not fit.
+// Copies `text` with its terminating zero into a buffer of `size` characters, and fills the rest of it with
+// a pattern: a buffer that is shorter than it has to be is written past its end even by a short text. False,
+// and the buffer is left alone, when the text does not fit.
 template <typename Char>
 [[nodiscard]] bool FillBuffer(std::type_identity_t<std::basic_string_view<Char>> text, Char* buffer,
                               std::size_t size) {
     if (buffer == nullptr || text.size() >= size) return false;
+    std::memset(buffer, kSpoiledByte, size * sizeof(Char));
     std::copy(text.begin(), text.end(), buffer);
     buffer[text.size()] = Char{};
     return true;

@@ -1,6 +1,7 @@
 #include "simulator/report/trace_arg.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "simulator/report/utf8.h"
 
@@ -24,6 +25,14 @@ std::string TraceArg::Text() const {
     if (pointer_ == nullptr) return "null";
     std::snprintf(number, sizeof number, "%p", pointer_);
     return number;
+}
+
+void TraceArg::Spoil() const {
+    if (outputBytes_ == 0 || pointer_ == nullptr) return;
+    auto* place = static_cast<unsigned char*>(const_cast<void*>(pointer_));
+    std::memset(place, kSpoiledByte, outputBytes_);
+    // So that whoever shows the text shows the pattern, and no more than the buffer.
+    if (isTextOutput_) std::memset(place + outputBytes_ - sizeof(wchar_t), 0, sizeof(wchar_t));
 }
 
 }  // namespace sim

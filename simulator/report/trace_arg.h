@@ -1,11 +1,16 @@
-// One argument of a traced call: kept as it came, made readable only when somebody looks.
+// One argument of a traced call: kept as it came, made readable only when somebody looks. Outputs are known
+// as such, so that a failing call can spoil them.
 
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <type_traits>
 
 namespace sim {
+
+// What outputs hold that mean nothing: those of a failed call, and the rest of a buffer behind its text.
+inline constexpr unsigned char kSpoiledByte = 0xCD;
 
 class TraceArg {
 public:
@@ -28,6 +33,18 @@ public:
             pointer_ = pointer;
     }
 
+    // What the call gives: `bytes` at this place, null for an output that the caller does not want. `isText`:
+    // wide characters.
+    static TraceArg Output(void* place, std::size_t bytes, bool isText = false) {
+        TraceArg argument(static_cast<const void*>(place));
+        argument.outputBytes_ = bytes;
+        argument.isTextOutput_ = isText;
+        return argument;
+    }
+    // Fills an output with a pattern that is nobody's value: no handle, no number of anything, and as a text
+    // nothing but itself. Other arguments stay.
+    void Spoil() const;
+
     // UTF-8: texts in quotes, numbers in decimal, other pointers as "null" or "0x...".
     // A text pointer is read here, so the call's strings must still live.
     std::string Text() const;
@@ -42,6 +59,8 @@ private:
         double real_;
         const void* pointer_;
     };
+    std::size_t outputBytes_ = 0;  // 0: an input
+    bool isTextOutput_ = false;
 };
 
 }  // namespace sim

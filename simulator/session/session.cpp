@@ -23,6 +23,17 @@ Session::~Session() {
     current = nullptr;
 }
 
+void Session::BeAsDocumented() {
+    strict.newModelHasExtension = false;
+    strict.outputPathRefused = true;
+    strict.bareProfileNameRefused = true;
+    strict.pdfSheetRangeIsText = true;
+    strict.exportsLeaveLog = true;
+    screen.strict.nonAsciiButtonNameRefused = true;
+    screen.strict.unsetCellRefused = true;
+    texts.upperCaseMessageFileRefused = true;
+}
+
 Session& Host() {
     if (current == nullptr) {
         std::fputs("hostsim: a host function was called while no host runs\n", stderr);

@@ -21,7 +21,8 @@
 
 namespace sim {
 
-// Where the host stands in for documents that are silent or that the plug-in has to go against.
+// Where the host stands in for documents that are silent or that the plug-in has to go against: by default it
+// goes along with the plug-in.
 struct Strictness {
     // ProParameterValueWithUnitsSet may change a parameter's type (not documented either way).
     bool typeChangeRefused = true;
@@ -35,6 +36,10 @@ struct Strictness {
     bool bareProfileNameRefused = false;
     // A PDF export that does not say which sheets holds all of them; off: the current one.
     bool pdfHoldsAllSheets = true;
+    // PDF option 29 is a text, as the documents have it, and refuses a choice of sheets; that is option 28.
+    bool pdfSheetRangeIsText = false;
+    // An export leaves a log beside its file.
+    bool exportsLeaveLog = false;
 };
 
 class Session {
@@ -44,6 +49,10 @@ public:
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
+
+    // Turns every switch, those of the interface too, to what the documents say; where they are silent it stays.
+    // Before the plug-in starts.
+    void BeAsDocumented();
 
     Report report;
     ModelStore models;

@@ -22,7 +22,7 @@ constexpr bool IsTooLarge(std::size_t count, std::size_t elementSize) {
 
 ProError ProArrayAlloc(int n_objs, int obj_size, int reallocation_size, ProArray* p_array) {
     static const CallSite kSite("ProArrayAlloc", {PRO_TK_BAD_INPUTS, PRO_TK_OUT_OF_MEMORY});
-    return Traced(kSite, {n_objs, obj_size, reallocation_size, p_array}, [&](Session& host) -> ProError {
+    return Traced(kSite, {n_objs, obj_size, reallocation_size, Out(p_array)}, [&](Session& host) -> ProError {
         if (n_objs < 0 || obj_size <= 0 || reallocation_size <= 0 || p_array == nullptr)
             return PRO_TK_BAD_INPUTS;
         const auto count = static_cast<std::size_t>(n_objs), elementSize = static_cast<std::size_t>(obj_size);
@@ -46,7 +46,7 @@ ProError ProArrayFree(ProArray* p_array) {
 
 ProError ProArraySizeGet(ProArray array, int* p_size) {
     static const CallSite kSite("ProArraySizeGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {array, p_size}, [&](Session& host) -> ProError {
+    return Traced(kSite, {array, Out(p_size)}, [&](Session& host) -> ProError {
         const HostBlock* block = host.memory.Find({BlockKind::kArray, BlockKind::kSelectionArray}, array);
         if (block == nullptr || p_size == nullptr) return PRO_TK_BAD_INPUTS;
         *p_size = static_cast<int>(block->count);

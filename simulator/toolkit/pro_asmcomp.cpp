@@ -7,7 +7,7 @@ using namespace sim;
 
 ProError ProAsmcompMdlGet(ProAsmcomp* p_feat_handle, ProMdl* p_mdl_handle) {
     static const CallSite kSite("ProAsmcompMdlGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {p_feat_handle, p_mdl_handle}, [&](Session& host) -> ProError {
+    return Traced(kSite, {p_feat_handle, Out(p_mdl_handle)}, [&](Session& host) -> ProError {
         const Feature* feature = FindFeature(host, p_feat_handle);
         if (feature == nullptr || p_mdl_handle == nullptr || feature->type != kComponentType)
             return PRO_TK_BAD_INPUTS;

@@ -29,24 +29,27 @@ std::optional<Matrix> PlacementAlong(SimModel& top, const int* ids, int count) {
 ProError ProAsmcomppathInit(ProSolid p_solid_handle, ProIdTable memb_id_tab, int table_size,
                             ProAsmcomppath* p_handle) {
     static const CallSite kSite("ProAsmcomppathInit", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_solid_handle, memb_id_tab, table_size, p_handle}, [&](Session& host) -> ProError {
-        SimModel* top = FindSolid(host, p_solid_handle);
-        const bool isSized = table_size >= 0 && table_size <= PRO_MAX_ASSEM_LEVEL;
-        if (top == nullptr || p_handle == nullptr || !isSized || (memb_id_tab == nullptr && table_size > 0))
-            return PRO_TK_BAD_INPUTS;
-        if (!PlacementAlong(*top, memb_id_tab, table_size)) return PRO_TK_BAD_INPUTS;
-        p_handle->owner = p_solid_handle;
-        std::copy_n(memb_id_tab, table_size, p_handle->comp_id_table);
-        // What lies behind the path's end is nobody's to read.
-        std::fill(p_handle->comp_id_table + table_size, std::end(p_handle->comp_id_table), PRO_VALUE_UNUSED);
-        p_handle->table_num = table_size;
-        return PRO_TK_NO_ERROR;
-    });
+    return Traced(kSite, {p_solid_handle, memb_id_tab, table_size, Out(p_handle)},
+                  [&](Session& host) -> ProError {
+                      SimModel* top = FindSolid(host, p_solid_handle);
+                      const bool isSized = table_size >= 0 && table_size <= PRO_MAX_ASSEM_LEVEL;
+                      if (top == nullptr || p_handle == nullptr || !isSized ||
+                          (memb_id_tab == nullptr && table_size > 0))
+                          return PRO_TK_BAD_INPUTS;
+                      if (!PlacementAlong(*top, memb_id_tab, table_size)) return PRO_TK_BAD_INPUTS;
+                      p_handle->owner = p_solid_handle;
+                      std::copy_n(memb_id_tab, table_size, p_handle->comp_id_table);
+                      // What lies behind the path's end is nobody's to read.
+                      std::fill(p_handle->comp_id_table + table_size, std::end(p_handle->comp_id_table),
+                                PRO_VALUE_UNUSED);
+                      p_handle->table_num = table_size;
+                      return PRO_TK_NO_ERROR;
+                  });
 }
 
 ProError ProAsmcomppathTrfGet(ProAsmcomppath* p_path, ProBoolean bottom_up, ProMatrix transformation) {
     static const CallSite kSite("ProAsmcomppathTrfGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_path, bottom_up, transformation}, [&](Session& host) -> ProError {
+    return Traced(kSite, {p_path, bottom_up, Out(transformation, 4)}, [&](Session& host) -> ProError {
         if (p_path == nullptr || transformation == nullptr) return PRO_TK_BAD_INPUTS;
         if (p_path->table_num < 0 || p_path->table_num > PRO_MAX_ASSEM_LEVEL) {
             host.report.Violation("is given a component path that was never filled");
@@ -64,7 +67,7 @@ ProError ProAsmcomppathTrfGet(ProAsmcomppath* p_path, ProBoolean bottom_up, ProM
 
 ProError ProPntTrfEval(ProVector in_point, ProMatrix trf, ProVector out_point) {
     static const CallSite kSite("ProPntTrfEval", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {in_point, trf, out_point}, [&](Session&) -> ProError {
+    return Traced(kSite, {in_point, trf, Out(out_point, 3)}, [&](Session&) -> ProError {
         if (in_point == nullptr || trf == nullptr || out_point == nullptr) return PRO_TK_BAD_INPUTS;
         Matrix matrix;
         for (std::size_t row = 0; row < 4; ++row) std::copy_n(trf[row], 4, matrix[row].begin());

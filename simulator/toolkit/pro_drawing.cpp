@@ -32,7 +32,7 @@ DrawingView* FindView(Session& host, SimModel& drawing, ProView view) {
 
 ProError ProDrawingSheetsCount(ProDrawing drawing, int* n_sheets) {
     static const CallSite kSite("ProDrawingSheetsCount", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {drawing, n_sheets}, [&](Session& host) -> ProError {
+    return Traced(kSite, {drawing, Out(n_sheets)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
         if (model == nullptr || n_sheets == nullptr) return PRO_TK_BAD_INPUTS;
         *n_sheets = static_cast<int>(model->Sheets().size());
@@ -42,16 +42,19 @@ ProError ProDrawingSheetsCount(ProDrawing drawing, int* n_sheets) {
 
 ProError ProDrawingSheetTrfGet(ProDrawing drawing, int sheet, ProName sheet_size, ProMatrix transform) {
     static const CallSite kSite("ProDrawingSheetTrfGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {drawing, sheet, Output(sheet_size), transform}, [&](Session& host) -> ProError {
-        SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
-        if (model == nullptr || sheet_size == nullptr || transform == nullptr) return PRO_TK_BAD_INPUTS;
-        if (!HasSheet(*model, sheet)) return PRO_TK_BAD_INPUTS;
-        const DrawingSheet& found = model->Sheets()[static_cast<std::size_t>(sheet) - 1];
-        if (!FillBuffer<wchar_t>(found.size, sheet_size, PRO_NAME_SIZE)) return PRO_TK_GENERAL_ERROR;
-        // The simulator's screen is the sheet itself.
-        CopyMatrix(IdentityMatrix(), transform);
-        return PRO_TK_NO_ERROR;
-    });
+    return Traced(kSite, {drawing, sheet, Out(sheet_size, PRO_NAME_SIZE), Out(transform, 4)},
+                  [&](Session& host) -> ProError {
+                      SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
+                      if (model == nullptr || sheet_size == nullptr || transform == nullptr)
+                          return PRO_TK_BAD_INPUTS;
+                      if (!HasSheet(*model, sheet)) return PRO_TK_BAD_INPUTS;
+                      const DrawingSheet& found = model->Sheets()[static_cast<std::size_t>(sheet) - 1];
+                      if (!FillBuffer<wchar_t>(found.size, sheet_size, PRO_NAME_SIZE))
+                          return PRO_TK_GENERAL_ERROR;
+                      // The simulator's screen is the sheet itself.
+                      CopyMatrix(IdentityMatrix(), transform);
+                      return PRO_TK_NO_ERROR;
+                  });
 }
 
 ProError ProDrawingCurrentSheetGet(ProDrawing drawing, int* current_sheet) {
@@ -76,7 +79,7 @@ ProError ProDrawingCurrentSheetSet(ProDrawing drawing, int current_sheet) {
 
 ProError ProDrawingSolidsCollect(ProDrawing drawing, ProSolid** solids) {
     static const CallSite kSite("ProDrawingSolidsCollect", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {drawing, solids}, [&](Session& host) -> ProError {
+    return Traced(kSite, {drawing, Out(solids)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
         if (model == nullptr || solids == nullptr) return PRO_TK_BAD_INPUTS;
         if (model->ShownModels().empty()) return PRO_TK_E_NOT_FOUND;
@@ -89,7 +92,7 @@ ProError ProDrawingSolidsCollect(ProDrawing drawing, ProSolid** solids) {
 
 ProError ProDrawingViewsCollect(ProDrawing drawing, ProView** views) {
     static const CallSite kSite("ProDrawingViewsCollect", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {drawing, views}, [&](Session& host) -> ProError {
+    return Traced(kSite, {drawing, Out(views)}, [&](Session& host) -> ProError {
         SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
         if (model == nullptr || views == nullptr) return PRO_TK_BAD_INPUTS;
         if (model->Views().empty()) return PRO_TK_E_NOT_FOUND;
@@ -102,7 +105,7 @@ ProError ProDrawingViewsCollect(ProDrawing drawing, ProView** views) {
 
 ProError ProDrawingViewSolidGet(ProDrawing drawing, ProView view, ProSolid* solid) {
     static const CallSite kSite("ProDrawingViewSolidGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {drawing, view, solid}, [&](Session& host) -> ProError {
+    return Traced(kSite, {drawing, view, Out(solid)}, [&](Session& host) -> ProError {
         SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
         const DrawingView* found = model == nullptr ? nullptr : FindView(host, *model, view);
         if (found == nullptr || solid == nullptr) return PRO_TK_BAD_INPUTS;
@@ -114,7 +117,7 @@ ProError ProDrawingViewSolidGet(ProDrawing drawing, ProView view, ProSolid* soli
 
 ProError ProDrawingViewSheetGet(ProDrawing drawing, ProView view, int* sheet) {
     static const CallSite kSite("ProDrawingViewSheetGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {drawing, view, sheet}, [&](Session& host) -> ProError {
+    return Traced(kSite, {drawing, view, Out(sheet)}, [&](Session& host) -> ProError {
         SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
         const DrawingView* found = model == nullptr ? nullptr : FindView(host, *model, view);
         if (found == nullptr || sheet == nullptr) return PRO_TK_BAD_INPUTS;

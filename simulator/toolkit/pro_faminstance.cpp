@@ -8,7 +8,7 @@ using namespace sim;
 ProError ProFaminstanceGenericGet(ProMdl inst_model, int immediate, ProMdl* gen_model) {
     static const CallSite kSite("ProFaminstanceGenericGet",
                                 {PRO_TK_E_NOT_FOUND, PRO_TK_CANT_OPEN, PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {inst_model, immediate, gen_model}, [&](Session& host) -> ProError {
+    return Traced(kSite, {inst_model, immediate, Out(gen_model)}, [&](Session& host) -> ProError {
         const SimModel* instance = FindModel(host, inst_model);
         if (instance == nullptr || gen_model == nullptr) return PRO_TK_BAD_INPUTS;
         if (!instance->IsInstance()) return PRO_TK_E_NOT_FOUND;

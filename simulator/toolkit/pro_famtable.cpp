@@ -10,7 +10,7 @@ using namespace sim;
 
 ProError ProFamtableInit(ProMdl model, ProFamtable* p_famtab) {
     static const CallSite kSite("ProFamtableInit", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {model, p_famtab}, [&](Session& host) -> ProError {
+    return Traced(kSite, {model, Out(p_famtab)}, [&](Session& host) -> ProError {
         SimModel* generic = FindModel(host, model);
         if (generic == nullptr || p_famtab == nullptr) return PRO_TK_BAD_INPUTS;
         const bool isSolid = generic->Kind() == ModelKind::kPart || generic->Kind() == ModelKind::kAssembly;
@@ -22,7 +22,7 @@ ProError ProFamtableInit(ProMdl model, ProFamtable* p_famtab) {
 
 ProError ProParameterToFamtableItem(ProParameter* p_param, ProFamtableItem* r_fam_item) {
     static const CallSite kSite("ProParameterToFamtableItem", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_param, r_fam_item}, [&](Session& host) -> ProError {
+    return Traced(kSite, {p_param, Out(r_fam_item)}, [&](Session& host) -> ProError {
         if (p_param == nullptr || r_fam_item == nullptr) return PRO_TK_BAD_INPUTS;
         if (p_param->type != PRO_PARAMETER || p_param->owner.type != PRM_MODEL) {
             host.report.Violation("is given a parameter handle that no host function has filled");

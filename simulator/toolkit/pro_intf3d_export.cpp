@@ -42,7 +42,7 @@ std::string YesNo(bool truth) {
 
 ProError ProOutputInclusionAlloc(ProOutputInclusion* inclusion) {
     static const CallSite kSite("ProOutputInclusionAlloc", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {inclusion}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(inclusion)}, [&](Session& host) -> ProError {
         if (inclusion == nullptr) return PRO_TK_BAD_INPUTS;
         *inclusion = static_cast<ProOutputInclusion>(host.exportOptions.inclusions.New(host.report));
         return PRO_TK_NO_ERROR;
@@ -72,7 +72,7 @@ ProError ProOutputInclusionFree(ProOutputInclusion inclusion) {
 
 ProError ProOutputLayerOptionsAlloc(ProOutputLayerOptions* layer_options) {
     static const CallSite kSite("ProOutputLayerOptionsAlloc", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {layer_options}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(layer_options)}, [&](Session& host) -> ProError {
         if (layer_options == nullptr) return PRO_TK_BAD_INPUTS;
         *layer_options = static_cast<ProOutputLayerOptions>(host.exportOptions.layers.New(host.report));
         return PRO_TK_NO_ERROR;

@@ -35,7 +35,7 @@ ProMdlsubtype SubtypeOf(const SimModel& model) {
 
 ProError ProMdlCurrentGet(ProMdl* p_handle) {
     static const CallSite kSite("ProMdlCurrentGet", {PRO_TK_BAD_CONTEXT});
-    return Traced(kSite, {p_handle}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(p_handle)}, [&](Session& host) -> ProError {
         if (p_handle == nullptr) return PRO_TK_BAD_INPUTS;
         if (host.models.current == nullptr) return PRO_TK_BAD_CONTEXT;
         *p_handle = host.models.current;
@@ -67,7 +67,7 @@ ProError ProMdlSubtypeGet(ProMdl model, ProMdlsubtype* subtype) {
 
 ProError ProMdlNameGet(ProMdl handle, ProName name) {
     static const CallSite kSite("ProMdlNameGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {handle, Output(name)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {handle, Out(name, PRO_NAME_SIZE)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModel(host, handle);
         if (model == nullptr) return PRO_TK_BAD_INPUTS;
         return FillBuffer<wchar_t>(model->Name(), name, PRO_NAME_SIZE) ? PRO_TK_NO_ERROR : PRO_TK_BAD_INPUTS;
@@ -76,7 +76,7 @@ ProError ProMdlNameGet(ProMdl handle, ProName name) {
 
 ProError ProMdlMdlnameGet(ProMdl handle, ProMdlName name) {
     static const CallSite kSite("ProMdlMdlnameGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {handle, Output(name)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {handle, Out(name, PRO_MDLNAME_SIZE)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModel(host, handle);
         if (model == nullptr || model->Name().size() > kLongestName) return PRO_TK_BAD_INPUTS;
         return FillBuffer<wchar_t>(model->Name(), name, PRO_MDLNAME_SIZE) ? PRO_TK_NO_ERROR
@@ -86,7 +86,7 @@ ProError ProMdlMdlnameGet(ProMdl handle, ProMdlName name) {
 
 ProError ProMdlExtensionGet(ProMdl handle, ProMdlExtension ext) {
     static const CallSite kSite("ProMdlExtensionGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {handle, Output(ext)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {handle, Out(ext, PRO_MDLEXTENSION_SIZE)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModel(host, handle);
         if (model == nullptr || ext == nullptr) return PRO_TK_BAD_INPUTS;
         if (model->origin.empty() && !host.strict.newModelHasExtension) return PRO_TK_E_NOT_FOUND;
@@ -97,7 +97,7 @@ ProError ProMdlExtensionGet(ProMdl handle, ProMdlExtension ext) {
 
 ProError ProMdlDirectoryPathGet(ProMdl handle, ProPath dir_path) {
     static const CallSite kSite("ProMdlDirectoryPathGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {handle, Output(dir_path)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {handle, Out(dir_path, PRO_PATH_SIZE)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModel(host, handle);
         if (model == nullptr || dir_path == nullptr) return PRO_TK_BAD_INPUTS;
         return FillPath(model->directory, true, dir_path) ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
@@ -106,7 +106,7 @@ ProError ProMdlDirectoryPathGet(ProMdl handle, ProPath dir_path) {
 
 ProError ProMdlToModelitem(ProMdl mdl, ProModelitem* p_model_item) {
     static const CallSite kSite("ProMdlToModelitem", {PRO_TK_BAD_INPUTS, PRO_TK_INVALID_PTR});
-    return Traced(kSite, {mdl, p_model_item}, [&](Session& host) -> ProError {
+    return Traced(kSite, {mdl, Out(p_model_item)}, [&](Session& host) -> ProError {
         if (mdl == nullptr || p_model_item == nullptr) return PRO_TK_BAD_INPUTS;
         SimModel* model = FindModel(host, mdl);
         if (model == nullptr) return PRO_TK_INVALID_PTR;
@@ -118,7 +118,7 @@ ProError ProMdlToModelitem(ProMdl mdl, ProModelitem* p_model_item) {
 ProError ProMdlnameRetrieve(ProFamilyMdlName name, ProMdlfileType type, ProMdl* p_handle) {
     static const CallSite kSite("ProMdlnameRetrieve",
                                 {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND, PRO_TK_NO_PERMISSION});
-    return Traced(kSite, {name, type, p_handle}, [&](Session& host) -> ProError {
+    return Traced(kSite, {name, type, Out(p_handle)}, [&](Session& host) -> ProError {
         const auto text = TextInput(host, name, PRO_FAMILY_MDLNAME_SIZE);
         const auto kind = KindFromType(type);
         if (!text || text->empty() || text->size() > kLongestName || !kind || p_handle == nullptr)
@@ -135,20 +135,21 @@ ProError ProMdlFiletypeLoad(ProPath full_path, ProMdlfileType type, ProBoolean a
     static const CallSite kSite(
         "ProMdlFiletypeLoad",
         {PRO_TK_BAD_INPUTS, PRO_TK_CANT_OPEN, PRO_TK_E_NOT_FOUND, PRO_TK_INVALID_FILE, PRO_TK_NO_PERMISSION});
-    return Traced(kSite, {full_path, type, ask_user_about_reps, p_handle}, [&](Session& host) -> ProError {
-        const auto text = TextInput(host, full_path, PRO_PATH_SIZE);
-        if (!text || text->empty() || p_handle == nullptr) return PRO_TK_BAD_INPUTS;
-        auto kind = KindFromType(type);
-        if (type == PRO_MDLFILE_UNUSED) {
-            const auto parts = ParseModelFileName(std::filesystem::path(*text).filename().wstring());
-            if (parts) kind = parts->kind;
-        }
-        if (!kind) return PRO_TK_BAD_INPUTS;
-        SimModel* model = nullptr;
-        const ProError status = host.models.Load(*text, *kind, model);
-        if (status == PRO_TK_NO_ERROR) *p_handle = model;
-        return status;
-    });
+    return Traced(
+        kSite, {full_path, type, ask_user_about_reps, Out(p_handle)}, [&](Session& host) -> ProError {
+            const auto text = TextInput(host, full_path, PRO_PATH_SIZE);
+            if (!text || text->empty() || p_handle == nullptr) return PRO_TK_BAD_INPUTS;
+            auto kind = KindFromType(type);
+            if (type == PRO_MDLFILE_UNUSED) {
+                const auto parts = ParseModelFileName(std::filesystem::path(*text).filename().wstring());
+                if (parts) kind = parts->kind;
+            }
+            if (!kind) return PRO_TK_BAD_INPUTS;
+            SimModel* model = nullptr;
+            const ProError status = host.models.Load(*text, *kind, model);
+            if (status == PRO_TK_NO_ERROR) *p_handle = model;
+            return status;
+        });
 }
 
 ProError ProMdlnameBackup(ProMdl handle, ProPath backup_dir) {
@@ -196,7 +197,7 @@ ProError ProMdlSave(ProMdl handle) {
 
 ProError ProMdlIsModifiable(ProMdl p_model, ProBoolean show_ui, ProBoolean* can_modify) {
     static const CallSite kSite("ProMdlIsModifiable", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_model, show_ui, can_modify}, [&](Session& host) -> ProError {
+    return Traced(kSite, {p_model, show_ui, Out(can_modify)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModel(host, p_model);
         if (model == nullptr || can_modify == nullptr) return PRO_TK_BAD_INPUTS;
         *can_modify = model->IsReadOnly() ? PRO_B_FALSE : PRO_B_TRUE;

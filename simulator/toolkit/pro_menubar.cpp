@@ -38,9 +38,9 @@ bool FindPlace(Menu& menu, const char* neighbour, bool after, std::vector<MenuBu
 ProError CheckButtonName(Session& host, const char* name) {
     if (const std::string fault = NameFault(name, sizeof(ProMenuItemName)); !fault.empty())
         return Refuse(host, PRO_TK_GENERAL_ERROR, "the button name " + Named(name) + " " + fault);
-    if (host.screen.strict.nonAsciiButtonNameRefused && !IsAscii(name))
-        return Refuse(host, PRO_TK_GENERAL_ERROR, "the button name " + Named(name) + " is not ASCII");
-    return PRO_TK_NO_ERROR;
+    // A name in another script may be tried; that the host refuses it is no misuse.
+    return host.screen.strict.nonAsciiButtonNameRefused && !IsAscii(name) ? PRO_TK_GENERAL_ERROR
+                                                                          : PRO_TK_NO_ERROR;
 }
 
 }  // namespace

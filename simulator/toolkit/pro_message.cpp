@@ -87,50 +87,46 @@ ProError ProMessageToBuffer(ProLine translated_msg, ProFileName file_name, ProCh
                                  PRO_TK_MSG_FMT_ERROR, PRO_TK_MSG_TOO_LONG});
     va_list arguments;
     va_start(arguments, message_name);
-    const ProError status =
-        Traced(kSite, {static_cast<const void*>(translated_msg), file_name, message_name},
-               [&](Session& host) -> ProError {
-                   if (translated_msg == nullptr)
-                       return Refuse(host, PRO_TK_GENERAL_ERROR, "the buffer is null");
-                   FormattedMessage message;
-                   const ProError composed = Compose(host, file_name, message_name, arguments, message);
-                   if (composed != PRO_TK_NO_ERROR) return composed;
-                   if (FillBuffer<wchar_t>(message.text, translated_msg, PRO_LINE_SIZE))
-                       return PRO_TK_NO_ERROR;
-                   message.text.resize(PRO_LINE_SIZE - 1);
-                   if (!FillBuffer<wchar_t>(message.text, translated_msg, PRO_LINE_SIZE))
-                       return PRO_TK_GENERAL_ERROR;
-                   return Refuse(host, PRO_TK_MSG_TOO_LONG,
-                                 "the message " + Named(message_name) + " is longer than 80 characters");
-               });
+    const ProError status = Traced(
+        kSite, {Out(translated_msg, PRO_LINE_SIZE), file_name, message_name}, [&](Session& host) -> ProError {
+            if (translated_msg == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the buffer is null");
+            FormattedMessage message;
+            const ProError composed = Compose(host, file_name, message_name, arguments, message);
+            if (composed != PRO_TK_NO_ERROR) return composed;
+            if (FillBuffer<wchar_t>(message.text, translated_msg, PRO_LINE_SIZE)) return PRO_TK_NO_ERROR;
+            message.text.resize(PRO_LINE_SIZE - 1);
+            if (!FillBuffer<wchar_t>(message.text, translated_msg, PRO_LINE_SIZE))
+                return PRO_TK_GENERAL_ERROR;
+            return Refuse(host, PRO_TK_MSG_TOO_LONG,
+                          "the message " + Named(message_name) + " is longer than 80 characters");
+        });
     va_end(arguments);
     return status;
 }
 
 ProError ProMessageStringRead(int max_buffer_length, wchar_t* buffer) {
     static const CallSite kSite("ProMessageStringRead", {PRO_TK_MSG_USER_QUIT});
-    return Traced(kSite, {max_buffer_length, static_cast<const void*>(buffer)},
-                  [&](Session& host) -> ProError {
-                      const std::optional<Prompt> prompt = std::exchange(host.screen.prompt, std::nullopt);
-                      if (buffer == nullptr || max_buffer_length < 1 || max_buffer_length > kLongestEntry)
-                          return Refuse(host, PRO_TK_GENERAL_ERROR, "the buffer takes 1 to 127 characters");
-                      if (!prompt) return Refuse(host, PRO_TK_GENERAL_ERROR, "no prompt has been shown");
-                      if (host.user.prompts.empty()) {
-                          host.user.Problem("unexpected prompt \"" + Utf8(prompt->text) + "\"");
-                          return PRO_TK_MSG_USER_QUIT;
-                      }
-                      const PromptAnswer answer = std::move(host.user.prompts.front());
-                      host.user.prompts.pop_front();
-                      if (answer.kind == PromptAnswer::Kind::kEscape) return PRO_TK_MSG_USER_QUIT;
-                      // Enter on what is offered is no entry: the program takes its default.
-                      if (answer.kind == PromptAnswer::Kind::kEnter || answer.text.empty())
-                          return PRO_TK_GENERAL_ERROR;
-                      const auto size = static_cast<std::size_t>(max_buffer_length) + 1;
-                      if (FillBuffer<wchar_t>(answer.text, buffer, size)) return PRO_TK_NO_ERROR;
-                      host.user.Problem("the prompt \"" + Utf8(prompt->text) + "\" takes " +
-                                        std::to_string(max_buffer_length) + " characters at most");
-                      return PRO_TK_MSG_USER_QUIT;
-                  });
+    const bool isLength = max_buffer_length >= 1 && max_buffer_length <= kLongestEntry;
+    const std::size_t size = isLength ? static_cast<std::size_t>(max_buffer_length) + 1 : 0;
+    return Traced(kSite, {max_buffer_length, Out(buffer, size)}, [&](Session& host) -> ProError {
+        const std::optional<Prompt> prompt = std::exchange(host.screen.prompt, std::nullopt);
+        if (buffer == nullptr || !isLength)
+            return Refuse(host, PRO_TK_GENERAL_ERROR, "the buffer takes 1 to 127 characters");
+        if (!prompt) return Refuse(host, PRO_TK_GENERAL_ERROR, "no prompt has been shown");
+        if (host.user.prompts.empty()) {
+            host.user.Problem("unexpected prompt \"" + Utf8(prompt->text) + "\"");
+            return PRO_TK_MSG_USER_QUIT;
+        }
+        const PromptAnswer answer = std::move(host.user.prompts.front());
+        host.user.prompts.pop_front();
+        if (answer.kind == PromptAnswer::Kind::kEscape) return PRO_TK_MSG_USER_QUIT;
+        // Enter on what is offered is no entry: the program takes its default.
+        if (answer.kind == PromptAnswer::Kind::kEnter || answer.text.empty()) return PRO_TK_GENERAL_ERROR;
+        if (FillBuffer<wchar_t>(answer.text, buffer, size)) return PRO_TK_NO_ERROR;
+        host.user.Problem("the prompt \"" + Utf8(prompt->text) + "\" takes " +
+                          std::to_string(max_buffer_length) + " characters at most");
+        return PRO_TK_MSG_USER_QUIT;
+    });
 }
 
 }  // extern "C"

@@ -7,7 +7,7 @@ using namespace sim;
 
 ProError ProMfgAssemGet(ProMfg mfg, ProAssembly* r_assem_obj) {
     static const CallSite kSite("ProMfgAssemGet", {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {mfg, r_assem_obj}, [&](Session& host) -> ProError {
+    return Traced(kSite, {mfg, Out(r_assem_obj)}, [&](Session& host) -> ProError {
         const SimModel* model = FindModelOf(host, mfg, ModelKind::kManufacturing);
         if (model == nullptr || r_assem_obj == nullptr) return PRO_TK_BAD_INPUTS;
         if (model->MfgAssembly() == nullptr) return PRO_TK_E_NOT_FOUND;

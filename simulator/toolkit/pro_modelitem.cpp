@@ -7,7 +7,7 @@ using namespace sim;
 
 ProError ProModelitemMdlGet(ProModelitem* p_model_item, ProMdl* p_owner) {
     static const CallSite kSite("ProModelitemMdlGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_model_item, p_owner}, [&](Session& host) -> ProError {
+    return Traced(kSite, {p_model_item, Out(p_owner)}, [&](Session& host) -> ProError {
         if (p_model_item == nullptr || p_owner == nullptr) return PRO_TK_BAD_INPUTS;
         SimModel* owner = FindModel(host, p_model_item->owner);
         if (owner == nullptr) return PRO_TK_BAD_INPUTS;

@@ -107,7 +107,7 @@ bool NamesUnit(const ProUnititem* units) {
 ProError ProParameterInit(ProModelitem* owner, ProName name, ProParameter* param) {
     static const CallSite kSite("ProParameterInit",
                                 {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_CONTEXT, PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {owner, name, param}, [&](Session& host) -> ProError {
+    return Traced(kSite, {owner, name, Out(param)}, [&](Session& host) -> ProError {
         const auto text = TextInput(host, name, PRO_NAME_SIZE);
         if (owner == nullptr || !text || text->empty() || param == nullptr) return PRO_TK_BAD_INPUTS;
         SimModel* model = OwnerModel(host, *owner);
@@ -124,7 +124,7 @@ ProError ProParameterWithUnitsCreate(ProModelitem* owner, ProName name, ProParam
     static const CallSite kSite(
         "ProParameterWithUnitsCreate",
         {PRO_TK_E_FOUND, PRO_TK_CANT_MODIFY, PRO_TK_BAD_CONTEXT, PRO_TK_BAD_INPUTS, PRO_TK_INVALID_NAME});
-    return Traced(kSite, {owner, name, proval, units, p_param}, [&](Session& host) -> ProError {
+    return Traced(kSite, {owner, name, proval, units, Out(p_param)}, [&](Session& host) -> ProError {
         const auto text = TextInput(host, name, PRO_NAME_SIZE);
         if (owner == nullptr || !text || text->empty() || p_param == nullptr) return PRO_TK_BAD_INPUTS;
         std::optional<ParameterValue> value = ReadValue(host, proval);
@@ -161,7 +161,7 @@ ProError ProParameterValueWithUnitsSet(ProParameter* param, ProParamvalue* prova
 
 ProError ProParameterValueWithUnitsGet(ProParameter* param, ProParamvalue* proval, ProUnititem* units) {
     static const CallSite kSite("ProParameterValueWithUnitsGet", {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {param, proval, units}, [&](Session& host) -> ProError {
+    return Traced(kSite, {param, Out(proval), Out(units)}, [&](Session& host) -> ProError {
         if (proval == nullptr) return PRO_TK_BAD_INPUTS;
         const Found found = FindParameter(host, param);
         if (found.status != PRO_TK_NO_ERROR) return found.status;

@@ -43,7 +43,7 @@ ProError Fill(Session& host, const void* value, ProParamvalueType type, ProParam
 
 ProError ProParamvalueSet(ProParamvalue* p_handle, PRO_CONST_ARG void* p_value, ProParamvalueType type) {
     static const CallSite kSite("ProParamvalueSet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_handle, p_value, type}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(p_handle), p_value, type}, [&](Session& host) -> ProError {
         if (p_handle == nullptr || p_value == nullptr) return PRO_TK_BAD_INPUTS;
         const ProError status = Fill(host, p_value, type, p_handle->value);
         if (status == PRO_TK_NO_ERROR) p_handle->type = type;

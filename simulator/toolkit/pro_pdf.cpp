@@ -62,8 +62,8 @@ constexpr std::array<PdfOption, 30> kOptions = {{
     {"PENTABLE", ValueKind::kTruth, 0, 1},
     {"LINECAP", ValueKind::kNumber, 0, 2},
     {"LINEJOIN", ValueKind::kNumber, 0, 2},
-    {"", ValueKind::kNone, 0, 0},
     {"SHEETS", ValueKind::kNumber, 0, 1},
+    {"SHEETS", ValueKind::kNumber, 0, 1},  // as the documents have it: SHEET_RANGE, a text
 }};
 
 ProError SetOption(Session& host, ProPDFOptions options, int type, int value, ValueKind kind) {
@@ -76,6 +76,7 @@ ProError SetOption(Session& host, ProPDFOptions options, int type, int value, Va
         return PRO_TK_BAD_INPUTS;
     }
     const PdfOption& option = kOptions[static_cast<std::size_t>(type)];
+    if (type == PRO_PDFOPT_SHEET_RANGE && host.strict.pdfSheetRangeIsText) return PRO_TK_INVALID_TYPE;
     if (option.kind != kind) {
         host.report.Violation("the PDF option " + std::string(option.name) + " has values of another kind");
         return PRO_TK_INVALID_TYPE;
@@ -143,7 +144,7 @@ std::optional<fs::path> FindProfile(Session& host, std::wstring_view profile) {
 
 ProError ProPDFoptionsAlloc(ProPDFOptions* options) {
     static const CallSite kSite("ProPDFoptionsAlloc", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {options}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(options)}, [&](Session& host) -> ProError {
         if (options == nullptr) return PRO_TK_BAD_INPUTS;
         *options = static_cast<ProPDFOptions>(host.exportOptions.pdf.New(host.report));
         return PRO_TK_NO_ERROR;
@@ -186,7 +187,8 @@ ProError ProPDFExport(ProMdl model, ProPath output_file, ProPDFOptions options) 
         for (const auto& [type, value] : *set)
             named[kOptions[static_cast<std::size_t>(type)].name] = std::to_string(value);
         const int unset = host.strict.pdfHoldsAllSheets ? PRO_PRINT_ALL_SHEETS : PRO_PRINT_CURRENT_SHEET;
-        const bool all = Value(*set, PRO_PDFOPT_SHEETS, unset) == PRO_PRINT_ALL_SHEETS;
+        const int sheets = Value(*set, PRO_PDFOPT_SHEETS, Value(*set, PRO_PDFOPT_SHEET_RANGE, unset));
+        const bool all = sheets == PRO_PRINT_ALL_SHEETS;
         status = WritePdf(host, *drawing, file, all, std::move(named));
         if (status == PRO_TK_NO_ERROR && Value(*set, PRO_PDFOPT_LAUNCH_VIEWER, 1) != 0)
             host.user.started.push_back({L"open", file.wstring(), L"", SW_SHOWNORMAL});

@@ -23,7 +23,7 @@ extern "C" {
 
 ProError ProPopupmenuIdGet(const char* name, ProPopupMenuId* menu_id) {
     static const CallSite kSite("ProPopupmenuIdGet", {PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {name, menu_id}, [&](Session& host) -> ProError {
+    return Traced(kSite, {name, Out(menu_id)}, [&](Session& host) -> ProError {
         if (name == nullptr || menu_id == nullptr)
             return Refuse(host, PRO_TK_E_NOT_FOUND, "an argument is null");
         const PopupMenu* popup = host.screen.CurrentPopup();

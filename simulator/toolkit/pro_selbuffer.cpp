@@ -8,7 +8,7 @@ using namespace sim;
 ProError ProSelbufferSelectionsGet(ProSelection** ret_buff) {
     static const CallSite kSite("ProSelbufferSelectionsGet",
                                 {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND, PRO_TK_CANT_ACCESS});
-    return Traced(kSite, {ret_buff}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(ret_buff)}, [&](Session& host) -> ProError {
         if (ret_buff == nullptr) return PRO_TK_BAD_INPUTS;
         if (!host.desk.canAccessSelection) return PRO_TK_CANT_ACCESS;
         const std::vector<Pick>& selected = host.desk.selected;

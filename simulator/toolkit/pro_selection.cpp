@@ -34,6 +34,7 @@ constexpr std::array kFilterWords = {
     FilterWord{"qltface", PRO_SURFACE},   FilterWord{"dtmqlt", PRO_QUILT},
     FilterWord{"part", PRO_PART},         FilterWord{"prt_or_asm", PRO_PART, PRO_ASSEMBLY},
     FilterWord{"any_note", PRO_NOTE},     FilterWord{"dimension", PRO_DIMENSION},
+    FilterWord{"dwg_view", PRO_VIEW},     FilterWord{"ref_dim", PRO_REF_DIMENSION},
 };
 
 // The item types that a comma list of filter words allows; empty, and a violation, for a word that the host
@@ -90,7 +91,8 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
     static const CallSite kSite("ProSelect",
                                 {PRO_TK_BAD_INPUTS, PRO_TK_USER_ABORT, PRO_TK_PICK_ABOVE, PRO_TK_E_DEADLOCK});
     return Traced(
-        kSite, {option, max_count, p_in_sel, p_sel_array, p_n_sels}, [&](Session& host) -> ProError {
+        kSite, {option, max_count, p_in_sel, Out(p_sel_array), Out(p_n_sels)},
+        [&](Session& host) -> ProError {
             if (option == nullptr || max_count == 0 || max_count < -1 || p_sel_array == nullptr ||
                 p_n_sels == nullptr)
                 return PRO_TK_BAD_INPUTS;
@@ -123,7 +125,7 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
 
 ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* p_mdl_item) {
     static const CallSite kSite("ProSelectionModelitemGet", {PRO_TK_BAD_INPUTS, PRO_TK_NOT_EXIST});
-    return Traced(kSite, {selection, p_mdl_item}, [&](Session& host) -> ProError {
+    return Traced(kSite, {selection, Out(p_mdl_item)}, [&](Session& host) -> ProError {
         if (selection == nullptr || p_mdl_item == nullptr) return PRO_TK_BAD_INPUTS;
         const Pick* pick = host.desk.FindSelection(selection);
         if (pick == nullptr) {

@@ -1,6 +1,7 @@
 #include <ProSolid.h>
 
 #include "simulator/report/call_plugin.h"
+#include "simulator/report/utf8.h"
 #include "simulator/toolkit/support/arguments.h"
 #include "simulator/toolkit/support/traced.h"
 
@@ -8,17 +9,21 @@ using namespace sim;
 
 namespace {
 
-// The visit that features and surfaces share. `filter` and `action` call the plug-in.
+// The visit that features and surfaces share. `filter` and `action` call the plug-in; they may visit the same
+// items again, but not change them: nobody knows what the host would go on with.
 template <typename Items, typename Filter, typename Action>
-ProError Visit(const Items& items, Filter filter, Action action) {
+ProError Visit(Session& host, const SimModel& model, const Items& items, Filter filter, Action action) {
+    const int before = model.StructureChanges();
     bool anyVisited = false;
-    // By position and with the size asked for each time: a callback may visit the same items again, or add
-    // some.
     for (std::size_t i = 0; i < items.size(); ++i) {
         const ProError chosen = filter(i);
+        const ProError answer = chosen == PRO_TK_CONTINUE ? PRO_TK_NO_ERROR : action(i, chosen);
+        if (model.StructureChanges() != before) {
+            host.report.Violation("the visited items of " + Utf8(model.Name()) + " were changed meanwhile");
+            return PRO_TK_GENERAL_ERROR;
+        }
         if (chosen == PRO_TK_CONTINUE) continue;
         anyVisited = true;
-        const ProError answer = action(i, chosen);
         if (answer != PRO_TK_NO_ERROR) return answer;
     }
     return anyVisited ? PRO_TK_NO_ERROR : PRO_TK_E_NOT_FOUND;
@@ -37,7 +42,7 @@ ProError ProSolidFeatVisit(ProSolid p_handle, ProFeatureVisitAction visit_action
             return ProFeature{PRO_FEATURE, model->Features()[i].id, model};
         };
         return Visit(
-            model->Features(),
+            host, *model, model->Features(),
             [&](std::size_t i) {
                 if (filter_action == nullptr) return PRO_TK_NO_ERROR;
                 ProFeature item = feature(i);
@@ -65,7 +70,7 @@ ProError ProSolidSurfaceVisit(ProSolid p_handle, ProSurfaceVisitAction visit_act
             return reinterpret_cast<ProSurface>(item);
         };
         return Visit(
-            model->Surfaces(),
+            host, *model, model->Surfaces(),
             [&](std::size_t i) {
                 if (filter_action == nullptr) return PRO_TK_NO_ERROR;
                 return CallPlugin(host.report, filter_action, surface(i), app_data);

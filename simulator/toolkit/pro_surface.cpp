@@ -26,7 +26,7 @@ void CopyPoint(const Vec3& from, Pro3dPnt to) {
 
 ProError ProSurfaceDataGet(ProSurface p_surface, ProGeomitemdata** p_data_ptr) {
     static const CallSite kSite("ProSurfaceDataGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_surface, p_data_ptr}, [&](Session& host) -> ProError {
+    return Traced(kSite, {p_surface, Out(p_data_ptr)}, [&](Session& host) -> ProError {
         if (p_surface == nullptr || p_data_ptr == nullptr) return PRO_TK_BAD_INPUTS;
         const SurfaceItem* surface = host.desk.FindSurface(p_surface);
         if (surface == nullptr) {

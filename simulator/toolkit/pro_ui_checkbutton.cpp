@@ -20,7 +20,7 @@ extern "C" {
 
 ProError ProUICheckbuttonGetState(char* dialog, char* checkbutton, ProBoolean* state) {
     static const CallSite kSite("ProUICheckbuttonGetState");
-    return Traced(kSite, {dialog, checkbutton, state}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, checkbutton, Out(state)}, [&](Session& host) -> ProError {
         const Component* button = NamedComponent(host, dialog, checkbutton, ComponentKind::kCheckButton);
         if (button == nullptr) return PRO_TK_GENERAL_ERROR;
         if (state == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the state's address is null");

@@ -38,7 +38,7 @@ ProError ProCmdActionAdd(char* action_name, uiCmdCmdActFn action_cb, uiCmdPriori
                          uiCmdAccessFn access_func, ProBoolean allow_in_non_active_window,
                          ProBoolean allow_in_accessory_window, uiCmdCmdId* action_id) {
     static const CallSite kSite("ProCmdActionAdd", {PRO_TK_E_FOUND});
-    return Traced(kSite, {action_name, priority, action_id}, [&](Session& host) -> ProError {
+    return Traced(kSite, {action_name, priority, Out(action_id)}, [&](Session& host) -> ProError {
         if (const std::string fault = NameFault(action_name, sizeof(ProCmdItemName)); !fault.empty())
             return Refuse(host, PRO_TK_GENERAL_ERROR, "the command name " + Named(action_name) + " " + fault);
         if (action_cb == nullptr || action_id == nullptr)
@@ -59,7 +59,7 @@ ProError ProCmdActionAdd(char* action_name, uiCmdCmdActFn action_cb, uiCmdPriori
 
 ProError ProCmdCmdIdFind(char* cmd_name, uiCmdCmdId* cmd_id) {
     static const CallSite kSite("ProCmdCmdIdFind", {PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {cmd_name, cmd_id}, [&](Session& host) -> ProError {
+    return Traced(kSite, {cmd_name, Out(cmd_id)}, [&](Session& host) -> ProError {
         if (const std::string fault = NameFault(cmd_name, sizeof(ProCmdItemName)); !fault.empty())
             return Refuse(host, PRO_TK_E_NOT_FOUND, "the command name " + Named(cmd_name) + " " + fault);
         Command* command = host.screen.FindCommand(cmd_name);

@@ -22,7 +22,7 @@ ProError ProUIDialogCreate(char* session_dialog_name, char* resource) {
 
 ProError ProUIDialogActivate(char* dialog_name, int* status) {
     static const CallSite kSite("ProUIDialogActivate", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog_name, status}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog_name, Out(status)}, [&](Session& host) -> ProError {
         Dialog* dialog = NamedDialog(host, dialog_name);
         if (dialog == nullptr) return PRO_TK_BAD_INPUTS;
         if (dialog->active)

@@ -31,6 +31,21 @@ ProError ProUIDrawingareaPostmanagenotifyActionSet(char* dialog, char* component
     });
 }
 
+ProError ProUIDrawingareaImagesSet(char* dialog, char* component, int count, char** values) {
+    static const CallSite kSite("ProUIDrawingareaImagesSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+        Component* area = NamedComponent(host, dialog, component, ComponentKind::kDrawingArea);
+        if (area == nullptr) return PRO_TK_GENERAL_ERROR;
+        const auto images = NameList(host, count, values);
+        if (!images) return PRO_TK_BAD_INPUTS;
+        for (const std::string& image : *images)
+            if (!IsImage(image) || host.texts.FindIcon(image) == nullptr)
+                return Refuse(host, PRO_TK_GENERAL_ERROR, "there is no image file " + Named(image.c_str()));
+        area->images = *images;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProUIDrawingareaImageDraw(char* dialog, char* component, char* image, ProUIPoint* position) {
     static const CallSite kSite("ProUIDrawingareaImageDraw", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {dialog, component, image, position}, [&](Session& host) -> ProError {
@@ -40,8 +55,7 @@ ProError ProUIDrawingareaImageDraw(char* dialog, char* component, char* image, P
             return Refuse(host, PRO_TK_BAD_INPUTS, "the image or its position is null");
         if (!NamedDialog(host, dialog)->active)
             return Refuse(host, PRO_TK_GENERAL_ERROR, "the area " + Named(component) + " is not shown yet");
-        const std::vector<std::string> images = area->Texts("Images");
-        if (std::ranges::find(images, image) == images.end())
+        if (std::ranges::find(area->images, image) == area->images.end())
             return Refuse(host, PRO_TK_GENERAL_ERROR,
                           Named(image) + " is no image of the area " + Named(component));
         if (!IsImage(image) || host.texts.FindIcon(image) == nullptr)

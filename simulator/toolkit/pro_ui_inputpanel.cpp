@@ -9,7 +9,7 @@ extern "C" {
 
 ProError ProUIInputpanelValueGet(char* dialog, char* inputpanel, wchar_t** value) {
     static const CallSite kSite("ProUIInputpanelValueGet");
-    return Traced(kSite, {dialog, inputpanel, value}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, inputpanel, Out(value)}, [&](Session& host) -> ProError {
         const Component* panel = NamedComponent(host, dialog, inputpanel, ComponentKind::kInputPanel);
         if (panel == nullptr) return PRO_TK_GENERAL_ERROR;
         if (value == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the value's address is null");

@@ -22,7 +22,7 @@ extern "C" {
 
 ProError ProUIOptionmenuValueGet(char* dialog, char* component, wchar_t** value) {
     static const CallSite kSite("ProUIOptionmenuValueGet");
-    return Traced(kSite, {dialog, component, value}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, Out(value)}, [&](Session& host) -> ProError {
         const Component* menu = NamedComponent(host, dialog, component, ComponentKind::kOptionMenu);
         if (menu == nullptr) return PRO_TK_GENERAL_ERROR;
         if (value == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the value's address is null");

@@ -9,9 +9,22 @@ using namespace sim;
 
 extern "C" {
 
+ProError ProUIRadiogroupNamesGet(char* dialog, char* radiogroup, int* n_names, char*** names) {
+    static const CallSite kSite("ProUIRadiogroupNamesGet");
+    return Traced(kSite, {dialog, radiogroup, Out(n_names), Out(names)}, [&](Session& host) -> ProError {
+        const Component* group = NamedComponent(host, dialog, radiogroup, ComponentKind::kRadioGroup);
+        if (group == nullptr) return PRO_TK_GENERAL_ERROR;
+        if (n_names == nullptr || names == nullptr)
+            return Refuse(host, PRO_TK_GENERAL_ERROR, "an output's address is null");
+        *n_names = static_cast<int>(group->names.size());
+        *names = NewHostTextArray(host.memory, group->names);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProUIRadiogroupSelectednamesGet(char* dialog, char* radiogroup, int* n_name, char*** names) {
     static const CallSite kSite("ProUIRadiogroupSelectednamesGet");
-    return Traced(kSite, {dialog, radiogroup, n_name, names}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, radiogroup, Out(n_name), Out(names)}, [&](Session& host) -> ProError {
         const Component* group = NamedComponent(host, dialog, radiogroup, ComponentKind::kRadioGroup);
         if (group == nullptr) return PRO_TK_GENERAL_ERROR;
         if (n_name == nullptr || names == nullptr)
@@ -31,7 +44,9 @@ ProError ProUIRadiogroupSelectednamesSet(char* dialog, char* radiogroup, int n_n
             return Refuse(host, PRO_TK_GENERAL_ERROR, "a radio group takes exactly one name");
         const bool known =
             std::find(group->names.begin(), group->names.end(), names[0]) != group->names.end();
-        if (!known) return PRO_TK_GENERAL_ERROR;  // and the selection stays
+        if (!known)  // and the selection stays
+            return Refuse(host, PRO_TK_GENERAL_ERROR,
+                          "the group " + Named(radiogroup) + " has no button " + Named(names[0]));
         group->selected = {names[0]};
         return PRO_TK_NO_ERROR;
     });

@@ -14,6 +14,14 @@ namespace {
 
 // What a cell shows as its background when nobody has set one.
 constexpr int kTableColor = 0;
+// A gap in the list of codes.
+constexpr int kNoColor = 25;
+
+// The codes that the host has been seen to have.
+bool IsColor(ProUIColor code) {
+    const bool isListed = code >= PRO_UI_COLOR_BLACK && code <= PRO_UI_COLOR_HOVER_EFFECT;
+    return (isListed && code != kNoColor) || code == PRO_UI_COLOR_TRANSPARENT;
+}
 
 Table* NamedTable(Session& host, const char* dialog, const char* component) {
     Component* found = NamedComponent(host, dialog, component, ComponentKind::kTable);
@@ -29,16 +37,6 @@ TableCell* NamedCell(Session& host, const char* dialog, const char* component, c
         host.report.Violation("the table " + Named(component) + " has no cell " + Named(row) + ", " +
                               Named(column));
     return cell;
-}
-
-// The names of a call; nothing, and a violation, for a list with a gap or without a name.
-std::optional<std::vector<std::string>> NameList(Session& host, int count, char** names) {
-    std::vector<std::string> list;
-    for (int i = 0; names != nullptr && i < count; ++i)
-        if (names[i] != nullptr) list.emplace_back(names[i]);
-    if (count > 0 && list.size() == static_cast<std::size_t>(count)) return list;
-    host.report.Violation("is given no names, or fewer than it says");
-    return std::nullopt;
 }
 
 using Lines = std::vector<Table::Line>;
@@ -131,9 +129,19 @@ ProError ProUITableActivateActionSet(char* dialog, char* component, ProUIAction 
     });
 }
 
+ProError ProUITableActivateonreturnEnable(char* dialog, char* component) {
+    static const CallSite kSite("ProUITableActivateonreturnEnable", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component}, [&](Session& host) -> ProError {
+        Table* table = NamedTable(host, dialog, component);
+        if (table == nullptr) return PRO_TK_GENERAL_ERROR;
+        table->activatesOnReturn = true;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProUITableRownamesGet(char* dialog, char* component, int* count, char*** values) {
     static const CallSite kSite("ProUITableRownamesGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {
         const Table* table = NamedTable(host, dialog, component);
         return table == nullptr ? PRO_TK_GENERAL_ERROR : GiveNames(host, table->Rows(), count, values);
     });
@@ -141,7 +149,7 @@ ProError ProUITableRownamesGet(char* dialog, char* component, int* count, char**
 
 ProError ProUITableColumnnamesGet(char* dialog, char* component, int* count, char*** values) {
     static const CallSite kSite("ProUITableColumnnamesGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {
         const Table* table = NamedTable(host, dialog, component);
         return table == nullptr ? PRO_TK_GENERAL_ERROR : GiveNames(host, table->Columns(), count, values);
     });
@@ -149,7 +157,7 @@ ProError ProUITableColumnnamesGet(char* dialog, char* component, int* count, cha
 
 ProError ProUITableRowlabelsGet(char* dialog, char* component, int* count, wchar_t*** values) {
     static const CallSite kSite("ProUITableRowlabelsGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {
         const Table* table = NamedTable(host, dialog, component);
         return table == nullptr ? PRO_TK_GENERAL_ERROR : GiveLabels(host, table->Rows(), count, values);
     });
@@ -157,7 +165,7 @@ ProError ProUITableRowlabelsGet(char* dialog, char* component, int* count, wchar
 
 ProError ProUITableColumnlabelsGet(char* dialog, char* component, int* count, wchar_t*** values) {
     static const CallSite kSite("ProUITableColumnlabelsGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {
         const Table* table = NamedTable(host, dialog, component);
         return table == nullptr ? PRO_TK_GENERAL_ERROR : GiveLabels(host, table->Columns(), count, values);
     });
@@ -222,7 +230,7 @@ ProError ProUITableCellLabelSet(char* dialog, char* component, char* row, char* 
 
 ProError ProUITableCellLabelGet(char* dialog, char* component, char* row, char* column, wchar_t** label) {
     static const CallSite kSite("ProUITableCellLabelGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, row, column, label}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, row, column, Out(label)}, [&](Session& host) -> ProError {
         const TableCell* cell = NamedCell(host, dialog, component, row, column);
         if (cell == nullptr) return PRO_TK_GENERAL_ERROR;
         if (label == nullptr) return Refuse(host, PRO_TK_BAD_INPUTS, "the label's address is null");
@@ -238,7 +246,8 @@ ProError ProUITableCellBackgroundColorSet(char* dialog, char* component, char* r
     return Traced(kSite, {dialog, component, row, column, color}, [&](Session& host) -> ProError {
         TableCell* cell = NamedCell(host, dialog, component, row, column);
         if (cell == nullptr) return PRO_TK_GENERAL_ERROR;
-        if (color < 0) return Refuse(host, PRO_TK_BAD_INPUTS, "there is no such colour");
+        if (!IsColor(color))
+            return Refuse(host, PRO_TK_BAD_INPUTS, "there is no colour " + std::to_string(color));
         cell->background = color;
         return PRO_TK_NO_ERROR;
     });
@@ -247,7 +256,7 @@ ProError ProUITableCellBackgroundColorSet(char* dialog, char* component, char* r
 ProError ProUITableCellBackgroundColorGet(char* dialog, char* component, char* row, char* column,
                                           ProUIColor* color) {
     static const CallSite kSite("ProUITableCellBackgroundColorGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, row, column, color}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, row, column, Out(color)}, [&](Session& host) -> ProError {
         const TableCell* cell = NamedCell(host, dialog, component, row, column);
         if (cell == nullptr) return PRO_TK_GENERAL_ERROR;
         if (color == nullptr) return Refuse(host, PRO_TK_BAD_INPUTS, "the colour's address is null");
@@ -272,7 +281,7 @@ ProError ProUITableColumnselectionpolicySet(char* dialog, char* component, ProUI
 
 ProError ProUITableSelectednamesGet(char* dialog, char* component, int* count, char*** values) {
     static const CallSite kSite("ProUITableSelectednamesGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {
         const Table* table = NamedTable(host, dialog, component);
         if (table == nullptr) return PRO_TK_GENERAL_ERROR;
         std::vector<std::string> names;
@@ -302,7 +311,7 @@ ProError ProUITableSelectednamesSet(char* dialog, char* component, int count, ch
 
 ProError ProUITableSelectedrownamesGet(char* dialog, char* component, int* count, char*** values) {
     static const CallSite kSite("ProUITableSelectedrownamesGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+    return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {
         const Table* table = NamedTable(host, dialog, component);
         return table == nullptr ? PRO_TK_GENERAL_ERROR
                                 : GiveTexts(host, table->SelectedRows(), count, values);

@@ -208,13 +208,13 @@ ProError ProWstringarrayFree(wchar_t** wstr_arr, int ct) {
 
 ProError ProStringFree(char* str) {
     static const CallSite kSite("ProStringFree", {}, true);
-    return Traced(kSite, {Output(str)},
+    return Traced(kSite, {Place(str)},
                   [&](Session& host) { return FreeString(host, BlockKind::kText, str); });
 }
 
 ProError ProWstringFree(wchar_t* wstr) {
     static const CallSite kSite("ProWstringFree", {}, true);
-    return Traced(kSite, {Output(wstr)},
+    return Traced(kSite, {Place(wstr)},
                   [&](Session& host) { return FreeString(host, BlockKind::kString, wstr); });
 }
 
@@ -222,7 +222,7 @@ ProError ProWstringFree(wchar_t* wstr) {
 
 ProError ProDirectoryCurrentGet(ProPath path) {
     static const CallSite kSite("ProDirectoryCurrentGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {Output(path)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(path, PRO_PATH_SIZE)}, [&](Session& host) -> ProError {
         if (path == nullptr) return PRO_TK_BAD_INPUTS;
         return FillPath(host.models.WorkingDirectory(), true, path) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
     });
@@ -268,7 +268,9 @@ ProError ProFileMdlnameParse(ProPath file_name_w_path, ProPath r_path, ProMdlNam
                              ProMdlExtension r_extension, int* r_version) {
     static const CallSite kSite("ProFileMdlnameParse", {PRO_TK_BAD_INPUTS, PRO_TK_INVALID_NAME});
     return Traced(
-        kSite, {file_name_w_path, Output(r_path), Output(r_file_name), Output(r_extension), r_version},
+        kSite,
+        {file_name_w_path, Out(r_path, PRO_PATH_SIZE), Out(r_file_name, PRO_MDLNAME_SIZE),
+         Out(r_extension, PRO_MDLEXTENSION_SIZE), Out(r_version)},
         [&](Session& host) -> ProError {
             const auto text = TextInput(host, file_name_w_path, PRO_PATH_SIZE);
             if (!text || text->empty()) return PRO_TK_BAD_INPUTS;
@@ -294,7 +296,9 @@ ProError ProDirectoryChoose(ProName dialog_label, ProPath* shortcut_path_arr, Pr
                             ProPath default_path, ProPath r_selected_path) {
     static const CallSite kSite("ProDirectoryChoose", {PRO_TK_USER_ABORT});
     return Traced(
-        kSite, {dialog_label, shortcut_path_arr, shortcut_name_arr, default_path, Output(r_selected_path)},
+        kSite,
+        {dialog_label, shortcut_path_arr, shortcut_name_arr, default_path,
+         Out(r_selected_path, PRO_PATH_SIZE)},
         [&](Session& host) -> ProError {
             const auto choice = ReadChoice(host, dialog_label, L"Select Directory", default_path);
             if (!choice || r_selected_path == nullptr) return PRO_TK_BAD_INPUTS;
@@ -315,7 +319,7 @@ ProError ProFileMdlnameOpen(ProName dialog_label, ProLine filter_string, ProPath
     static const CallSite kSite("ProFileMdlnameOpen", {PRO_TK_USER_ABORT});
     return Traced(kSite,
                   {dialog_label, filter_string, shortcut_path_arr, shortcut_name_arr, default_path,
-                   pre_sel_file_name, Output(r_selected_file)},
+                   pre_sel_file_name, Out(r_selected_file, PRO_PATH_SIZE)},
                   [&](Session& host) -> ProError {
                       const auto choice = ReadChoice(host, dialog_label, L"Open", default_path);
                       const auto masks =
@@ -335,7 +339,7 @@ ProError ProFileMdlnameOpen(ProName dialog_label, ProLine filter_string, ProPath
 
 ProError ProToolkitApplTextPathGet(ProPath text_path) {
     static const CallSite kSite("ProToolkitApplTextPathGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {Output(text_path)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(text_path, PRO_PATH_SIZE)}, [&](Session& host) -> ProError {
         if (text_path == nullptr) return PRO_TK_BAD_INPUTS;
         return FillPath(host.texts.Directory(), false, text_path) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
     });
@@ -345,7 +349,7 @@ ProError ProToolkitApplTextPathGet(ProPath text_path) {
 
 ProError ProConfigoptArrayGet(ProName option, ProPath** value_array) {
     static const CallSite kSite("ProConfigoptArrayGet", {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {option, value_array}, [&](Session& host) -> ProError {
+    return Traced(kSite, {option, Out(value_array)}, [&](Session& host) -> ProError {
         const auto name = TextInput(host, option, PRO_NAME_SIZE);
         if (!name || name->empty() || value_array == nullptr) return PRO_TK_BAD_INPUTS;
         const auto values = host.configOptions.find(UpperName(*name));
@@ -361,7 +365,7 @@ ProError ProConfigoptArrayGet(ProName option, ProPath** value_array) {
 
 ProError ProConfigoptionGet(ProName option, ProPath option_value) {
     static const CallSite kSite("ProConfigoptionGet", {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {option, Output(option_value)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {option, Out(option_value, PRO_PATH_SIZE)}, [&](Session& host) -> ProError {
         const auto name = TextInput(host, option, PRO_NAME_SIZE);
         if (!name || name->empty() || option_value == nullptr) return PRO_TK_BAD_INPUTS;
         const auto values = host.configOptions.find(UpperName(*name));

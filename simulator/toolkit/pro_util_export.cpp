@@ -77,7 +77,7 @@ ProError Export2d(Session& host, ProImportExportFile type, std::wstring_view fil
 
 ProError Pro2dExportdataAlloc(Pro2dExportdata* export_data) {
     static const CallSite kSite("Pro2dExportdataAlloc", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {export_data}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(export_data)}, [&](Session& host) -> ProError {
         if (export_data == nullptr) return PRO_TK_BAD_INPUTS;
         *export_data = static_cast<Pro2dExportdata>(host.exportOptions.sheetChoices.New(host.report));
         return PRO_TK_NO_ERROR;
@@ -117,7 +117,7 @@ ProError Pro2dExportdataModelspacesheetSet(Pro2dExportdata export_data, int mode
 
 ProError Pro2dExportdataSheetsSet(Pro2dExportdata export_data, int* sheets) {
     static const CallSite kSite("Pro2dExportdataSheetsSet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {export_data, Output(sheets)}, [&](Session& host) -> ProError {
+    return Traced(kSite, {export_data, Place(sheets)}, [&](Session& host) -> ProError {
         SheetChoice* choice = FindChoice(host, export_data);
         const HostBlock* array = host.memory.Find({BlockKind::kArray}, sheets);
         if (choice == nullptr || array == nullptr) return PRO_TK_BAD_INPUTS;

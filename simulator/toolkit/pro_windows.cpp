@@ -8,7 +8,7 @@ using namespace sim;
 ProError ProObjectwindowMdlnameCreate(ProMdlName object_name, ProType object_type, int* p_window_id) {
     static const CallSite kSite("ProObjectwindowMdlnameCreate",
                                 {PRO_TK_INVALID_TYPE, PRO_TK_BAD_INPUTS, PRO_TK_E_DEADLOCK});
-    return Traced(kSite, {object_name, object_type, p_window_id}, [&](Session& host) -> ProError {
+    return Traced(kSite, {object_name, object_type, Out(p_window_id)}, [&](Session& host) -> ProError {
         const auto name = TextInput(host, object_name, PRO_MDLNAME_SIZE);
         if (!name || p_window_id == nullptr) return PRO_TK_BAD_INPUTS;
         const auto kind = KindFromType(object_type);
@@ -40,7 +40,7 @@ ProError ProWindowCurrentSet(int window_id) {
 
 ProError ProWindowMdlGet(int window, ProMdl* r_mdl) {
     static const CallSite kSite("ProWindowMdlGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {window, r_mdl}, [&](Session& host) -> ProError {
+    return Traced(kSite, {window, Out(r_mdl)}, [&](Session& host) -> ProError {
         // Whoever asks for the current window has the desk see what the user has opened.
         (void)host.desk.CurrentWindow();
         SimModel* model = host.desk.ModelIn(window);
@@ -68,7 +68,7 @@ ProError ProWindowCurrentClose() {
 
 ProError ProWindowCurrentGet(int* p_window_id) {
     static const CallSite kSite("ProWindowCurrentGet", {PRO_TK_BAD_INPUTS});
-    return Traced(kSite, {p_window_id}, [&](Session& host) -> ProError {
+    return Traced(kSite, {Out(p_window_id)}, [&](Session& host) -> ProError {
         if (p_window_id == nullptr) return PRO_TK_BAD_INPUTS;
         *p_window_id = host.desk.CurrentWindow();
         return PRO_TK_NO_ERROR;

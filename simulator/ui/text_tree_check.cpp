@@ -7,6 +7,8 @@
 #include <system_error>
 
 #include "simulator/layout/icon_file.h"
+#include "simulator/layout/res_attributes.h"
+#include "simulator/layout/text_file.h"
 #include "simulator/layout/text_tree.h"
 #include "simulator/report/utf8.h"
 #include "simulator/ui/interface.h"
@@ -60,7 +62,10 @@ private:
 
     void CheckLayouts() {
         for (const fs::path& folder : {text_ / "resource", own_ / "resource"})
-            for (const fs::path& file : FilesIn(folder, L".res")) ReadResFile(file, problems_);
+            for (const fs::path& file : FilesIn(folder, L".res"))
+                for (const auto& [place, name] : UnmetAttributes(ReadResFile(file, problems_)))
+                    Add(FindingPlace(file, place.line, place.column) +
+                        "warning: no file in use has the attribute " + name);
     }
 
     Files ReadFolder(const fs::path& folder) {

@@ -82,6 +82,7 @@ public:
     std::deque<PickAnswer> picks;
     std::deque<int> boxAnswers;  // for boxes with more than an OK button: IDYES, IDNO, ...
     ProgressPlay progress;
+    bool programsFail = false;  // Windows starts nothing
     // What the user does before the command: selects, and asks for the right-click menu to start it from.
     std::vector<Pick> selected;
     bool rightClicks = false;

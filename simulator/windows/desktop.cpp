@@ -75,6 +75,9 @@ BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
         return FALSE;
     }
     std::copy_n(path.c_str(), path.size() + 1, request->lpstrFile);
+    // The dialog works in the folder that it shows, and stays there unless it is told to come back.
+    if ((request->Flags & OFN_NOCHANGEDIR) == 0)
+        SetCurrentDirectoryW(std::filesystem::path(path).parent_path().c_str());
     return TRUE;
 }
 
@@ -85,19 +88,25 @@ BOOL WINAPI ChooseFileToSave(LPOPENFILENAMEW request) {
     return ChooseFile(request, "choice of a file to save");
 }
 
+// Anything above 32 means started; below is what was not found, or why else it cannot.
+constexpr UINT kStarted = 33;
+constexpr UINT kNotStarted = ERROR_FILE_NOT_FOUND;
+
 HINSTANCE WINAPI StartProgram(HWND, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT show) {
-    host->user.started.push_back({Text(verb), Text(file), Text(parameters), show});
-    // Anything above 32 means started.
-    return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(33));  // NOLINT(performance-no-int-to-ptr)
+    const bool fails = host->user.programsFail;
+    if (!fails) host->user.started.push_back({Text(verb), Text(file), Text(parameters), show});
+    const std::intptr_t answer = fails ? kNotStarted : kStarted;
+    return reinterpret_cast<HINSTANCE>(answer);  // NOLINT(performance-no-int-to-ptr)
 }
 
 UINT WINAPI StartCommandLine(LPCSTR commandLine, UINT show) {
+    if (host->user.programsFail) return kNotStarted;
     const int size = MultiByteToWideChar(CP_ACP, 0, commandLine, -1, nullptr, 0);
     std::wstring line(static_cast<std::size_t>(std::max(size, 1)), L'\0');
     MultiByteToWideChar(CP_ACP, 0, commandLine, -1, line.data(), size);
     line.pop_back();
     host->user.started.push_back({L"", line, L"", static_cast<int>(show)});
-    return 33;
+    return kStarted;
 }
 
 // ---- Timers

@@ -74,6 +74,7 @@ void Plugin::Unload() {
     Restore(patches_);
     FreeLibrary(module_);
     module_ = nullptr;
+    FreePluginThreadSlots();
     ForgetDesktopTimers();
     HealWindowsCalls();
     FailPluginAllocation(0);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 
 namespace sim {
 
@@ -21,6 +22,7 @@ bool MustFail() {
 
 void* Counted(void* block) {
     if (block != nullptr) {
+        ++figures.liveBlocks;
         figures.liveBytes += static_cast<long long>(_msize(block));
         figures.peakBytes = std::max(figures.peakBytes, figures.liveBytes);
     }
@@ -28,7 +30,9 @@ void* Counted(void* block) {
 }
 
 void Uncount(void* block) {
-    if (block != nullptr) figures.liveBytes -= static_cast<long long>(_msize(block));
+    if (block == nullptr) return;
+    --figures.liveBlocks;
+    figures.liveBytes -= static_cast<long long>(_msize(block));
 }
 
 void* HeapMalloc(std::size_t size) {
@@ -53,6 +57,20 @@ void HeapFree(void* block) {
     std::free(block);
 }
 
+// Thread slots that the plug-in's run-time library has taken; a process has about a thousand.
+std::set<DWORD> threadSlots;
+
+DWORD WINAPI TakeThreadSlot() {
+    const DWORD slot = TlsAlloc();
+    if (slot != TLS_OUT_OF_INDEXES) threadSlots.insert(slot);
+    return slot;
+}
+
+BOOL WINAPI GiveThreadSlotBack(DWORD slot) {
+    threadSlots.erase(slot);
+    return TlsFree(slot);
+}
+
 }  // namespace
 
 void PatchPluginHeap(HMODULE module, std::vector<ImportPatch>& patches) {
@@ -60,6 +78,13 @@ void PatchPluginHeap(HMODULE module, std::vector<ImportPatch>& patches) {
     PatchImport(module, "calloc", reinterpret_cast<void*>(&HeapCalloc), patches);
     PatchImport(module, "realloc", reinterpret_cast<void*>(&HeapRealloc), patches);
     PatchImport(module, "free", reinterpret_cast<void*>(&HeapFree), patches);
+    PatchImport(module, "TlsAlloc", reinterpret_cast<void*>(&TakeThreadSlot), patches);
+    PatchImport(module, "TlsFree", reinterpret_cast<void*>(&GiveThreadSlotBack), patches);
+}
+
+void FreePluginThreadSlots() {
+    for (const DWORD slot : threadSlots) TlsFree(slot);
+    threadSlots.clear();
 }
 
 PluginHeapFigures PluginHeap() {

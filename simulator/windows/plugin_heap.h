@@ -13,12 +13,16 @@ namespace sim {
 // Figures since the last ResetPluginHeap.
 struct PluginHeapFigures {
     long long allocations = 0;
+    long long liveBlocks = 0;
     long long liveBytes = 0;
     long long peakBytes = 0;
     long long failed = 0;  // allocations that were made to fail
 };
 
 void PatchPluginHeap(HMODULE module, std::vector<ImportPatch>& patches);
+// Once the plug-in is unloaded: takes back the thread slots that its run-time library has left, as it does
+// after an exception. Without that a process could load the plug-in about a thousand times.
+void FreePluginThreadSlots();
 PluginHeapFigures PluginHeap();
 void ResetPluginHeap();
 

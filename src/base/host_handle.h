@@ -25,10 +25,16 @@ public:
     HostHandle& operator=(const HostHandle&) = delete;
     ~HostHandle() { Reset(); }
     Handle Get() const { return handle_; }
-    // For a toolkit call that hands a handle out. What was held before is given back.
+    // For a toolkit call that hands a handle out, whose status goes through Received. What was held before is
+    // given back.
     Handle* Receive() {
         Reset();
         return &handle_;
+    }
+    // The status as it is. A call that failed has handed nothing out, whatever it left here.
+    [[nodiscard]] ProError Received(ProError status) {
+        if (Failed(status)) handle_ = nullptr;
+        return status;
     }
     // For a toolkit call that works on what is held and may move it.
     Handle* InOut() { return &handle_; }
@@ -105,7 +111,8 @@ public:
     HostList(const HostList&) = delete;
     HostList& operator=(const HostList&) = delete;
     ~HostList() { Reset(); }
-    // Both for the same toolkit call, in either order. What was held before is given back.
+    // Both for the same toolkit call, in either order, whose status goes through Received. What was held
+    // before is given back.
     int* ReceiveCount() {
         Reset();
         return &count_;
@@ -113,6 +120,11 @@ public:
     Char*** ReceiveNames() {
         Reset();
         return &strings_;
+    }
+    // The status as it is. A call that failed has handed nothing out, whatever it left here.
+    [[nodiscard]] ProError Received(ProError status) {
+        if (Failed(status)) strings_ = nullptr;
+        return status;
     }
     std::span<Char*> All() const {
         if (strings_ == nullptr || count_ < 0) return {};

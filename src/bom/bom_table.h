@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include <ProUI.h>
+
 #include "bom/bom_list.h"
 #include "ui/table.h"
 
@@ -13,7 +15,7 @@ inline constexpr TableName kBomTable = {kBomDialog, "bom_list"};
 // The first column, which numbers the rows; the others are "param1", "param2" and so on.
 inline constexpr char kNumberColumn[] = "num";
 // Background of the cells of an assembly. It is also what tells a row's type later.
-inline constexpr TableColor kAssemblyColor = 17;
+inline constexpr TableColor kAssemblyColor = PRO_UI_COLOR_3D_LIGHT_SHADOW;
 
 // Settings of the titles, for SettingsPath.
 inline constexpr wchar_t kBomSettings[] = L"KVconfig\\KvBom.ini";

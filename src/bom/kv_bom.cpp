@@ -29,8 +29,10 @@
 namespace kv {
 
 static constexpr char kFormChoice[] = "BomRadio";
+static constexpr char kSummedForm[] = "SumBom";
 static constexpr char kLevelForm[] = "LevelBom";
 static constexpr char kLevelLimit[] = "LevelOption";
+static constexpr wchar_t kAllLevels[] = L"25";
 static constexpr char kPictureArea[] = "DrawingArea";
 // An assembly with a single component needs no list.
 static constexpr std::size_t kLeastPlacements = 2;
@@ -82,6 +84,9 @@ ProError KvBom() {
 
 static void FillDialog(BomState& state) {
     state.opened = true;
+    RadioChoiceSet(kBomDialog, kFormChoice, kSummedForm);
+    OptionLabelSet(kBomDialog, kLevelLimit, kAllLevels);
+    TableReturnActivates(kBomTable);
     const BomList list = std::move(state.list);
     if (!Failed(BomColumnsReset(BomForm::Summed))) (void)BomListShow(list);
     if (ChosenForm() == BomForm::Summed) OptionEnabledSet(kBomDialog, kLevelLimit, false);

@@ -95,10 +95,12 @@ static ProError IgesOptionsGet(IgesOptions& options) {
     ProError status = FlagGet("datumsCheck", datums);
     if (!Failed(status)) status = FlagGet("blankedCheck", blanked);
     if (!Failed(status)) status = FlagGet("facettedCheck", facetted);
-    if (!Failed(status)) status = ProOutputInclusionAlloc(options.inclusion.Receive());
+    if (!Failed(status))
+        status = options.inclusion.Received(ProOutputInclusionAlloc(options.inclusion.Receive()));
     if (!Failed(status))
         status = ProOutputInclusionFlagsSet(options.inclusion.Get(), datums, blanked, facetted);
-    if (!Failed(status)) status = ProOutputLayerOptionsAlloc(options.layers.Receive());
+    if (!Failed(status))
+        status = options.layers.Received(ProOutputLayerOptionsAlloc(options.layers.Receive()));
     if (!Failed(status)) status = ProOutputLayerOptionsAutoidSet(options.layers.Get(), PRO_B_TRUE);
     return status;
 }

@@ -20,6 +20,7 @@
 namespace kv {
 
 static constexpr wchar_t kProfile[] = L"kvdop";
+static constexpr wchar_t kProfileExtension[] = L".dop";
 
 static void DrawingDataFree(Pro2dExportdata* data) {
     Pro2dExportdataFree(*data);
@@ -30,6 +31,7 @@ using DrawingData = HostHandle<Pro2dExportdata, DrawingDataFree>;
 static ProError DrawingDataMake(const SheetFile& file, DrawingData& data);
 static ProError PaperSheetsSet(Pro2dExportdata data, int count);
 static ProError PdfWrite(const SheetFile& file, const std::wstring& path);
+static ProError PdfByProfileWrite(ProMdl drawing, ProPath target);
 
 ProError SheetDrawingWrite(const SheetFile& file) {
     ProPath path;
@@ -69,7 +71,7 @@ ProError ShownModelWrite(const SheetFile& file) {
 static ProError DrawingDataMake(const SheetFile& file, DrawingData& data) {
     const bool all = file.sheet == kAllSheets;
     const int modelSheet = all ? file.task.sheets : file.sheet;
-    ProError status = Pro2dExportdataAlloc(data.Receive());
+    ProError status = data.Received(Pro2dExportdataAlloc(data.Receive()));
     if (!Failed(status)) status = Pro2dExportdataSheetoptionSet(data.Get(), PRO2DEXPORT_SELECTED);
     if (!Failed(status)) status = Pro2dExportdataModelspacesheetSet(data.Get(), modelSheet);
     if (!Failed(status) && all && file.task.sheets > 1)
@@ -93,11 +95,23 @@ static ProError PdfWrite(const SheetFile& file, const std::wstring& path) {
     if (Failed(status)) return status;
     const PdfChoice& choice = file.run.settings.pdf;
     // A profile takes the place of all options.
-    if (choice.useProfile) return ProPDFWithProfileExport(file.task.drawing, target, HostText(kProfile));
+    if (choice.useProfile) return PdfByProfileWrite(file.task.drawing, target);
     const bool bySheet = file.sheet != kAllSheets;
     PdfOptions& options = bySheet ? file.run.pdfCurrentSheet : file.run.pdfAllSheets;
     if (options.Get() == nullptr) status = PdfOptionsMake(choice, bySheet, options);
     return Failed(status) ? status : ProPDFExport(file.task.drawing, target, options.Get());
+}
+
+// There are hosts that know the profile by its bare name, and others that want its path.
+static ProError PdfByProfileWrite(ProMdl drawing, ProPath target) {
+    const ProError status = ProPDFWithProfileExport(drawing, target, HostText(kProfile));
+    if (status != PRO_TK_E_NOT_FOUND) return status;
+
+    ProPath folder = {};
+    ProPath profile = {};
+    if (Failed(ProDirectoryCurrentGet(folder))) return status;
+    if (Failed(CopyText(WithBackslash(folder) + kProfile + kProfileExtension, profile))) return status;
+    return ProPDFWithProfileExport(drawing, target, profile);
 }
 
 }  // namespace kv

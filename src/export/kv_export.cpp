@@ -149,6 +149,7 @@ static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names
 static void FillDialog(ExportDialog& dialog) {
     // Without the host's consent the user selects as the layout lets them.
     (void)TableSelectionAllow({kDialog, kTable});
+    RadioChoiceSet(kDialog, kScopeChoice, kWholeDirectory);
     ShowDrawings(dialog.table, dialog.drawings);
     RestoreTexts(dialog);
     DialogSettingsRestore(kDialog, SettingsPath(kSettingsFile), kStoredChecks);

@@ -22,7 +22,7 @@ ProError ModelWrite(ProMdl model, ProImportExportFile type, const std::wstring& 
 ProError ShownModelGet(ProDrawing drawing, ProMdl& model) {
     HostArray<ProView> views;
     ProSolid solid = nullptr;
-    ProError status = ProDrawingViewsCollect(drawing, views.Receive());
+    ProError status = views.Received(ProDrawingViewsCollect(drawing, views.Receive()));
     const std::span<ProView> found = Items(views);
     if (!Failed(status) && !found.empty()) {
         // A first view without its model does not make another model the one that is shown.
@@ -36,7 +36,7 @@ ProError ShownModelGet(ProDrawing drawing, ProMdl& model) {
 
 static ProError FirstModelGet(ProDrawing drawing, ProMdl& model) {
     HostArray<ProSolid> solids;
-    const ProError status = ProDrawingSolidsCollect(drawing, solids.Receive());
+    const ProError status = solids.Received(ProDrawingSolidsCollect(drawing, solids.Receive()));
     if (Failed(status)) return status;
     const std::span<ProSolid> found = Items(solids);
     if (found.empty()) return PRO_TK_E_NOT_FOUND;

@@ -27,7 +27,7 @@ static ProError ShowDrawing(const std::wstring& name, ProMdl drawing);
 
 ProError KvOpenDrw() {
     SelectionArray selections;
-    ProError status = ProSelbufferSelectionsGet(selections.Receive());
+    ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
     if (Failed(status)) return status;
     int count = 0;
     status = ProArraySizeGet(selections.Get(), &count);

@@ -65,7 +65,7 @@ static uiCmdAccessState AvailableFor(std::initializer_list<ProType> types, int m
 // How many items are selected, and the type of the first. An empty selection is no failure.
 static ProError SelectionGet(int& count, ProType& firstType) noexcept {
     SelectionArray selections;
-    ProError status = ProSelbufferSelectionsGet(selections.Receive());
+    ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
     if (status == PRO_TK_E_NOT_FOUND) return PRO_TK_NO_ERROR;
     if (!Failed(status)) status = ProArraySizeGet(selections.Get(), &count);
     if (Failed(status) || count < 1) return status;

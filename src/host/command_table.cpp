@@ -104,8 +104,9 @@ const CommandRow* FindCommand(std::string_view name) {
 }
 
 void RegisterCommands() {
-    ProMenubarMenuAdd(HostName(kMenu), HostName(kMenu), HostName(kNeighbour), PRO_B_TRUE,
-                      HostText(kMenuFile));
+    WithMenuFile([](wchar_t* file) {
+        return ProMenubarMenuAdd(HostName(kMenu), HostName(kMenu), HostName(kNeighbour), PRO_B_TRUE, file);
+    });
     for (const CommandRow& row : CommandTable) RegisterCommand(row);
 }
 
@@ -117,10 +118,12 @@ ProError CommandIdGet(const char* name, CommandAction action, uiCmdPriority prio
     return status == PRO_TK_E_FOUND ? ProCmdCmdIdFind(HostName(name), &id) : status;
 }
 
-void AddMenuButton(const char* menu, const char* button, const char* label, const char* helpKey,
-                   uiCmdCmdId id) {
-    ProMenubarmenuPushbuttonAdd(HostName(menu), HostName(button), HostName(label), HostName(helpKey), nullptr,
-                                PRO_B_TRUE, id, HostText(kMenuFile));
+ProError AddMenuButton(const char* menu, const char* button, const char* label, const char* helpKey,
+                       uiCmdCmdId id) {
+    return WithMenuFile([&](wchar_t* file) {
+        return ProMenubarmenuPushbuttonAdd(HostName(menu), HostName(button), HostName(label),
+                                           HostName(helpKey), nullptr, PRO_B_TRUE, id, file);
+    });
 }
 
 // What the host refuses here only makes the command plainer: without button, icon or place on the ribbon.
@@ -130,7 +133,9 @@ static void RegisterCommand(const CommandRow& row) {
     AddMenuButton(kMenu, row.name, row.name, row.helpKey, id);
     ProCmdIconSet(id, HostName(row.icon));
     if (!row.designated) return;
-    ProCmdDesignate(id, HostName(row.name), HostName(row.helpKey), HostName(row.name), HostText(kMenuFile));
+    WithMenuFile([&](wchar_t* file) {
+        return ProCmdDesignate(id, HostName(row.name), HostName(row.helpKey), HostName(row.name), file);
+    });
 }
 
 }  // namespace kv

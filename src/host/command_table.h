@@ -34,8 +34,9 @@ void RegisterCommands();
 [[nodiscard]] ProError CommandIdGet(const char* name, CommandAction action, uiCmdPriority priority,
                                     AccessRule available, uiCmdCmdId& id);
 
-// Adds a button for a command at the end of a menu. Label and help are keys of the menu file.
-void AddMenuButton(const char* menu, const char* button, const char* label, const char* helpKey,
-                   uiCmdCmdId id);
+// Adds a button for a command at the end of a menu. Label and help are keys of the menu file. Errors: those
+// of ProMenubarmenuPushbuttonAdd.
+ProError AddMenuButton(const char* menu, const char* button, const char* label, const char* helpKey,
+                       uiCmdCmdId id);
 
 }  // namespace kv

@@ -29,18 +29,19 @@ struct PopupRow {
     const char* name;
     AccessRule available;  // in the action menu
     const char* actionMenuButton;
-    const wchar_t* label;  // in the selection menu
-    PopupRule shown;       // in the selection menu
+    const char* plainButton;  // its name where the host takes ASCII only
+    const wchar_t* label;     // in the selection menu
+    PopupRule shown;          // in the selection menu
 };
 
 // clang-format off
 static constexpr PopupRow kPopups[] = {
-    // name            available    action menu button    label                 shown
-    {"KvIsolate",      AccessSolid, "独立显示",           L"独立显示(kv)",      AccessSelComponent},
-    {"KvHideReverse",  AccessSolid, "反向隐藏",           L"反转显示(kv)",      AccessSelComponent},
-    {"KvShowAllComp",  AccessSolid, "全部显示",           L"全部显示(kv)",      AccessSelComponent},
-    {"KvMdlNameCopy",  AccessPart,  "复制模型名称(kv)",   L"复制模型名称(kv)",  AccessSelItem},
-    {"KvMdlRename",    AccessPart,  "快速重命名(kv)",     L"快速重命名(kv)",    AccessSelItem},
+    // name            available    action menu button    plain button           label                 shown
+    {"KvIsolate",      AccessSolid, "独立显示",           "KvIsolateAction",     L"独立显示(kv)",      AccessSelComponent},
+    {"KvHideReverse",  AccessSolid, "反向隐藏",           "KvHideReverseAction", L"反转显示(kv)",      AccessSelComponent},
+    {"KvShowAllComp",  AccessSolid, "全部显示",           "KvShowAllCompAction", L"全部显示(kv)",      AccessSelComponent},
+    {"KvMdlNameCopy",  AccessPart,  "复制模型名称(kv)",   "KvMdlNameCopyAction", L"复制模型名称(kv)",  AccessSelItem},
+    {"KvMdlRename",    AccessPart,  "快速重命名(kv)",     "KvMdlRenameAction",   L"快速重命名(kv)",    AccessSelItem},
 };
 // clang-format on
 
@@ -76,7 +77,10 @@ static void AddActionButton(const PopupRow& row) {
     uiCmdCmdId id = nullptr;
     if (command == nullptr) return;
     if (Failed(CommandIdGet(row.name, command->action, uiProe2ndImmediate, row.available, id))) return;
-    AddMenuButton(kActionMenu, row.actionMenuButton, row.name, command->helpKey, id);
+    const ProError status = AddMenuButton(kActionMenu, row.actionMenuButton, row.name, command->helpKey, id);
+    // The label is the same: it comes from the menu file.
+    const bool isRefused = Failed(status) && status != PRO_TK_E_FOUND;
+    if (isRefused) AddMenuButton(kActionMenu, row.plainButton, row.name, command->helpKey, id);
 }
 
 static void AddPopupButton(ProPopupMenuId menu, const PopupRow& row) {

@@ -43,6 +43,11 @@ static constexpr char kOutlineDecimals[] = "KvOutlineNum";
 static constexpr char kOutlineName[] = "outlinePname";
 static constexpr char kSheetSizeName[] = "shSizePname";
 
+// What the dialog starts with where the settings say nothing.
+static constexpr char kAllModels[] = "AsmAndPart";
+static constexpr wchar_t kUsualType[] = L"字符串";
+static constexpr wchar_t kUsualDecimals[] = L"2";
+
 static constexpr wchar_t kSettingsFile[] = L"\\KVconfig\\KvParams.ini";
 static constexpr DialogSetting kSettings[] = {
     {kExcluded, SettingKind::Text, kContentKey},
@@ -88,7 +93,8 @@ struct ParamsDialog {
     std::wstring report = {};  // path of the last run's
 };
 
-static void RestoreSettings(ParamsDialog& dialog);
+static void FillDialog(ParamsDialog& dialog);
+static void RestoreSettings();
 static void OnAdd(ParamsDialog& dialog);
 static void OnUpdate(ParamsDialog& dialog);
 static void OnDelete(ParamsDialog& dialog);
@@ -117,10 +123,18 @@ ProError KvParams() {
                          Pressed<OnShowReport>("KvShowReport"),
                          Closes("Close"),
                      },
-                     dialog, RestoreSettings);
+                     dialog, FillDialog);
 }
 
-static void RestoreSettings(ParamsDialog&) {
+static void FillDialog(ParamsDialog&) {
+    RadioChoiceSet(kDialog, kTypeChoice, kAllModels);
+    RadioChoiceSet(kDialog, kDerivedTypeChoice, kAllModels);
+    OptionLabelSet(kDialog, kParameterType, kUsualType);
+    OptionLabelSet(kDialog, kOutlineDecimals, kUsualDecimals);
+    RestoreSettings();
+}
+
+static void RestoreSettings() {
     const std::wstring file = TextDirSettingsPath(kSettingsFile);
     DialogSettingsRestore(kDialog, file, kSettings);
     DialogSettingsRestore(kDialog, file, kStartOnly);

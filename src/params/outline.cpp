@@ -109,7 +109,7 @@ static const PartCorners& CornersOf(ProMdl part, OutlineTask& task) {
 static ProError OnSurface(ProSurface surface, ProError, ProAppData data) {
     auto& points = *static_cast<std::vector<Point>*>(data);
     GeometryData geometry;
-    const ProError status = ProSurfaceDataGet(surface, geometry.Receive());
+    const ProError status = geometry.Received(ProSurfaceDataGet(surface, geometry.Receive()));
     // The other surfaces still give a box.
     if (Failed(status) || geometry.Get() == nullptr) return PRO_TK_NO_ERROR;
     const ProSurfacedata* box = geometry.Get()->data.p_surface_data;

@@ -100,7 +100,8 @@ static void OnPickTemplate(const char* component) {
 
     // Without the option the choice starts in the working directory.
     HostArray<ProPath> folders;
-    const ProError status = ProConfigoptArrayGet(HostText(kFormatFolderOption), folders.Receive());
+    const ProError status =
+        folders.Received(ProConfigoptArrayGet(HostText(kFormatFolderOption), folders.Receive()));
     const bool known = !Failed(status) && !Items(folders).empty();
     ProPath file = {};
     const ProError chosen = ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr,

@@ -4,6 +4,8 @@
 
 #include "ui/dialog.h"
 
+#include <algorithm>
+
 #include <ProUICheckbutton.h>
 #include <ProUIDialog.h>
 #include <ProUIDrawingarea.h>
@@ -70,7 +72,8 @@ ProError RunUntypedDialog(const char* name, std::span<const DialogAction> action
 
 ProError InputTextGet(const char* dialog, const char* component, std::wstring& text) {
     HostString value;
-    const ProError status = ProUIInputpanelValueGet(HostName(dialog), HostName(component), value.Receive());
+    const ProError status =
+        value.Received(ProUIInputpanelValueGet(HostName(dialog), HostName(component), value.Receive()));
     text = Failed(status) ? std::wstring() : TextOf(value);
     return status;
 }
@@ -86,7 +89,8 @@ void InputTextSet(const char* dialog, const char* component, const std::wstring&
 
 ProError OptionLabelGet(const char* dialog, const char* component, std::wstring& label) {
     HostString value;
-    const ProError status = ProUIOptionmenuValueGet(HostName(dialog), HostName(component), value.Receive());
+    const ProError status =
+        value.Received(ProUIOptionmenuValueGet(HostName(dialog), HostName(component), value.Receive()));
     label = Failed(status) ? std::wstring() : TextOf(value);
     return status;
 }
@@ -121,12 +125,17 @@ void CheckTickedSet(const char* dialog, const char* component, bool ticked) {
 
 std::string RadioChoice(const char* dialog, const char* group) {
     HostNames names;
-    const ProError status = ProUIRadiogroupSelectednamesGet(HostName(dialog), HostName(group),
-                                                            names.ReceiveCount(), names.ReceiveNames());
+    const ProError status = names.Received(ProUIRadiogroupSelectednamesGet(
+        HostName(dialog), HostName(group), names.ReceiveCount(), names.ReceiveNames()));
     return Failed(status) ? std::string() : names.First();
 }
 
+// Names come from settings files, and what a host makes of an unknown one nobody says.
 void RadioChoiceSet(const char* dialog, const char* group, const std::string& button) {
+    HostNames known;
+    const ProError status = known.Received(ProUIRadiogroupNamesGet(
+        HostName(dialog), HostName(group), known.ReceiveCount(), known.ReceiveNames()));
+    if (Failed(status) || std::ranges::find(known.All(), button) == known.All().end()) return;
     char* name = HostName(button.c_str());
     ProUIRadiogroupSelectednamesSet(HostName(dialog), HostName(group), 1, &name);
 }

@@ -44,6 +44,7 @@ void CheckTickedSet(const char* dialog, const char* component, bool ticked);
 
 // Name of the chosen radio button; empty when none is chosen or the group cannot be read.
 std::string RadioChoice(const char* dialog, const char* group);
+// A name that the group does not have leaves it as it is.
 void RadioChoiceSet(const char* dialog, const char* group, const std::string& button);
 
 template <typename Data>

@@ -16,8 +16,9 @@ static constexpr int kLongestAnswer = 127;
 
 std::wstring MenuText(const char* key) {
     ProLine text = {};
-    ProMessageToBuffer(text, HostText(kMenuFile), HostName(key));
-    return text[0] == L'\0' ? WideName(key) : std::wstring(text);
+    const ProError status =
+        WithMenuFile([&](wchar_t* file) { return ProMessageToBuffer(text, file, HostName(key)); });
+    return Failed(status) || text[0] == L'\0' ? WideName(key) : std::wstring(text);
 }
 
 ProError DisplayMessage(const char* key, const wchar_t* argument) {

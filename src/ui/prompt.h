@@ -5,10 +5,23 @@
 
 #include <ProToolkit.h>
 
+#include "base/status.h"
+#include "base/text.h"
+
 namespace kv {
 
-// Message file of the menu: labels, help texts and descriptions by key.
+// Message file of the menu: labels, help texts and descriptions by key. There are hosts that refuse a name
+// with capitals; Windows finds the file by the second name as well.
 inline constexpr wchar_t kMenuFile[] = L"kvMenu.txt";
+inline constexpr wchar_t kMenuFileInSmallLetters[] = L"kvmenu.txt";
+
+// What `call` answers that gets the menu's file; where it fails with the one name, with the other.
+template <typename Call>
+ProError WithMenuFile(Call call) {
+    const ProError status = call(HostText(kMenuFile));
+    const bool isUnknown = Failed(status) && status != PRO_TK_E_FOUND;
+    return isUnknown ? call(HostText(kMenuFileInSmallLetters)) : status;
+}
 
 // The text of a key of the menu file; the key itself when the host has none for it.
 std::wstring MenuText(const char* key);

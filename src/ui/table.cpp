@@ -25,8 +25,8 @@ ProError TableColumnsGet(TableName table, std::vector<TableColumn>& columns) {
     HostLabels titles;
     ProError status = ColumnNamesGet(table, names);
     if (!Failed(status))
-        status = ProUITableColumnlabelsGet(HostName(table.dialog), HostName(table.component),
-                                           titles.ReceiveCount(), titles.ReceiveNames());
+        status = titles.Received(ProUITableColumnlabelsGet(HostName(table.dialog), HostName(table.component),
+                                                           titles.ReceiveCount(), titles.ReceiveNames()));
     if (Failed(status)) return status;
     columns.clear();
     for (std::size_t i = 0; i < names.All().size(); ++i) columns.push_back({names.At(i), titles.At(i)});
@@ -104,9 +104,9 @@ ProError TableRowsNumber(TableName table, std::size_t count) {
 
 std::wstring CellText(TableName table, const std::string& row, const std::string& column) {
     HostString text;
-    const ProError status =
+    const ProError status = text.Received(
         ProUITableCellLabelGet(HostName(table.dialog), HostName(table.component), HostName(row.c_str()),
-                               HostName(column.c_str()), text.Receive());
+                               HostName(column.c_str()), text.Receive()));
     return Failed(status) ? std::wstring() : TextOf(text);
 }
 
@@ -138,11 +138,15 @@ ProError TableSelectionAllow(TableName table) {
                                               PROUISELPOLICY_MULTIPLE);
 }
 
+void TableReturnActivates(TableName table) {
+    ProUITableActivateonreturnEnable(HostName(table.dialog), HostName(table.component));
+}
+
 // The host lists selected cells as pairs of names, the row first.
 ProError SelectedRowsGet(TableName table, TableNames& rows) {
     HostNames cells;
-    const ProError status = ProUITableSelectednamesGet(HostName(table.dialog), HostName(table.component),
-                                                       cells.ReceiveCount(), cells.ReceiveNames());
+    const ProError status = cells.Received(ProUITableSelectednamesGet(
+        HostName(table.dialog), HostName(table.component), cells.ReceiveCount(), cells.ReceiveNames()));
     if (Failed(status)) return status;
     rows.clear();
     std::unordered_set<std::string_view> seen;
@@ -165,13 +169,13 @@ void TableRowsDeselect(TableName table, const TableNames& rows) {
 }
 
 static ProError ColumnNamesGet(TableName table, HostNames& names) {
-    return ProUITableColumnnamesGet(HostName(table.dialog), HostName(table.component), names.ReceiveCount(),
-                                    names.ReceiveNames());
+    return names.Received(ProUITableColumnnamesGet(HostName(table.dialog), HostName(table.component),
+                                                   names.ReceiveCount(), names.ReceiveNames()));
 }
 
 static ProError RowNamesGet(TableName table, HostNames& names) {
-    return ProUITableRownamesGet(HostName(table.dialog), HostName(table.component), names.ReceiveCount(),
-                                 names.ReceiveNames());
+    return names.Received(ProUITableRownamesGet(HostName(table.dialog), HostName(table.component),
+                                                names.ReceiveCount(), names.ReceiveNames()));
 }
 
 static std::vector<char*> Pointers(const TableNames& names) {

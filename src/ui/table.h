@@ -64,6 +64,9 @@ void CellColorSet(TableName table, const std::string& row, const std::string& co
 // two calls.
 [[nodiscard]] ProError TableSelectionAllow(TableName table);
 
+// Lets Return in the table count as a double click. A host that refuses leaves the user the double click.
+void TableReturnActivates(TableName table);
+
 // Rows with a selected cell, each once, in the order of selection. Errors: those of
 // ProUITableSelectednamesGet.
 [[nodiscard]] ProError SelectedRowsGet(TableName table, TableNames& rows);

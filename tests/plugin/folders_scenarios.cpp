@@ -15,6 +15,13 @@ static void ArrangeBackup(SimHost& host) {
     host.AnswerFolder(MakeFolder(host, "backup").wstring());
 }
 
+// The model lies elsewhere than the host works.
+static void ArrangeOtherFolder(SimHost& host) {
+    ArrangePump(host);
+    EnterFolder(host, "elsewhere");
+    host.AllowDirectoryChange();
+}
+
 // The second right-click brings the command.
 static Scenario OpenDrawing() {
     Scenario scenario = CommandScenario("KvOpenDrw", [](SimHost& host) {
@@ -29,7 +36,7 @@ static Scenario OpenDrawing() {
 std::vector<Scenario> FolderScenarios() {
     return {
         CommandScenario("KvOpenDir", [](SimHost&) {}),
-        CommandScenario("KvSetDirectory", ArrangePump),
+        CommandScenario("KvSetDirectory", ArrangeOtherFolder),
         CommandScenario("KvBackup", ArrangeBackup),
         OpenDrawing(),
     };

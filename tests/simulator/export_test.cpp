@@ -176,6 +176,10 @@ TEST_F(HostExport, PdfHoldsAPageForEachSheet) {
     session.strict.pdfHoldsAllSheets = false;
     ASSERT_EQ(WritePdf(L"other.pdf"), PRO_TK_NO_ERROR);
     EXPECT_EQ(Sheets(L"other.pdf"), "1 A3");
+    session.strict.exportsLeaveLog = true;
+    ASSERT_EQ(WritePdf(L"range.pdf", {{PRO_PDFOPT_SHEET_RANGE, PRO_PRINT_ALL_SHEETS}}), PRO_TK_NO_ERROR);
+    EXPECT_EQ(Sheets(L"range.pdf"), "1 A3, 2 A4, 3 A1");
+    EXPECT_TRUE(fs::exists(folder / L"range_out.log"));
 
     ASSERT_EQ(ProDrawingCurrentSheetSet(Handle(), 3), PRO_TK_NO_ERROR);
     ASSERT_EQ(WritePdf(L"mono.pdf", {{PRO_PDFOPT_SHEETS, PRO_PRINT_CURRENT_SHEET},
@@ -226,6 +230,9 @@ TEST_F(HostExport, PdfOptionsAreCheckedByNumberAndKind) {
     EXPECT_TRUE(Misuse("does not take 3"));
     EXPECT_EQ(ProPDFoptionsIntpropertySet(options, static_cast<ProPDFOptionType>(30), 0), PRO_TK_BAD_INPUTS);
     EXPECT_TRUE(Misuse("no PDF option 30"));
+    session.strict.pdfSheetRangeIsText = true;
+    EXPECT_EQ(ProPDFoptionsIntpropertySet(options, PRO_PDFOPT_SHEET_RANGE, PRO_PRINT_ALL_SHEETS),
+              PRO_TK_INVALID_TYPE);
 
     session.desk.Open(drawing);
     EXPECT_EQ(ProPDFExport(&drawing, Path(L"a.pdf").data(), options), PRO_TK_NO_ERROR);

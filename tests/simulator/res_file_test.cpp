@@ -9,6 +9,7 @@
 
 #include "simulator/layout/dialog.h"
 #include "simulator/layout/picture.h"
+#include "simulator/layout/res_attributes.h"
 #include "simulator/layout/res_file.h"
 #include "simulator/report/utf8.h"
 
@@ -58,9 +59,10 @@ constexpr std::string_view kLayout = R"((Dialog D
     (Type.SelectedNames "y")
     (.Decorated True)
     (.Label "框")
-    (.Layout (Grid (Rows 0 0) (Cols 0) (Pos 2 1 Ok) (Pos 1 1 Type)))
+    (.Layout (Grid (Rows 0 0) (Cols 0) (Pos 2 1) Ok (Pos 1 1) Type))
   )
 )
+! the (end
 )";
 
 Lines Errors(std::string_view bytes, const char* file = "D.res") {
@@ -115,7 +117,7 @@ TEST(ResFile, IsFaultedAtTheExactPlace) {
         // Syntax: one finding ends the reading.
         {"(Dialog D",
          "(Window D",
-         {"1:2: expected Dialog, Layout, MenuPane, CascadeButton, Table or Tree, found Window"}},
+         {"1:2: expected Dialog, Layout, TableLayout, MenuPane, CascadeButton or Tree, found Window"}},
         {"(InputPanel Name)",
          "(InputPanel Name]x)",
          {"3:17: expected a component name of letters, digits and underscores, found Name]x"}},
@@ -132,12 +134,11 @@ TEST(ResFile, IsFaultedAtTheExactPlace) {
         {"(Rows 0 1)", "(Rows 0 2)", {"20:21: expected 0 or 1, found 2"}},
         {"Kind List Row", "Kind List", {"22:10: expected 3 cells, found 2"}},
         {"Kind List Row", "Kind List Row Name", {"22:51: expected ) after 3 cells, found Name"}},
-        {"(Pos 1 1 Type)", "(Pos 3 1 Type)", {"40:58: expected 1 to 2, found 3"}},
-        {"(Pos 1 1 Type)", "(Pos 2 1 Type)", {"40:53: expected a free cell, found ("}},
-        {"(Pos 1 1 Type)",
-         "Type",
-         {"40:53: expected either Pos for all cells of a grid or for none, found Type"}},
-        {"(.Label \"框\")\n    (.Layout (Grid (Rows 0 0) (Cols 0) (Pos 2 1 Ok) (Pos 1 1 Type)))",
+        {"(Pos 1 1)", "(Pos 3 1)", {"40:58: expected 1 to 2, found 3"}},
+        {"(Pos 1 1)", "(Pos 2 1)", {"40:63: expected a free cell, found Type"}},
+        {"(Pos 1 1)", "", {"40:54: expected ) after 2 cells, found Type"}},
+        {"(Pos 1 1) Type", "(Pos 1 1)", {"40:62: expected a cell after Pos, found )"}},
+        {"(.Label \"框\")\n    (.Layout (Grid (Rows 0 0) (Cols 0) (Pos 2 1) Ok (Pos 1 1) Type))",
          "(.Layout (Grid (Rows 0 0) (Cols 0) Ok Type)) (.Label \"框\")",
          {"39:50: expected ) after the resources; .Layout is the last of them, found ("}},
         // Names and values: every finding counts.
@@ -175,7 +176,7 @@ TEST(ResFile, IsFaultedAtTheExactPlace) {
          {"18:21: expected a push button of the dialog",
           "29:17: expected a name that is free in the dialog, found Name again",
           "29:17: expected Name placed in the grid", "33:6: expected a component of Row, found Ok",
-          "34:6: expected a component of Row, found Ok", "40:40: expected a component of Row, found Ok"}},
+          "34:6: expected a component of Row, found Ok", "40:50: expected a component of Row, found Ok"}},
         {"(Layout Row",
          "(Layout Raw",
          {"6:16: expected a Layout statement for Row", "27:1: expected a Layout component named Raw"}},
@@ -185,6 +186,36 @@ TEST(ResFile, IsFaultedAtTheExactPlace) {
         for (const std::string& error : fault.errors) expected.push_back("D.res:" + error);
         EXPECT_EQ(Errors(Marked(Changed(fault.piece, fault.by))), expected) << fault.by;
     }
+}
+
+// Where cells have sources, these stand in a statement of their own; a cell may be left out behind Pos.
+TEST(ResFile, ReadsWhatFilesInUseHold) {
+    Lines errors;
+    const Dialog dialog("D", "D",
+                        ParseResFile(R"(! A dialog with a table of ticks.
+(Dialog D
+  (Components (Table List) (Label L))
+  (Resources
+    (List.ColumnNames "tick")
+    (List.SelectedNames "1" "tick")
+    (.Unknown 1)
+    (.Layout (Grid (Rows 0 0) (Cols 0 0) (Pos 1 2) L (Pos 2 1) List))))
+(TableLayout List
+  (Components (CheckButton Tick))
+  (Resources (Tick.Set True))))",
+                                     "D.res", errors));
+    EXPECT_EQ(errors, Lines{"D.res:7:6: expected an attribute of a dialog, found Unknown"});
+    ASSERT_NE(dialog.Find("Tick"), nullptr);
+    EXPECT_TRUE(dialog.Find("Tick")->checked);
+    EXPECT_FALSE(dialog.IsShown(*dialog.Find("Tick")));
+    const std::vector<ResCell>& cells = dialog.Layout().containers[0].grid->cells;
+    EXPECT_EQ(cells[0].column, 1);
+    EXPECT_EQ(cells[1].row, 1);
+
+    const ResFindings unmet = UnmetAttributes(dialog.Layout());
+    ASSERT_EQ(unmet.size(), 2U);
+    EXPECT_EQ(unmet[1].second, "SelectedNames");
+    EXPECT_EQ(unmet[1].first.line, 6);
 }
 
 TEST(ResFile, NeedsTheEncodingThatTheHostReads) {

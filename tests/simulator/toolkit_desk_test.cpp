@@ -33,7 +33,6 @@ TEST_F(HostDesk, SelectionsBelongToTheirArray) {
     SimModel& pump = Assembly(L"PUMP").Place(bolt);
     ProSelection* array = nullptr;
     EXPECT_EQ(ProSelbufferSelectionsGet(&array), PRO_TK_E_NOT_FOUND);
-    EXPECT_EQ(array, nullptr);
     session.desk.selected = {{&bolt, 0, 0, {1}}, {&pump, PRO_FEATURE, 1, {}}};
     ASSERT_EQ(ProSelbufferSelectionsGet(&array), PRO_TK_NO_ERROR);
     int size = 0;

@@ -64,6 +64,7 @@ TEST_F(HostArrays, RefuseMisuse) {
     ASSERT_EQ(ProArrayAlloc(2, sizeof(int), 1, &array), PRO_TK_NO_ERROR);
     EXPECT_EQ(ProArrayFree(nullptr), PRO_TK_BAD_INPUTS);
     EXPECT_EQ(ProArrayFree(&none), PRO_TK_BAD_INPUTS);
+    EXPECT_TRUE(Misuse("NULL, which is no array"));
     static_cast<int*>(array)[0] = 5;
     EXPECT_EQ(ProArrayFree(&array), PRO_TK_NO_ERROR);
     EXPECT_NE(static_cast<int*>(array)[0], 5);

@@ -88,6 +88,7 @@ TEST_F(HostParameters, HoldTextsOfAtMostEightyCharacters) {
     EXPECT_EQ(Text(std::wstring(81, L'钢'), value), PRO_TK_BAD_INPUTS);
     EXPECT_TRUE(Misuse("does not end within 81"));
     // A value that was filled without ending its text.
+    ASSERT_EQ(Text(L"钢", value), PRO_TK_NO_ERROR);
     std::ranges::fill(value.value.s_val, L'x');
     EXPECT_EQ(Set(bolt, L"TEXT", value), PRO_TK_BAD_INPUTS);
     EXPECT_TRUE(Misuse("does not end within 81"));

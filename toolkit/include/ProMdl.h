@@ -29,9 +29,9 @@ typedef enum ProMdlfileTypes {
     PRO_MDLFILE_MFG = PRO_MFG
 } ProMdlfileType;
 
-// Sheet metal is known to be 4. The other numbers are unconfirmed: rely on the names alone.
 typedef enum ProMdlsubtypes {
-    PROMDLSTYPE_NONE = -1,
+    PROMDLSTYPE_NONE = 0,
+    PROMDLSTYPE_BULK = 1,
     PROMDLSTYPE_PART_SOLID = 2,
     PROMDLSTYPE_PART_COMPOSITE = 3,
     PROMDLSTYPE_PART_SHEETMETAL = 4,

@@ -38,11 +38,11 @@ typedef enum pro_obj_types {
     PRO_IPAR_NOTE = 69,
     PRO_EDGE_START = 71,
     PRO_EDGE_END = 72,
-    // Unconfirmed numbers: rely on the names alone.
-    PRO_CRV_START = 73,
-    PRO_CRV_END = 74,
-    PRO_PARAMETER = 120,
-    PRO_DATUM_PLANE = 176
+    PRO_CRV_START = 74,
+    PRO_CRV_END = 75,
+    PRO_VIEW = 92,
+    PRO_DATUM_PLANE = 176,
+    PRO_PARAMETER = 240
 } ProType;
 
 // Models are opaque and valid only while they are in memory; a solid, a part, an assembly,

@@ -7,7 +7,7 @@ PRO_BEGIN_C_DECLS
 
 typedef struct _pdfconfig* ProPDFOptions;
 
-// Options by number. Those above PENTABLE are unconfirmed.
+// Options by number. Those above PENTABLE have been seen in one release only.
 typedef enum ProPDFOptionTypes {
     PRO_PDFOPT_FONT_STROKE = 0,      // ProPDFFontStrokeMode
     PRO_PDFOPT_COLOR_DEPTH = 1,      // ProPDFColorDepth
@@ -35,9 +35,10 @@ typedef enum ProPDFOptionTypes {
     PRO_PDFOPT_ALLOW_COPYING = 23,  // truth value, as the next two
     PRO_PDFOPT_ALLOW_ACCESSIBILITY = 24,
     PRO_PDFOPT_PENTABLE = 25,  // uses the pen table
-    PRO_PDFOPT_LINECAP = 26,   // number, as the rest
+    PRO_PDFOPT_LINECAP = 26,   // number, as the next one
     PRO_PDFOPT_LINEJOIN = 27,
-    PRO_PDFOPT_SHEETS = 29  // ProPrintSheets
+    PRO_PDFOPT_SHEETS = 28,      // ProPrintSheets
+    PRO_PDFOPT_SHEET_RANGE = 29  // text, such as "1,3"; there are hosts that take a ProPrintSheets here
 } ProPDFOptionType;
 
 typedef enum ProPDFFontStrokeModes {
@@ -79,4 +80,4 @@ ProError ProPDFWithProfileExport(ProMdl model, ProPath output_file, ProPath prof
 
 PRO_END_C_DECLS
 
-static_assert(PRO_PDFOPT_PENTABLE == 25 && PRO_PDFOPT_SHEETS == 29, "options are known by number");
+static_assert(PRO_PDFOPT_PENTABLE == 25 && PRO_PDFOPT_SHEET_RANGE == 29, "options are known by number");

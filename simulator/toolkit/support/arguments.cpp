@@ -8,7 +8,10 @@
 namespace sim {
 
 SimModel* FindModel(Session& host, const void* handle) {
-    if (handle == nullptr) return nullptr;
+    if (handle == nullptr) {
+        host.report.Violation("is given NULL, which is no model");
+        return nullptr;
+    }
     SimModel* model = host.models.FromHandle(handle);
     if (model == nullptr) {
         host.report.Violation("is given a handle that is no model in memory");

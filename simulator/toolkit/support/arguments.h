@@ -1,5 +1,5 @@
-// Checks of what the plug-in hands to a host function. What is NULL is the plug-in's right to try; what is
-// wrong in a way that a real host would not survive is a violation too.
+// Checks of what the plug-in hands to a host function. What a real host would not survive is a violation too:
+// a model that is none, or NULL.
 
 #pragma once
 
@@ -13,13 +13,13 @@
 
 namespace sim {
 
-// An output buffer in a trace: its place, for there is no text in it yet.
-inline const void* Output(const void* buffer) {
-    return buffer;
+// A pointer in a trace as the place that it is, also when it points at text.
+inline const void* Place(const void* pointer) {
+    return pointer;
 }
 
-// The model behind a handle; null for NULL. A handle of no model in memory, or of one that this command has
-// erased, is a violation.
+// The model behind a handle. NULL, a handle of no model in memory, or of one that this command has erased, is
+// a violation.
 SimModel* FindModel(Session& host, const void* handle);
 // The same for a handle that is passed as this kind; another kind is a violation.
 SimModel* FindModelOf(Session& host, const void* handle, ModelKind kind);

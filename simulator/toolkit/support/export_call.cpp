@@ -14,10 +14,21 @@ bool IsWholePath(Session& host, std::wstring_view path) {
     return false;
 }
 
+namespace {
+
+// "pump_out.log" for "pump.stp". That it cannot be written is nobody's concern.
+void LeaveLog(Session& host, const std::filesystem::path& file) {
+    const std::filesystem::path log = file.parent_path() / (file.stem().wstring() + L"_out.log");
+    (void)host.disk.Write(log, "written\n");
+}
+
+}  // namespace
+
 ProError WriteExport(Session& host, const std::filesystem::path& file, std::string_view bytes,
                      ProError noFolder) {
     switch (host.disk.Write(file, bytes)) {
         case WriteResult::kWritten:
+            if (host.strict.exportsLeaveLog) LeaveLog(host, file);
             return PRO_TK_NO_ERROR;
         case WriteResult::kNoFolder:
             return noFolder;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 #include "simulator/report/utf8.h"
 
@@ -24,12 +25,8 @@ Dialog* NamedDialog(Session& host, const char* dialog) {
 
 namespace {
 
-// Letters, digits and underscores; null and empty names count as mistaken ones.
-bool IsLayoutName(const char* name) {
-    return name == nullptr || std::strspn(name,
-                                          "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                          "0123456789_") == std::strlen(name);
-}
+// A name of the plug-in that no layout can hold, and that it is known to ask for: no misspelt component.
+constexpr std::string_view kKnownAbsent = "PDFCheck]";
 
 }  // namespace
 
@@ -38,8 +35,7 @@ Component* NamedComponent(Session& host, const char* dialog, const char* compone
     if (owner == nullptr) return nullptr;
     Component* found = component == nullptr ? nullptr : owner->Find(component);
     if (found == nullptr) {
-        // What no layout file can name is no misspelt component: whoever asks for it knows that it fails.
-        if (IsLayoutName(component))
+        if (component == nullptr || component != kKnownAbsent)
             host.report.Violation("the dialog " + Named(dialog) + " has no component " + Named(component));
         return nullptr;
     }
@@ -57,6 +53,15 @@ ProError SetAction(Session& host, const char* dialog, const char* component, Com
         return Refuse(host, PRO_TK_GENERAL_ERROR, "the action of " + Named(component) + " is null");
     found->actions[event] = action;
     return PRO_TK_NO_ERROR;
+}
+
+std::optional<std::vector<std::string>> NameList(Session& host, int count, char** names) {
+    std::vector<std::string> list;
+    for (int i = 0; names != nullptr && i < count; ++i)
+        if (names[i] != nullptr) list.emplace_back(names[i]);
+    if (count > 0 && list.size() == static_cast<std::size_t>(count)) return list;
+    host.report.Violation("is given no names, or fewer than it says");
+    return std::nullopt;
 }
 
 std::string NameFault(const char* name, std::size_t size) {

@@ -3,8 +3,10 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <ProToolkitErrors.h>
 
@@ -29,6 +31,9 @@ Component* NamedComponent(Session& host, const char* dialog, const char* compone
 // Sets what a component runs on an event.
 ProError SetAction(Session& host, const char* dialog, const char* component, ComponentKind kind,
                    DialogEvent event, DialogAction action);
+
+// The names of a call; nothing, and a violation, for a list with a gap or without a name.
+std::optional<std::vector<std::string>> NameList(Session& host, int count, char** names);
 
 // What is wrong with a name for a buffer of `size` characters with the terminating zero: null, empty, too
 // long, no UTF-8. Empty: nothing.
