@@ -338,6 +338,12 @@ bool FailWindowsCall(const std::string& function, long long nth, DWORD error) {
     return false;
 }
 
+std::vector<std::string> WindowsCallsThatCanFail() {
+    std::vector<std::string> names;
+    for (const Breakable& call : breakables) names.emplace_back(call.function);
+    return names;
+}
+
 void HealWindowsCalls() {
     for (Breakable& call : breakables) {
         call.count = 0;

@@ -33,6 +33,8 @@ void ForgetDesktopTimers();
 // Makes one Windows call of the plug-in fail: the n-th call of `function` answers its failure with `error` as
 // last error. Known functions: the profile and file calls that the plug-in imports. False: not imported.
 bool FailWindowsCall(const std::string& function, long long nth, DWORD error);
+// Names of the calls that can be made to fail.
+std::vector<std::string> WindowsCallsThatCanFail();
 void HealWindowsCalls();
 // How often such a call was made since HealWindowsCalls.
 long long WindowsCallCount(const std::string& function);

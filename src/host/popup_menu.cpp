@@ -72,6 +72,8 @@ static ProError OnSelObjMenuCreate(const char* menuName) {
     return PRO_TK_NO_ERROR;
 }
 
+// The command is in the menu already: the host then keeps the rule and priority of its first registration,
+// and only the button is new.
 static void AddActionButton(const PopupRow& row) {
     const CommandRow* command = FindCommand(row.name);
     uiCmdCmdId id = nullptr;

@@ -4,8 +4,8 @@
 
 #include "model/model_count.h"
 
-#include <functional>
 #include <string_view>
+#include <unordered_map>
 
 #include "base/status.h"
 #include "base/text.h"
@@ -44,25 +44,18 @@ std::vector<ModelCount> CountModels(std::span<const NamedModel> models, std::spa
     return counts;
 }
 
-// A list of twice as many places as models; a name takes the first free place from its hash on.
 std::vector<unsigned int> FirstOfSame(std::span<const NamedModel> models, NameMatch names, TypeMatch types) {
     const std::vector<std::wstring> upper =
         names == NameMatch::AnyCase ? UpperNames(models) : std::vector<std::wstring>();
-    const auto nameOf = [&](unsigned int i) -> std::wstring_view {
-        return upper.empty() ? models[i].name : upper[i];
-    };
-    const auto isSame = [&](unsigned int i, unsigned int j) {
-        return nameOf(i) == nameOf(j) && (types == TypeMatch::Any || models[i].type == models[j].type);
-    };
-    std::vector<unsigned int> places(2 * models.size() + 1, kNone);
+    // One list for each type that tells models apart.
+    std::unordered_map<ProMdlType, std::unordered_map<std::wstring_view, unsigned int>> known;
     std::vector<unsigned int> first(models.size());
     for (unsigned int i = 0; i < models.size(); ++i) {
         first[i] = i;
-        if (models[i].name.empty()) continue;
-        std::size_t place = std::hash<std::wstring_view>()(nameOf(i)) % places.size();
-        while (places[place] != kNone && !isSame(places[place], i)) place = (place + 1) % places.size();
-        if (places[place] == kNone) places[place] = i;
-        first[i] = places[place];
+        const std::wstring_view name = upper.empty() ? models[i].name : upper[i];
+        if (name.empty()) continue;
+        const ProMdlType type = types == TypeMatch::Same ? models[i].type : PRO_MDL_UNUSED;
+        first[i] = known[type].try_emplace(name, i).first->second;
     }
     return first;
 }

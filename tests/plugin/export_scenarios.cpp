@@ -1,10 +1,14 @@
 // Exports of drawings, models and assemblies.
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "simulator/host/sim_host.h"
 #include "support/arrange.h"
+#include "support/plugin_home.h"
 #include "support/scenario.h"
 
 namespace test {
@@ -26,18 +30,34 @@ static void ArrangeOpenDrawing(SimHost& host) {
     host.Open(*host.Retrieve(L"BOLT", sim::ModelKind::kDrawing));
 }
 
+// A file whose name ends in a sheet's number holds that sheet and no other.
+static Scenario SheetsAsNamed(Scenario scenario) {
+    scenario.holds = [](SimHost& host) {
+        for (const std::wstring& file : host.ExportedFiles()) {
+            const std::wstring stem = std::filesystem::path(file).stem().wstring();
+            const std::size_t mark = stem.rfind(L'-');
+            const auto record = host.Exported(file);
+            if (mark == std::wstring::npos || !record) continue;
+            ASSERT_EQ(record->sheets.size(), 1u) << testing::PrintToString(file);
+            EXPECT_EQ(std::to_wstring(record->sheets[0].number), stem.substr(mark + 1));
+        }
+    };
+    return scenario;
+}
+
 // The dialog KvExport with these boxes ticked.
 static Scenario TickFormats(const std::string& variant, const std::vector<std::string>& formats,
                             bool oneFile) {
     const auto arrange = [formats, oneFile](SimHost& host) {
         ArrangeDrawing(host);
+        WriteBytes(SettingsFile(L"kvdop.dop"), "COLOR MONO");
         host.OnDialog("KvExport", [formats, oneFile](SimDialog& dialog) {
             dialog.Check("DWGCheck", false).Check("PDFCheck", false).Check("MultiSheetCheck", oneFile);
             for (const std::string& format : formats) dialog.Check(format);
             dialog.Type("Export_name", L"MAT,sheetsize").Press("selAll").Press("ApplyBt");
         });
     };
-    return CommandScenario("KvExport", arrange, variant);
+    return SheetsAsNamed(CommandScenario("KvExport", arrange, variant));
 }
 
 static void ArrangeExportTable(SimHost& host) {
@@ -66,8 +86,8 @@ std::vector<Scenario> ExportScenarios() {
         TickFormats("BySheet", {"DWGCheck", "PDFCheck"}, false),
         TickFormats("OneFile", {"DXFCheck", "PDFOptionCheck", "PDFCheck", "STPCheck"}, true),
         CommandScenario("KvExport", ArrangeExportTable, "Table"),
-        CommandScenario("KvExportDwg", ArrangeOpenDrawing),
-        CommandScenario("KvExportPdf", ArrangeOpenDrawing),
+        SheetsAsNamed(CommandScenario("KvExportDwg", ArrangeOpenDrawing)),
+        SheetsAsNamed(CommandScenario("KvExportPdf", ArrangeOpenDrawing)),
         CommandScenario("KvExportStp", ArrangeDrawing),
         CommandScenario("KvExStp", ArrangeAssemblyExport),
         CommandScenario("KvExSat", ArrangeAssemblyExport),

@@ -1,5 +1,5 @@
-// Every scenario with each of its host calls failing in turn, and with each of the plug-in's allocations
-// failing.
+// Every scenario with each of its host calls failing in turn, with each host function failing for good, and
+// with each of the plug-in's file and settings calls and allocations failing.
 //
 // Whatever fails, the plug-in must not crash, not misuse the host, and leave nothing behind: no array, string
 // or dialog open, no directory or option changed. And what the host refuses by its documents is done another
@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@
 #include <windows.h>
 
 #include "simulator/host/sim_host.h"
+#include "simulator/windows/desktop.h"
 #include "simulator/windows/plugin_heap.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
@@ -44,6 +46,7 @@ struct HostCall {
 struct CleanRun {
     std::vector<HostCall> calls;
     long long allocations = 0;
+    std::map<std::string, long long> windowsCalls = {};
 };
 
 HostSetup SetupFor(const Scenario& scenario) {
@@ -105,8 +108,11 @@ CleanRun RunClean(const Scenario& scenario) {
     host.State().report.ResetCalls();
     host.State().report.SetTracing(true);
     sim::ResetPluginHeap();
+    sim::HealWindowsCalls();
     scenario.act(host);
     CleanRun run;
+    for (const std::string& function : sim::WindowsCallsThatCanFail())
+        run.windowsCalls[function] = sim::WindowsCallCount(function);
     for (const sim::CallRecord& call : host.State().report.Trace())
         run.calls.push_back({call.site->name, call.site->failures});
     run.allocations = sim::PluginHeap().allocations;
@@ -146,6 +152,10 @@ void RunWith(const Scenario& scenario, const std::string& what, Arm arm) {
     host.State().report.DisarmAll();
     sim::FailPluginAllocation(0);
     host.ForgetAnswers();
+    if (scenario.holds) {
+        SCOPED_TRACE(attempt);
+        scenario.holds(host);
+    }
     for (const std::string& problem : host.TakeProblems())
         if (!IsExcused(problem, host.State().report.FaultedFunction()))
             ADD_FAILURE() << attempt << ": " << problem;
@@ -198,6 +208,32 @@ TEST_P(FaultSweep, DocumentedHostGetsTheSameWorkDone) {
     EXPECT_EQ(documented.outcome.labels, plain.outcome.labels);
     EXPECT_EQ(documented.outcome.parameters, plain.outcome.parameters);
     EXPECT_EQ(documented.outcome.folder, plain.outcome.folder);
+}
+
+TEST_P(FaultSweep, FunctionsFailForGood) {
+    const Scenario& scenario = GetParam();
+    std::set<std::string> functions;
+    for (const HostCall& call : RunClean(scenario).calls) functions.insert(call.function);
+    for (const std::string& function : functions) {
+        RunWith(scenario, function + " always fails", [&](SimHost& host) {
+            host.State().report.Arm(Fault{function, 0, PRO_TK_GENERAL_ERROR});
+        });
+        if (HasFailure()) return;
+    }
+}
+
+TEST_P(FaultSweep, WindowsCallsFailInTurn) {
+    const Scenario& scenario = GetParam();
+    for (const auto& [function, calls] : RunClean(scenario).windowsCalls) {
+        for (long long nth = 1; nth <= calls; ++nth) {
+            const std::string what = function + ", call " + std::to_string(nth) + " fails";
+            RunWith(scenario, what, [&, &function = function](SimHost&) {
+                sim::HealWindowsCalls();
+                sim::FailWindowsCall(function, nth, ERROR_ACCESS_DENIED);
+            });
+            if (HasFailure()) return;
+        }
+    }
 }
 
 TEST_P(FaultSweep, AllocationsFailInTurn) {

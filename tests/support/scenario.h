@@ -23,6 +23,8 @@ struct Scenario {
     std::string command = {};
     // The plug-in is not started before `act`.
     bool startsPlugin = false;
+    // Checks what is true afterwards whatever has failed; empty: nothing of its own.
+    std::function<void(sim::SimHost&)> holds = {};
 };
 
 // Runs the command. `variant` ends the name where a command has several scenarios.
