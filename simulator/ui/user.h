@@ -38,6 +38,7 @@ struct FileQuestion {
     std::wstring filter;
     std::wstring extension;
     unsigned long flags;
+    std::wstring name;  // what is proposed
 };
 
 // A progress window of the plug-in as the user saw it.

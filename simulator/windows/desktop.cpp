@@ -59,7 +59,7 @@ std::wstring FilterText(LPCWSTR filter) {
 BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
     User& user = host->user;
     user.fileQuestions.push_back({Text(request->lpstrInitialDir), FilterText(request->lpstrFilter),
-                                  Text(request->lpstrDefExt), request->Flags});
+                                  Text(request->lpstrDefExt), request->Flags, Text(request->lpstrFile)});
     user.questions.push_back(request->lpstrTitle == nullptr ? L"" : request->lpstrTitle);
     if (user.files.empty()) {
         user.Problem(std::string("unexpected ") + what);

@@ -62,10 +62,11 @@ ProError RunFile::Create(const wchar_t* folder, const char* command) {
     const ProError status = RunFolderGet(folder, place);
     if (Failed(status)) return status;
 
-    const std::wstring process = std::to_wstring(GetCurrentProcessId());
+    const std::wstring start = place + WideName(command) + L"_";
+    const std::wstring end = L"_" + std::to_wstring(GetCurrentProcessId()) + kExtension;
     for (int tries = 0; tries < kNameTries && file_ == nullptr; ++tries) {
         if (tries > 0) Sleep(1);
-        std::wstring path = place + WideName(command) + L"_" + TimeStamp() + L"_" + process + kExtension;
+        std::wstring path = start + TimeStamp() + end;
         const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                                         FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file == INVALID_HANDLE_VALUE) {

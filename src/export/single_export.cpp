@@ -62,6 +62,8 @@ static ProError TargetFolderGet(const FolderChoice& choice, std::wstring& folder
 static ProError UnusedPdfPathGet(std::wstring& path);
 static void ExportSheets(const char* command, const DrawingTask& task, const DrawingFormat& format,
                          const DrawingSettings& settings, const std::wstring& folder);
+static void SheetsWrite(const DrawingTask& task, const DrawingFormat& format, const DrawingSettings& settings,
+                        const std::wstring& folder, BatchRun& run);
 static void ShowEnd(const BatchRun& run);
 
 ProError KvExportDwg() {
@@ -158,21 +160,25 @@ static ProError UnusedPdfPathGet(std::wstring& path) {
 static void ExportSheets(const char* command, const DrawingTask& task, const DrawingFormat& format,
                          const DrawingSettings& settings, const std::wstring& folder) {
     if (format.setsDwgVersion) DwgVersionChoose();
+    BatchRun run(command, static_cast<std::size_t>(task.sheets));
+    SheetsWrite(task, format, settings, folder, run);
+    ShowEnd(run);
+}
+
+// The sheet that was current is so again before anything is shown.
+static void SheetsWrite(const DrawingTask& task, const DrawingFormat& format, const DrawingSettings& settings,
+                        const std::wstring& folder, BatchRun& run) {
     ExportFolder target(folder);
     WriterRun writer = {settings};
-    BatchRun run(command, static_cast<std::size_t>(task.sheets));
-    {
-        const ScopeExit turnBack([&task] { SheetRestore(task); });
-        for (int sheet = 1; sheet <= task.sheets; ++sheet) {
-            if (!run.Begin(task.name + kSheetMark + std::to_wstring(sheet))) continue;
-            if (task.sheets == 1) {
-                ExportDrawing(task, format, writer, target, run);
-            } else {
-                ExportSheet(task, format, sheet, writer, target, run);
-            }
+    const ScopeExit turnBack([&task] { SheetRestore(task); });
+    for (int sheet = 1; sheet <= task.sheets; ++sheet) {
+        if (!run.Begin(task.name + kSheetMark + std::to_wstring(sheet))) continue;
+        if (GoesBySheet(task, settings)) {
+            ExportSheet(task, format, sheet, writer, target, run);
+        } else {
+            ExportDrawing(task, format, writer, target, run);
         }
     }
-    ShowEnd(run);
 }
 
 static void ShowEnd(const BatchRun& run) {

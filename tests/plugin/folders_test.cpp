@@ -10,6 +10,7 @@
 
 #include "simulator/host/sim_host.h"
 #include "support/arrange.h"
+#include "support/plugin_home.h"
 
 namespace {
 
@@ -113,6 +114,26 @@ TEST_F(KvBackup, CopiesEveryComponentModelOnceWithItsDrawing) {
     EXPECT_FALSE(IsBackedUp(L"PUMP", ModelKind::kDrawing));
     EXPECT_EQ(host.Calls("ProMdlnameBackup"), 5);
     EXPECT_EQ(host.WorkingDirectory(), before);
+}
+
+TEST_F(KvBackup, TellsWhatWentWhereAndWhichDrawingCouldNotBeRead) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    pump.Place(host.AddPart(L"BOLT")).Place(host.AddPart(L"SEAL"));
+    host.AddDrawingFile(L"BOLT", {L"A4"});
+    test::WriteBytes(host.WorkingDirectory() / "seal.drw.1", "damaged");
+    host.Open(pump);
+    BackUp(L"图纸备份操作已完成！\n模型 2 个，工程图 1 个，备份到：\n" + folder.wstring());
+    EXPECT_TRUE(Messages(host)[0].ends_with(L"\n以下模型或其工程图未能备份：\nSEAL"));
+}
+
+TEST_F(KvBackup, RefusesTheFolderOfTheModels) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    SimModel& bolt = host.AddPart(L"BOLT");
+    pump.Place(bolt);
+    bolt.directory = folder;
+    host.Open(pump);
+    BackUp(L"所选目录就是模型所在的目录，请选择其他目录");
+    EXPECT_EQ(host.Calls("ProMdlnameBackup"), 0);
 }
 
 TEST_F(KvBackup, TakesTheAssemblyOfAManufacturingModel) {
@@ -224,6 +245,20 @@ TEST_F(KvOpenDrw, ShowsTheDrawingOfTheModelThatOwnsTheItem) {
     host.AddDrawingFile(L"PUMP", {L"A1"});
     EXPECT_EQ(Open({ItemOf(bolt, 5, bolt.Surfaces()[0]->id)}), PRO_TK_NO_ERROR);
     EXPECT_EQ(ShownDrawing(), L"BOLT");
+}
+
+TEST_F(KvOpenDrw, DeletesNoWindowOfTheUsersWhenTheHostShowsNothing) {
+    host.AddDrawingFile(L"BOLT", {L"A4"});
+    host.Open(*host.Retrieve(L"BOLT", ModelKind::kDrawing));
+    host.Open(pump);
+    host.State().report.Arm(Fault{"ProMdlDisplay", 1, PRO_TK_GENERAL_ERROR});
+    EXPECT_NE(Open({Whole(bolt)}), PRO_TK_NO_ERROR);
+    EXPECT_EQ(host.State().report.CallCount("ProWindowDelete"), 0);
+
+    host.AddDrawingFile(L"SUB", {L"A4"});
+    host.State().report.Arm(Fault{"ProMdlDisplay", 1, PRO_TK_GENERAL_ERROR});
+    EXPECT_NE(Open({Whole(sub)}), PRO_TK_NO_ERROR);
+    EXPECT_EQ(host.State().report.CallCount("ProWindowDelete"), 1) << "one of our own";
 }
 
 TEST_F(KvOpenDrw, TellsThatThereIsNoSuchDrawing) {

@@ -363,6 +363,29 @@ TEST_F(KvBomExport, RefusesWithTheReasonAndKeepsAnEarlierWorkbook) {
     EXPECT_TRUE(host.State().user.started.empty());
 }
 
+TEST_F(KvBomExport, ProposesANameAndAsksBeforeItReplacesTheLongerOne) {
+    Export("bom.txt");
+    EXPECT_EQ(host.State().user.fileQuestions[0].name, L"PUMP BOM.xlsx");
+    EXPECT_EQ(Files(), std::vector<fs::path>{"bom.txt.xlsx"});
+    const std::string first = test::ReadBytes(host.WorkingDirectory() / "bom.txt.xlsx");
+    test::WriteBytes(host.WorkingDirectory() / "bom.txt.xlsx", "earlier");
+    host.AnswerBox(IDNO);
+    Export("bom.txt");
+    EXPECT_EQ(test::ReadBytes(host.WorkingDirectory() / "bom.txt.xlsx"), "earlier");
+    host.AnswerBox(IDYES);
+    Export("bom.txt");
+    EXPECT_EQ(test::ReadBytes(host.WorkingDirectory() / "bom.txt.xlsx").size(), first.size());
+}
+
+TEST_F(KvBomExport, ExportsNoEmptyList) {
+    Use(Pump(), [&](SimDialog& dialog) {
+        host.AnswerFile((host.WorkingDirectory() / "bom.xlsx").wstring());
+        dialog.Press("KvUpdateBomIni").Press("KvExportBom");
+    });
+    EXPECT_EQ(Messages(host), Texts{L"\t表格中没有数据，未导出\t"});
+    EXPECT_TRUE(Files().empty());
+}
+
 TEST_F(KvBomExport, TakesTwentySixColumns) {
     std::wstring titles;
     for (int i = 1; i <= 25; ++i) titles += L"T" + std::to_wstring(i) + L",";

@@ -14,6 +14,7 @@
 #include "simulator/windows/desktop.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
+#include "support/reports.h"
 
 namespace {
 
@@ -192,6 +193,24 @@ TEST_F(KvExport, ComposesNamesFromTheDrawing) {
               (Texts{L"DWG\\K_7_A3_4_2.500_是_否_BOLT-1.dwg", L"DWG\\K_7_A4_4_2.500_是_否_BOLT-2.dwg"}));
 }
 
+TEST_F(KvExport, NeverLetsTwoFilesOfARunTakeOnePlace) {
+    for (const wchar_t* name : {L"FLANGE", L"RING"})
+        host.Store(host.AddDrawing(name, {L"A4"}).SetParameter(L"NO", std::wstring(L"k-7")));
+    tokens = L"NO";
+    ExportAll({"DWGCheck"});
+    EXPECT_EQ(host.ExportedFiles(), Texts{L"DWG\\k-7.dwg"});
+    EXPECT_EQ(LastTwo(), (Texts{L"以下工程图或文件未能导出：\nk-7.dwg", kDone}));
+    const test::Report report = test::LastReport(host);
+    EXPECT_EQ(report.Count(L"完成"), 1u);
+    EXPECT_EQ(report.Count(L"失败"), 1u);
+
+    // What an earlier run wrote is replaced, and the report says so.
+    ExportAll({"DWGCheck"});
+    const test::Report again = test::LastReport(host);
+    ASSERT_EQ(again.rows.size(), 2u);
+    EXPECT_EQ(again.rows[0].at(L"替换") + again.rows[1].at(L"替换"), L"是");
+}
+
 TEST_F(KvExport, TakesLongNamesAndLongLists) {
     const std::wstring longest(31, L'图');
     SimModel& drawing = host.AddDrawing(longest, {L"A3"});
@@ -287,6 +306,11 @@ TEST_F(KvExport, LoadsParametersAndSheets) {
         EXPECT_EQ(dialog.Cell("drw_list", row, "param_2"), L"4");
         EXPECT_EQ(dialog.Cell("drw_list", row, "sheets"), L"2");
         EXPECT_EQ(dialog.Cell("drw_list", row, "sheet_size"), L"A3,A4");
+        const std::string damaged = row == "1" ? "2" : "1";
+        EXPECT_EQ(dialog.Cell("drw_list", damaged, "param_1"), L"无法读取");
+        EXPECT_EQ(dialog.Cell("drw_list", damaged, "sheets"), L"无法读取");
+        EXPECT_EQ(host.State().user.messageArea.back(), L"工程图：完成 1，失败 1");
+        EXPECT_EQ(host.State().report.CallCount("ProMdlEraseNotDisplayed"), 0);
 
         ChangeSetting(kFile, L"tableCols", L"content", L"REV");
         ChangeSetting(kFile, L"drwNames", L"content", L"REV,图号");
@@ -410,6 +434,10 @@ TEST_F(KvExport, RefusesWithoutDrawingsModelsOrASelection) {
     host.Store(host.AddPart(L"NUT"));
     Use([](SimDialog& dialog) { dialog.Press("ApplyBt"); });
     EXPECT_EQ(host.LastMessage(), kNothingSelected);
+    host.State().user.boxes.clear();
+    ExportAll({});
+    EXPECT_EQ(Messages(host), Texts{L"请先选择导出格式"});
+    EXPECT_EQ(host.Calls("ProMdlnameRetrieve"), 0);
     EXPECT_EQ(host.ExportedFiles(), Texts{});
 }
 

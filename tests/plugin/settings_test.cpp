@@ -236,6 +236,26 @@ TEST(KvConfig, PutsAPickedTemplateIntoItsPanel) {
     EXPECT_EQ(ReadSettings(kFile, L"A0Asmpath", L"path"), L"") << "not saved";
 }
 
+TEST(KvConfig, RefusesATemplateWhosePathCouldNotBeReadAgain) {
+    SimHost host;
+    const std::size_t room = 255 - host.WorkingDirectory().wstring().size() - 6;
+    const fs::path folder = test::MakeFolder(host, std::wstring(room / 2, L'a'));
+    const fs::path file = folder / (std::wstring(room - room / 2, L'b') + L".drw");
+    ASSERT_EQ(file.wstring().size(), 255u);
+    test::WriteBytes(file, "");
+    host.AnswerFile(file.wstring());
+    Configure(host, [&](SimDialog& dialog) {
+        dialog.Press("SelA3Prt");
+        EXPECT_EQ(dialog.Text("A3Prtpath"), L"");
+        dialog.Press("save").Press("KvReports").Press("Close");
+        EXPECT_FALSE(dialog.IsOpen());
+    });
+    EXPECT_EQ(Messages(host), Texts{L"\t模板路径超过254个字符，无法保存，请选择其他位置的模板\t"});
+    EXPECT_EQ(host.State().user.messageArea.back(), L"已保存");
+    ASSERT_EQ(host.State().user.started.size(), 1u);
+    EXPECT_TRUE(host.State().user.started[0].parameters.ends_with(L"Korvane\\reports\\"));
+}
+
 TEST(KvConfig, OffersTheDrawingsOfTheFormatFolder) {
     SimHost host;
     const fs::path formats = test::MakeFolder(host, "formats");

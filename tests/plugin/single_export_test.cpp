@@ -212,6 +212,15 @@ TEST_P(AssemblyExport, WritesEveryModelOnce) {
     EXPECT_EQ(Messages(host), Texts{GetParam().done});
 }
 
+TEST_P(AssemblyExport, WritesOneOfAPartAndAnAssemblyOfOneNameAndNamesTheOther) {
+    pump.Place(host.AddPart(L"SUB"));
+    host.Open(pump);
+    host.AnswerFolder(folder.wstring());
+    Export();
+    EXPECT_EQ(host.ExportedFiles(), Files({L"BOLT", L"PUMP", L"SUB"}));
+    EXPECT_EQ(Messages(host), (Texts{L"以下模型未能导出：\nSUB" + GetParam().extension, GetParam().done}));
+}
+
 TEST_P(AssemblyExport, NamesTheModelsThatFail) {
     test::WriteBytes(folder / (L"BOLT" + GetParam().extension), "earlier");
     host.Open(pump);

@@ -71,6 +71,10 @@ TEST(ExportName, JoinsThePiecesOfItsTokens) {
 TEST(ExportName, ReplacesWhatNoFileNameHolds) {
     EXPECT_EQ(kv::FileNameText(L"<>:\"/\\|?*\t\n\x1f"), std::wstring(12, L'_'));
     EXPECT_EQ(kv::FileNameText(L"图-1 (a.b)'，~"), L"图-1 (a.b)'，~");
+    for (const wchar_t* device : {L"CON", L"nul", L"Com1", L"LPT9", L"aux.v2", L"PRN ", L"COM¹"})
+        EXPECT_EQ(kv::FileNameText(device), L"_" + std::wstring(device));
+    for (const wchar_t* name : {L"CONE", L"COM", L"COM10", L"LPTX", L"A.CON", L"_NUL"})
+        EXPECT_EQ(kv::FileNameText(name), name);
 }
 
 TEST(ParameterText, TellsEveryTypeOfValue) {
