@@ -38,13 +38,13 @@ std::wstring SaveFileChoose(const std::wstring& name, std::wstring filter, const
     request.Flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR;
     if (!GetSaveFileNameW(&request)) return {};
 
-    const std::wstring chosen = path;
+    std::wstring chosen = path;
     if (UpperCase(chosen).ends_with(UpperCase(extension))) return chosen;
-    const std::wstring longer = chosen + extension;
-    if (longer.size() >= MAX_PATH) return {};
+    chosen += extension;
+    if (chosen.size() >= MAX_PATH) return {};
     // Windows has asked about the shorter name only.
-    if (FileExists(longer) && !AskUser((kReplaceStart + longer).c_str())) return {};
-    return longer;
+    if (FileExists(chosen) && !AskUser((kReplaceStart + chosen).c_str())) return {};
+    return chosen;
 }
 
 }  // namespace kv
