@@ -50,8 +50,8 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // Turns every switch, those of the interface too, to what the documents say; where they are silent it stays.
-    // Before the plug-in starts.
+    // Turns every switch, those of the interface too, to what the documents say; where they are silent it
+    // stays. Before the plug-in starts.
     void BeAsDocumented();
 
     Report report;

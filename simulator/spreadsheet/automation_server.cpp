@@ -5,6 +5,7 @@
 namespace sim {
 
 void AutomationServer::Reset() {
+    refusedText_.clear();
     faults_.clear();
     creationFailure_ = S_OK;
     disconnected_ = false;

@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
@@ -42,6 +43,8 @@ public:
     // From the n-th call on the application is gone.
     void DisconnectAt(long long nth) { Fail({nth, 0, RPC_E_DISCONNECTED}); }
     void RefuseCreation(HRESULT status) { creationFailure_ = status; }
+    // Cells do not take this text, however it is put.
+    void RefuseText(std::wstring text) { refusedText_ = std::move(text); }
     // Forgets faults, counts and problems; open objects stay.
     void Reset();
 
@@ -66,6 +69,7 @@ public:
     void Problem(const std::string& text) { problems_.push_back(text); }
     void ApplicationStarted() { ++applications_; }
     void ApplicationEnded(bool toldToQuit);
+    bool Refuses(const std::wstring& text) const { return !text.empty() && text == refusedText_; }
     HRESULT CreationFailure() const { return creationFailure_; }
 
     // Runs when the last object is gone.
@@ -74,6 +78,7 @@ public:
 private:
     std::vector<AutomationFault> faults_;
     HRESULT creationFailure_ = S_OK;
+    std::wstring refusedText_;
     bool disconnected_ = false;
     long long calls_ = 0;
     std::map<std::string, long long> callsByMember_;

@@ -284,8 +284,13 @@ HRESULT Value2Put(ObjectState& object, const CallArguments& arguments, VARIANT*)
                            [&](int row, int column) { return PutCell(sheet, row, column, value); });
     const ValueArray values(value);
     if (!values.IsUsable()) return DISP_E_TYPEMISMATCH;
-    return ForEachCell(object.area,
-                       [&](int row, int column) { return values.PutInto(sheet, object.area, row, column); });
+    return ForEachCell(object.area, [&](int row, int column) {
+        const HRESULT status = values.PutInto(sheet, object.area, row, column);
+        if (FAILED(status) || !object.application->server->Refuses(sheet.Value(row, column).text))
+            return status;
+        sheet.Put(row, column, {});
+        return kApplicationError;
+    });
 }
 
 HRESULT GiveCell(const CellValue& value, VARIANT* result) {

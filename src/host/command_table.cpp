@@ -1,4 +1,41 @@
 // The command table and how it gets into the host's menu.
+//
+// Adding a command, say KvThing with a dialog, to the room params. Its row is here already, its icon and menu
+// texts too. Seven files make it work and prove it:
+//
+//   src/params/kv_thing.cpp            ProError KvThing(). Commands that are one flow share a file.
+//   src/params/kv_thing.h              its declaration
+//   src/host/command_table.cpp         that header included, HostAction<KvThing> in the row. Menu, icon,
+//                                      availability, ribbon and tests follow from the row.
+//   text/resource/KvThing.res          the dialog's layout; `hostsim dialog KvThing` shows it, and
+//                                      `hostsim check` finds its faults
+//   KVconfig/KvThing.ini               default settings, UTF-16 with a byte-order mark; none without settings
+//   tests/plugin/params_scenarios.cpp  a scenario in which it does all of its work: the fault sweep fails
+//                                      each of its host calls in turn. Without one a test fails.
+//   tests/plugin/kv_thing_test.cpp     its tests
+//
+// These tell about it:
+//
+//   docs/manual/README.md              a line in the table of what works, the same in docs/manual/zh-CN
+//   docs/manual/parameters.md          a section, the same in docs/manual/zh-CN
+//   CHANGELOG.md                       a line in the user's words
+//   tools/demo_steps.sh                a step with its user script in samples/scripts, if it is worth showing
+//   tools/pictures.sh                  the dialog's name, if the manual shows its picture
+//
+// And these only if it needs them:
+//
+//   a host function that is new        its declaration in toolkit/include, in the header that the vendor has
+//                                      it in; its behaviour in simulator/toolkit; what the host's documents
+//                                      leave open in simulator/ASSUMPTIONS.md
+//   a text in the message area         text/kvmsg_display.txt and text/chinese_cn/kvmsg_display.txt
+//   a right-click entry                src/host/popup_menu.cpp
+//   a room that is new                 tests/plugin/<room>_scenarios.cpp, declared in
+//                                      tests/support/scenario.h and joined in tests/plugin/scenarios.cpp; a
+//                                      line in the map of README.md
+//   a row that is new                  icons/KvThing.svg; label and help in text/kvMenu.txt and
+//                                      text/chinese_cn/kvMenu.txt; kRequired in
+//                                      tests/plugin/command_table_test.cpp; docs/icons.png by
+//                                      tools/contact_sheet.sh
 
 #include "host/command_table.h"
 

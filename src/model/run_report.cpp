@@ -10,6 +10,7 @@
 #include <windows.h>
 
 #include "base/csv.h"
+#include "base/host_callback.h"
 #include "base/host_version.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -39,11 +40,14 @@ RunReport::RunReport(const char* command) : start_(GetTickCount64()) {
     if (!Failed(status)) (void)file_.RowWrite(EntryRow{L"模型", L"步骤", L"结果", L"原因", L"文件", L"替换"});
 }
 
+// Being short of memory at the end of a run costs no more than this line.
 RunReport::~RunReport() {
-    std::array<wchar_t, kDurationWidth + 1> text = {};
-    const unsigned long long taken = GetTickCount64() - start_;
-    const int length = std::swprintf(text.data(), text.size(), L"%llu.%03llu", taken / 1000, taken % 1000);
-    if (length > 0) (void)file_.ReservedWrite(text.data());
+    (void)Guarded([this] {
+        std::array<wchar_t, kDurationWidth + 1> text = {};
+        const unsigned long long taken = GetTickCount64() - start_;
+        std::swprintf(text.data(), text.size(), L"%llu.%03llu", taken / 1000, taken % 1000);
+        return file_.ReservedWrite(text.data());
+    });
 }
 
 void RunReport::Add(const RunEntry& entry) {

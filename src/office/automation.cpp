@@ -16,7 +16,7 @@ static constexpr DWORD kBusyPause = 50;  // milliseconds
 static constexpr std::size_t kMaxArguments = 2;
 
 static bool IsBusy(HRESULT result);
-static BSTR NewText(const std::wstring& text);
+static BSTR NewText(std::wstring_view text);
 
 // ---- COM on this thread
 
@@ -78,7 +78,7 @@ Variant Variant::Block(std::size_t rows, std::size_t columns) {
     return variant;
 }
 
-void Variant::SetText(std::size_t row, std::size_t column, const std::wstring& text) {
+void Variant::SetText(std::size_t row, std::size_t column, std::wstring_view text) {
     std::array<LONG, 2> index = {static_cast<LONG>(row) + 1, static_cast<LONG>(column) + 1};
     void* place = nullptr;
     if (FAILED(SafeArrayPtrOfIndex(value_.parray, index.data(), &place))) return;
@@ -89,7 +89,7 @@ void Variant::SetText(std::size_t row, std::size_t column, const std::wstring& t
     cell->bstrVal = copy;
 }
 
-static BSTR NewText(const std::wstring& text) {
+static BSTR NewText(std::wstring_view text) {
     const BSTR copy = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     if (copy == nullptr) throw std::bad_alloc();
     return copy;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include <windows.h>
 
@@ -46,7 +47,7 @@ public:
     // A block of empty texts, rows by columns; SetText fills it. Throws std::bad_alloc.
     static Variant Block(std::size_t rows, std::size_t columns);
     // One cell of a block, counted from 0.
-    void SetText(std::size_t row, std::size_t column, const std::wstring& text);
+    void SetText(std::size_t row, std::size_t column, std::wstring_view text);
 
     const VARIANT& Get() const { return value_; }
     VARIANT* Receive() { return &value_; }

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <new>
+#include <string_view>
 
 #include <windows.h>
 
@@ -50,8 +51,6 @@ static constexpr wchar_t kTextFormat[] = L"@";
 static constexpr std::size_t kMaxAddress = 255;  // characters of a range's address
 
 static constexpr std::size_t kMaxBlockCells = 100'000;
-// Made when the plug-in is loaded: what is made in a command would stay behind it.
-static const std::wstring kNoText;
 
 static constexpr std::size_t kTitleRow = 1;
 static constexpr std::size_t kHeaderRow = 2;
@@ -94,7 +93,7 @@ static HRESULT RowsFill(const Dispatch& sheet, const SheetTable& table, std::vec
 static HRESULT TextsPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block,
                         std::vector<RefusedCell>& refused);
 static HRESULT BlockPut(const Dispatch& sheet, const SheetTable& table, const CellBlock& block);
-static const std::wstring& TextAt(const SheetTable& table, std::size_t column, std::size_t row);
+static std::wstring_view TextAt(const SheetTable& table, std::size_t column, std::size_t row);
 static HRESULT RowsMark(const Dispatch& sheet, const SheetTable& table);
 static HRESULT BlocksMark(const Dispatch& sheet, const std::wstring& address);
 static std::vector<CellBlock> MarkedBlocks(const SheetTable& table);
@@ -250,10 +249,10 @@ static HRESULT BlockPut(const Dispatch& sheet, const SheetTable& table, const Ce
 }
 
 // The text of a cell of the sheet, by column and row there.
-static const std::wstring& TextAt(const SheetTable& table, std::size_t column, std::size_t row) {
+static std::wstring_view TextAt(const SheetTable& table, std::size_t column, std::size_t row) {
     if (row == kHeaderRow) return table.columns[column];
     const std::vector<SheetCell>& cells = table.rows[row - kFirstDataRow];
-    return column < cells.size() ? cells[column].text : kNoText;
+    return column < cells.size() ? std::wstring_view(cells[column].text) : std::wstring_view();
 }
 
 // Many blocks go over as one range, as far as its address may reach.

@@ -199,7 +199,7 @@ TEST_F(KvExport, TakesLongNamesAndLongLists) {
     host.Store(drawing);
     tokens.clear();
     for (int i = 0; i < 50; ++i) tokens += L"图号12,";
-    tokens.resize(255, L',');
+    tokens.resize(254, L',');
     ExportAll(kFormats);
     EXPECT_EQ(host.ExportedFiles(), (Texts{L"DWG\\" + longest + L".dwg", L"DXF\\" + longest + L".dxf",
                                            L"PDF\\" + longest + L".pdf"}));

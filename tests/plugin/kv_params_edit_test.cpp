@@ -1,6 +1,7 @@
 // KvParams: one parameter added, updated or deleted in many models.
 
 #include <cstddef>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -13,8 +14,11 @@
 #include "simulator/host/sim_host.h"
 #include "simulator/report/utf8.h"
 #include "support/arrange.h"
+#include "support/reports.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 using sim::ParameterValue;
 using sim::SimDialog;
@@ -38,21 +42,13 @@ std::vector<TypedValue> TypedValues() {
     std::vector<TypedValue> values;
     values.reserve(50);
     const std::vector<std::pair<std::wstring, int>> integers = {
-        {L"12", 12},
-        {L"-5", -5},
-        {L"+3", 3},
-        {L" 7", 7},
-        {L"12abc", 12},
-        {L"12.9", 12},
-        {L"1,000", 1},
-        {L"1e3", 1},
-        {L"", 0},
-        {L"abc", 0},
-        {L"0x1F", 0},
-        {L"99999999999", 2147483647},
-        {L"-99999999999", -2147483647 - 1},
+        {L"12", 12},   {L"-5", -5}, {L"+3", 3}, {L" 7", 7},  {L"12abc", 12}, {L"12.9", 12},
+        {L"1,000", 1}, {L"1e3", 1}, {L"", 0},   {L"abc", 0}, {L"0x1F", 0},
     };
     for (const auto& [text, value] : integers) values.push_back({L"整数", text, value});
+    for (const wchar_t* text : {L"99999999999", L"-99999999999"})
+        values.push_back({L"整数", text, std::nullopt});
+    values.push_back({L"实数", L"1e999", std::nullopt});
     const std::vector<std::pair<std::wstring, double>> reals = {
         {L"3.5", 3.5},   {L"-0.25", -0.25}, {L"1e3", 1000.0}, {L".5", 0.5},  {L" 4", 4.0},
         {L"2.5mm", 2.5}, {L"1,5", 1.0},     {L"", 0.0},       {L"abc", 0.0},
@@ -86,8 +82,38 @@ TEST_F(KvParams, ReadsTheValueByItsType) {
         EXPECT_TRUE(bolt.FindParameter(L"OLD")->value == value.value_or(earlier.at(type)));
         Forget(L"NEW");
         Forget(L"OLD");
+        // A value that is none is refused with a box by either button, any other is told in the message area.
+        EXPECT_EQ(Messages(host).size(), value ? 0u : 2u);
+        EXPECT_EQ(host.State().user.messageArea.empty(), !value);
+        host.State().user.boxes.clear();
+        host.State().user.messageArea.clear();
     }
-    EXPECT_EQ(Messages(host), Texts{});
+}
+
+TEST_F(KvParams, TellsTheValueThatWasWrittenAndHowManyModelsGotIt) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    pump.Place(host.AddPart(L"BOLT")).Place(host.AddPart(L"STD_NUT"));
+    Use(pump, [&](SimDialog& dialog) {
+        dialog.Choose("TypeRadio", L"Part").Choose("PtypeOption", L"实数").Type("ParaName", L"LENGTH");
+        dialog.Type("ParaValue", L"1,5").Type("InputKeyWords", L"std_").Press("Add");
+    });
+    EXPECT_EQ(host.State().user.messageArea, (Texts{L"已写入的值：1", L"模型：完成 1，跳过 1"}));
+}
+
+TEST_F(KvParams, AsksForAParameterNameAndShowsTheReport) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    pump.Place(host.AddPart(L"BOLT"));
+    Use(pump, [&](SimDialog& dialog) {
+        dialog.Press("KvShowReport").Type("ParaName", L"");
+        dialog.Press("Add").Press("Update").Press("Delete");
+        dialog.Type("outlinePname", L"").Type("shSizePname", L"").Press("KvOutline").Press("KvSheetSize");
+        dialog.Type("ParaName", L"A").Type("ParaValue", L"x").Press("Add").Press("KvShowReport");
+    });
+    Texts expected = {L"\t尚无可查看的结果\t"};
+    expected.resize(6, L"\t请输入参数名称！\t");
+    EXPECT_EQ(Messages(host), expected);
+    ASSERT_EQ(host.State().user.started.size(), 1u);
+    EXPECT_EQ(fs::path(host.State().user.started[0].file).filename().wstring(), test::LastReport(host).name);
 }
 
 TEST_F(KvParams, RefusesOtherTextsForABooleanBeforeAnyModel) {
