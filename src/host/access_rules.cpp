@@ -72,7 +72,7 @@ static ProError SelectionGet(int& count, ProType& firstType) noexcept {
 
     ProModelitem item = {};
     status = ProSelectionModelitemGet(*selections.Get(), &item);
-    firstType = item.type;
+    if (!Failed(status)) firstType = item.type;
     return status;
 }
 

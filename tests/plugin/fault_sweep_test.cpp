@@ -47,6 +47,7 @@ struct CleanRun {
     std::vector<HostCall> calls;
     long long allocations = 0;
     std::map<std::string, long long> windowsCalls = {};
+    bool showsBox = false;
 };
 
 HostSetup SetupFor(const Scenario& scenario) {
@@ -116,6 +117,7 @@ CleanRun RunClean(const Scenario& scenario) {
     for (const sim::CallRecord& call : host.State().report.Trace())
         run.calls.push_back({call.site->name, call.site->failures});
     run.allocations = sim::PluginHeap().allocations;
+    run.showsBox = !host.Boxes().empty();
     return run;
 }
 
@@ -181,8 +183,8 @@ private:
 TEST_P(FaultSweep, HostCallsFailInTurn) {
     const Scenario& scenario = GetParam();
     const CleanRun clean = RunClean(scenario);
-    // A message box is no host call; its text takes memory.
-    ASSERT_TRUE(!clean.calls.empty() || clean.allocations > 0) << "the scenario does nothing";
+    // A message box is no host call.
+    ASSERT_TRUE(!clean.calls.empty() || clean.showsBox) << "the scenario does nothing";
     for (std::size_t i = 0; i < clean.calls.size(); ++i) {
         std::set<ProError> statuses(clean.calls[i].failures.begin(), clean.calls[i].failures.end());
         statuses.insert(PRO_TK_GENERAL_ERROR);
