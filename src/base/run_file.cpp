@@ -66,7 +66,8 @@ ProError RunFile::Create(const wchar_t* folder, const char* command) {
     const std::wstring end = L"_" + std::to_wstring(GetCurrentProcessId()) + kExtension;
     for (int tries = 0; tries < kNameTries && file_ == nullptr; ++tries) {
         if (tries > 0) Sleep(1);
-        std::wstring path = start + TimeStamp() + end;
+        std::wstring path = start;
+        path.append(TimeStamp()).append(end);
         const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                                         FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file == INVALID_HANDLE_VALUE) {
