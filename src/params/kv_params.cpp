@@ -91,6 +91,7 @@ using ValueWork = ProError (*)(ProMdl model, const std::wstring& name, const Pro
 
 struct ParamsDialog {
     std::wstring report = {};  // path of the last run's
+    ShownSettings shown = {};  // of the settings when they were restored or saved
 };
 
 static void FillDialog(ParamsDialog& dialog);
@@ -101,7 +102,7 @@ static void OnDelete(ParamsDialog& dialog);
 static void OnOutline(ParamsDialog& dialog);
 static void OnSheetSize(ParamsDialog& dialog);
 static void OnShowReport(const ParamsDialog& dialog);
-static void SaveSettings();
+static void SaveSettings(ParamsDialog& dialog);
 static void ApplyValue(ParamsDialog& dialog, const wchar_t* step, ValueWork work);
 static ProError RequestGet(ParameterRequest& request);
 static ProError NameGet(const char* component, std::wstring& name);
@@ -126,12 +127,13 @@ ProError KvParams() {
                      dialog, FillDialog);
 }
 
-static void FillDialog(ParamsDialog&) {
+static void FillDialog(ParamsDialog& dialog) {
     RadioChoiceSet(kDialog, kTypeChoice, kAllModels);
     RadioChoiceSet(kDialog, kDerivedTypeChoice, kAllModels);
     OptionLabelSet(kDialog, kParameterType, kUsualType);
     OptionLabelSet(kDialog, kOutlineDecimals, kUsualDecimals);
     RestoreSettings();
+    dialog.shown = DialogSettingsShown(kDialog, kSettings);
 }
 
 static void RestoreSettings() {
@@ -149,7 +151,7 @@ static void OnUpdate(ParamsDialog& dialog) {
 }
 
 static void OnDelete(ParamsDialog& dialog) {
-    SaveSettings();
+    SaveSettings(dialog);
     ModelBatch batch;
     std::wstring name;
     if (Failed(ModelsCollect(kNamedModels, batch)) || Failed(NameGet(kParameterName, name))) return;
@@ -161,7 +163,7 @@ static void OnDelete(ParamsDialog& dialog) {
 }
 
 static void OnOutline(ParamsDialog& dialog) {
-    SaveSettings();
+    SaveSettings(dialog);
     ModelBatch batch;
     OutlineTask task;
     if (Failed(CurrentAssemblyGet(kNoAssembly, batch.current, ShowInformation))) return;
@@ -174,7 +176,7 @@ static void OnOutline(ParamsDialog& dialog) {
 }
 
 static void OnSheetSize(ParamsDialog& dialog) {
-    SaveSettings();
+    SaveSettings(dialog);
     ModelBatch batch;
     ProMdlType type = PRO_MDL_UNUSED;
     if (Failed(CurrentModelGet(batch.current, type)) || type != PRO_MDL_ASSEMBLY) return;
@@ -192,13 +194,13 @@ static void OnShowReport(const ParamsDialog& dialog) {
     ShowReport(dialog.report);
 }
 
-static void SaveSettings() {
-    DialogSettingsSave(kDialog, TextDirSettingsPath(kSettingsFile), kSettings);
+static void SaveSettings(ParamsDialog& dialog) {
+    DialogSettingsSave(kDialog, TextDirSettingsPath(kSettingsFile), kSettings, dialog.shown);
 }
 
 // Add and Update differ in nothing but what they do to one model.
 static void ApplyValue(ParamsDialog& dialog, const wchar_t* step, ValueWork work) {
-    SaveSettings();
+    SaveSettings(dialog);
     ModelBatch batch;
     ParameterRequest request;
     ProParamvalue value = {};

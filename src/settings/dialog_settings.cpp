@@ -22,13 +22,28 @@ void DialogSettingsRestore(const char* dialog, const std::wstring& file,
         ComponentSet(dialog, setting, SettingRead(file, SectionOf(setting).c_str(), setting.key));
 }
 
-void DialogSettingsSave(const char* dialog, const std::wstring& file,
-                        std::span<const DialogSetting> settings) {
+ShownSettings DialogSettingsShown(const char* dialog, std::span<const DialogSetting> settings) {
+    ShownSettings shown;
     for (const DialogSetting& setting : settings) {
-        std::wstring shown;
-        if (Failed(ComponentGet(dialog, setting, shown))) continue;
-        SettingWrite(file, SectionOf(setting).c_str(), setting.key, shown);
+        std::wstring text;
+        const bool known = !Failed(ComponentGet(dialog, setting, text));
+        shown.push_back(known ? std::optional(text) : std::nullopt);
     }
+    return shown;
+}
+
+void DialogSettingsSave(const char* dialog, const std::wstring& file, std::span<const DialogSetting> settings,
+                        ShownSettings& before) {
+    const ShownSettings shown = DialogSettingsShown(dialog, settings);
+    before.resize(settings.size());
+    for (std::size_t i = 0; i < settings.size(); ++i) {
+        if (!shown[i]) continue;
+        const std::wstring section = SectionOf(settings[i]);
+        const bool isKept =
+            before[i] == shown[i] && !SettingRead(file, section.c_str(), settings[i].key).empty();
+        if (!isKept) SettingWrite(file, section.c_str(), settings[i].key, *shown[i]);
+    }
+    before = shown;
 }
 
 static void ComponentSet(const char* dialog, const DialogSetting& setting, const std::wstring& stored) {

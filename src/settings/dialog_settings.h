@@ -1,8 +1,10 @@
 // Settings that the components of a dialog show.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace kv {
 
@@ -27,9 +29,16 @@ struct DialogSetting {
 void DialogSettingsRestore(const char* dialog, const std::wstring& file,
                            std::span<const DialogSetting> settings);
 
+// What the components of settings show, in the order of the settings; nothing where one cannot be read.
+using ShownSettings = std::vector<std::optional<std::wstring>>;
+[[nodiscard]] ShownSettings DialogSettingsShown(const char* dialog, std::span<const DialogSetting> settings);
+
 // Stores what the components show, in this order. What cannot be read is not stored, and neither is a group
-// without a choice: an earlier setting is worth more than an empty one.
-void DialogSettingsSave(const char* dialog, const std::wstring& file,
-                        std::span<const DialogSetting> settings);
+// without a choice: an earlier setting is worth more than an empty one. It is also worth more than what a
+// component shows that the user has not touched: that may be less than what is stored.
+//
+// before  what DialogSettingsShown gave after the restoring; afterwards what is shown now
+void DialogSettingsSave(const char* dialog, const std::wstring& file, std::span<const DialogSetting> settings,
+                        ShownSettings& before);
 
 }  // namespace kv

@@ -45,6 +45,17 @@ static constexpr const char* kChoicesInSavingOrder[] = {
     "KvRandomColorOpt", "KvCountForInstance", "RmbDisable",     "TweViewsUseAutoMainView",
 };
 
+// What the commands take for a value that is not set, by the group's button. The other groups have none.
+struct UnsetChoice {
+    const char* group;
+    const char* button;
+};
+static constexpr UnsetChoice kUnsetChoices[] = {
+    {"SetLastDir", "0"},           {"AsmAssembly", "0"},          {"PrtAssembly", "0"},
+    {"SmtAssembly", "0"},          {"RmbDisable", "1"},           {"KvExportDwgDIr", "workDir"},
+    {"KvExportPdfDIr", "workDir"}, {"KvExportStpDir", "workDir"}, {"KvCountForInstance", "false"},
+};
+
 // One drawing template: its panel, the button that picks a file for it, and the title of that choice.
 struct TemplateRow {
     const char* panel;
@@ -70,24 +81,33 @@ static constexpr TemplateRow kTemplates[] = {
 };
 // clang-format on
 
-static void FillDialog();
-static void OnSave();
+struct ConfigDialog {
+    ShownSettings shown = {};  // in saving order
+};
+
+static void FillDialog(ConfigDialog& dialog);
+static void OnSave(ConfigDialog& dialog);
 static void OnPickTemplate(const char* component);
 static void OnReports();
 static std::vector<DialogSetting> SettingsOf(std::span<const char* const> choices);
 
 ProError KvConfig() {
-    DialogRows<> rows = {Pressed<OnSave>("save"), Pressed<OnReports>("KvReports"), Closes("Close")};
+    ConfigDialog dialog;
+    DialogRows<ConfigDialog> rows = {Pressed<OnSave>("save"), Pressed<OnReports>("KvReports"),
+                                     Closes("Close")};
     for (const TemplateRow& row : kTemplates) rows.push_back(Pressed<OnPickTemplate>(row.picker));
-    return RunDialog(kDialog, rows, FillDialog);
+    return RunDialog(kDialog, rows, dialog, FillDialog);
 }
 
-static void FillDialog() {
+static void FillDialog(ConfigDialog& dialog) {
+    for (const UnsetChoice& unset : kUnsetChoices) RadioChoiceSet(kDialog, unset.group, unset.button);
     DialogSettingsRestore(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInReadingOrder));
+    dialog.shown = DialogSettingsShown(kDialog, SettingsOf(kChoicesInSavingOrder));
 }
 
-static void OnSave() {
-    DialogSettingsSave(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInSavingOrder));
+static void OnSave(ConfigDialog& dialog) {
+    DialogSettingsSave(kDialog, SettingsPath(kCommonSettings), SettingsOf(kChoicesInSavingOrder),
+                       dialog.shown);
     DisplayMessage(kSaved);
 }
 
@@ -116,7 +136,7 @@ static void OnPickTemplate(const char* component) {
 
 static void OnReports() {
     std::wstring folder;
-    if (!Failed(RunFolderGet(kReportFolder, folder))) ShowFolder(folder.c_str());
+    if (!Failed(RunFolderGet(kReportFolder, folder))) ShowFolder(folder);
 }
 
 // The choices and behind them the templates.

@@ -1,4 +1,5 @@
-// Programs started for the user, and the user's own folders.
+// Programs started for the user, and the user's own folders. A program that does not start is told in a box
+// with the file or folder that it was for.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@
 namespace kv {
 
 // Shows a folder in the Windows explorer.
-void ShowFolder(const wchar_t* folder);
+void ShowFolder(const std::wstring& folder);
 
 // Opens a file with the program that Windows has for it.
 void ShowFile(const std::wstring& file);

@@ -1,6 +1,7 @@
 // KvConfig: the common settings in one dialog, and what the user is told when a dialog fails.
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -91,6 +92,24 @@ std::wstring WholeFile() {
     return text;
 }
 
+// The order in which a save writes.
+Texts SavingOrder() {
+    Texts order = {L"SetLastDir",       L"AsmAssembly",        L"PrtAssembly",    L"SmtAssembly",
+                   L"CompCopyAutoNum",  L"KvExportDwgDIr",     L"KvExportPdfDIr", L"KvExportStpDir",
+                   L"KvRandomColorOpt", L"KvCountForInstance", L"RmbDisable",     L"TweViewsUseAutoMainView"};
+    for (const Template& row : Templates()) order.push_back(Wide(row.panel));
+    return order;
+}
+
+Texts SectionsInFile() {
+    wchar_t names[4096] = {};
+    GetPrivateProfileSectionNamesW(names, 4096, test::SettingsFile(kFile).c_str());
+    Texts sections;
+    for (const wchar_t* name = names; *name != L'\0'; name += sections.back().size() + 1)
+        sections.emplace_back(name);
+    return sections;
+}
+
 // Runs the dialog once.
 void Configure(SimHost& host, const std::function<void(SimDialog&)>& script) {
     host.OnDialog("KvConfig", script);
@@ -128,6 +147,7 @@ TEST(KvConfig, SavesEverySettingAndStaysOpen) {
         });
         for (const Choice& choice : Choices())
             EXPECT_EQ(ReadSettings(kFile, Wide(choice.group), L"value"), choice.first) << choice.group;
+        EXPECT_TRUE(start != std::string("missing") || SectionsInFile() == SavingOrder());
         for (const Template& row : Templates())
             EXPECT_EQ(ReadSettings(kFile, Wide(row.panel), L"path"), TemplatePath(row)) << row.panel;
         Configure(host, [](SimDialog& dialog) {
@@ -163,7 +183,16 @@ TEST(KvConfig, OpensEmptyWithoutASettingsFolderAndMakesNone) {
     SimHost host;
     fs::remove_all(test::SettingsFile(kFile).parent_path());
     Configure(host, [](SimDialog& dialog) {
-        for (const Choice& choice : Choices()) EXPECT_EQ(dialog.Chosen(choice.group), "") << choice.group;
+        // What the commands take for a value that is not there; the other groups have no such value.
+        const std::map<std::string, std::string> unset = {
+            {"SetLastDir", "0"},           {"AsmAssembly", "0"},          {"PrtAssembly", "0"},
+            {"SmtAssembly", "0"},          {"RmbDisable", "1"},           {"KvExportDwgDIr", "workDir"},
+            {"KvExportPdfDIr", "workDir"}, {"KvExportStpDir", "workDir"}, {"KvCountForInstance", "false"},
+        };
+        for (const Choice& choice : Choices())
+            EXPECT_EQ(dialog.Chosen(choice.group),
+                      unset.contains(choice.group) ? unset.at(choice.group) : std::string())
+                << choice.group;
         for (const Template& row : Templates()) EXPECT_EQ(dialog.Text(row.panel), L"") << row.panel;
         dialog.Choose("SetLastDir", L"1").Press("save");
     });
@@ -212,6 +241,7 @@ TEST(KvConfig, ChoosesNothingForAStoredValueThatIsNoButton) {
             dialog.Choose("SetLastDir", L"0").Press("save");
         });
         EXPECT_EQ(ReadSettings(kFile, L"SetLastDir", L"value"), L"0");
+        EXPECT_EQ(ReadSettings(kFile, L"CompCopyAutoNum", L"value"), value) << "kept whole";
         EXPECT_EQ(Messages(host), Texts{});
     }
 }
@@ -279,6 +309,24 @@ TEST(KvConfig, OffersTheDrawingsOfTheFormatFolder) {
     });
 }
 
+// A field that could not be filled shows less than what is stored.
+TEST(KvConfig, KeepsWhatAFieldCouldNotShow) {
+    for (const char* call : {"ProUIInputpanelValueSet", "ProUIRadiogroupSelectednamesSet"}) {
+        test::WriteSettings(kFile, WholeFile());
+        SimHost host;
+        host.State().report.Arm(Fault{call, 0});
+        Configure(host, [](SimDialog& dialog) {
+            dialog.Type("A0Asmpath", L"D:\\new.drw").Choose("RmbDisable", L"0").Press("save");
+        });
+        for (const Choice& choice : Choices())
+            EXPECT_EQ(ReadSettings(kFile, Wide(choice.group), L"value"),
+                      choice.group == "RmbDisable" ? L"0" : choice.second);
+        for (const Template& row : Templates())
+            EXPECT_EQ(ReadSettings(kFile, Wide(row.panel), L"path"),
+                      row.panel == "A0Asmpath" ? L"D:\\new.drw" : TemplatePath(row));
+    }
+}
+
 // ---- Every dialog
 
 struct DialogFailure {
@@ -290,6 +338,7 @@ struct DialogFailure {
 TEST(Dialogs, TellTheUserWhatFailedAndAnswerTheStatus) {
     const DialogFailure failures[] = {
         {"ProUIDialogCreate", L"UIDialog Create error!", false},
+        {"ProUIPushbuttonActivateActionSet", L"UIDialog Create error!", false},
         {"ProUIDialogActivate", L"UIDialog Activate error!", false},
         {"ProUIDialogDestroy", L"UIDialog Destroy error!", true},
     };
