@@ -119,7 +119,9 @@ static ProError OnComponent(ProFeature* feature, ProError, ProAppData data) {
         if (walk.features == FeatureList::Made) walk.components.push_back(*feature);
         walk.models.push_back({model, known.type, walk.level, known.index});
     }
-    return known.type == PRO_MDL_ASSEMBLY ? Descend(walk, model, known) : PRO_TK_NO_ERROR;
+    // A model of unknown type may be an assembly; a part has no components to find.
+    const bool goesOn = known.type == PRO_MDL_ASSEMBLY || known.type == PRO_MDL_UNUSED;
+    return goesOn ? Descend(walk, model, known) : PRO_TK_NO_ERROR;
 }
 
 static bool IsActiveAndVisible(ProFeature* component) {

@@ -100,22 +100,27 @@ static const PartCorners& CornersOf(ProMdl part, OutlineTask& task) {
     PartCorners& corners = entry->second;
     if (!added) return corners;
     corners.status =
-        ProSolidSurfaceVisit(static_cast<ProSolid>(part), HostCallback<OnSurface>, nullptr, &corners.points);
+        ProSolidSurfaceVisit(static_cast<ProSolid>(part), HostCallback<OnSurface>, nullptr, &corners);
     // The host's word for a part without a single surface.
     if (corners.status == PRO_TK_E_NOT_FOUND) corners.status = PRO_TK_NO_ERROR;
+    // Surfaces of which none can be read are not the same as none.
+    if (!Failed(corners.status) && corners.points.empty()) corners.status = corners.refused;
     return corners;
 }
 
 static ProError OnSurface(ProSurface surface, ProError, ProAppData data) {
-    auto& points = *static_cast<std::vector<Point>*>(data);
+    auto& corners = *static_cast<PartCorners*>(data);
     GeometryData geometry;
     const ProError status = geometry.Received(ProSurfaceDataGet(surface, geometry.Receive()));
     // The other surfaces still give a box.
-    if (Failed(status) || geometry.Get() == nullptr) return PRO_TK_NO_ERROR;
-    const ProSurfacedata* box = geometry.Get()->data.p_surface_data;
-    if (box == nullptr) return PRO_TK_NO_ERROR;
-    points.push_back(std::to_array(box->xyz_max));
-    points.push_back(std::to_array(box->xyz_min));
+    const bool known = !Failed(status) && geometry.Get() != nullptr;
+    const ProSurfacedata* box = known ? geometry.Get()->data.p_surface_data : nullptr;
+    if (box == nullptr) {
+        corners.refused = Failed(status) ? status : PRO_TK_CANT_ACCESS;
+        return PRO_TK_NO_ERROR;
+    }
+    corners.points.push_back(std::to_array(box->xyz_max));
+    corners.points.push_back(std::to_array(box->xyz_min));
     return PRO_TK_NO_ERROR;
 }
 

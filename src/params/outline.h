@@ -14,7 +14,8 @@ using Point = std::array<double, 3>;
 
 // The corners of a part's surface boxes, in its own coordinates and length unit.
 struct PartCorners {
-    ProError status = PRO_TK_NO_ERROR;  // of reading them
+    ProError status = PRO_TK_NO_ERROR;   // of reading them
+    ProError refused = PRO_TK_NO_ERROR;  // of a surface that could not be read
     std::vector<Point> points;
 };
 
