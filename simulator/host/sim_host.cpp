@@ -82,6 +82,7 @@ int SimHost::Initialize() {
     std::wstring message;
     const int status = plugin_->Initialize(kHostVersion, message);
     running_ = status == 0;
+    LookForOpenItems();
     if (!running_)
         problems_.push_back("user_initialize answered " + std::to_string(status) + ": " + Utf8(message));
     return status;
@@ -89,6 +90,7 @@ int SimHost::Initialize() {
 
 void SimHost::Terminate() {
     if (plugin_ && running_) plugin_->Terminate();
+    LookForOpenItems();
     // Its procedure is about to be unloaded.
     if (running_ && !DesktopTimers().empty())
         session_->report.Violation("the plug-in ends while a timer of its own runs");
@@ -97,6 +99,7 @@ void SimHost::Terminate() {
 
 void SimHost::FireTimers() {
     FireDesktopTimers();
+    LookForOpenItems();
 }
 
 // ---- Models
@@ -243,8 +246,7 @@ ProError SimHost::RunWatched(const std::function<ProError()>& command) {
 
 // What a command takes from the host it gives back before it ends.
 void SimHost::LookForLeftovers(const Before& before) {
-    for (const std::string& item : session_->report.OpenItems()) problems_.push_back("left open: " + item);
-    session_->report.DropOpenItems();
+    LookForOpenItems();
     for (std::string& item : session_->spreadsheet.TakeLeftovers()) problems_.push_back(std::move(item));
     if (!directoryMayChange_ && before.directory != WorkingDirectory())
         problems_.push_back("the working directory was left at " + Utf8(WorkingDirectory().wstring()));
@@ -260,6 +262,11 @@ void SimHost::LookForLeftovers(const Before& before) {
     std::erase_if(now, [&before](const auto& option) { return !before.options.contains(option.first); });
     if (before.options != now) problems_.push_back("a configuration option was left changed");
     for (const std::string& line : session_->desk.Leftovers()) problems_.push_back(line);
+}
+
+void SimHost::LookForOpenItems() {
+    for (const std::string& item : session_->report.OpenItems()) problems_.push_back("left open: " + item);
+    session_->report.DropOpenItems();
 }
 
 // A command gives back all that it has allocated. Only the first exception of a loaded module has the

@@ -150,6 +150,7 @@ private:
     struct Before;
     ProError RunWatched(const std::function<ProError()>& command);
     void LookForLeftovers(const Before& before);
+    void LookForOpenItems();
     void LookForMemory(const PluginHeapFigures& before);
 
     std::filesystem::path pluginHome_;

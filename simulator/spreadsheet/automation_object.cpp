@@ -81,7 +81,6 @@ const Member* AutomationObject::Find(DISPID id, WORD access) const {
     return nullptr;
 }
 
-// A client that asked the application to quit has done its part, whatever becomes of the call.
 bool IsQuit(const Member* member) {
     return member != nullptr && member->kind == ObjectKind::kApplication &&
            member->name == std::string("Quit");
@@ -99,11 +98,11 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID, LCID, WORD access, DISPPARAM
     if (parameters == nullptr) return E_INVALIDARG;
     const Member* member = Find(id, access);
     const std::string name = member == nullptr ? "member " + std::to_string(id) : std::string(member->name);
-    if (IsQuit(member)) state_.application->toldToQuit = true;
     HRESULT status = Server().EnterCall(std::string(KindName(state_.kind)) + "." + name);
     if (SUCCEEDED(status) && state_.application->ended) status = kApplicationError;
     if (SUCCEEDED(status))
         status = member == nullptr ? DISP_E_MEMBERNOTFOUND : Act(*member, *parameters, result);
+    if (IsQuit(member) && SUCCEEDED(status)) state_.application->toldToQuit = true;
     if (status != kApplicationError) return status;
     FillException(exception);
     return DISP_E_EXCEPTION;

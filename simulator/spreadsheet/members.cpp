@@ -50,6 +50,7 @@ HRESULT Quit(ObjectState& object, const CallArguments&, VARIANT*) {
         std::any_of(application.workbooks.begin(), application.workbooks.end(),
                     [](const std::shared_ptr<WorkbookState>& workbook) { return !workbook->saved; });
     if (unsaved) application.server->Problem("Quit asks whether to save a changed workbook");
+    if (application.visible) application.server->Problem("the application was shown to the user");
     application.ended = true;
     return S_OK;
 }

@@ -22,6 +22,7 @@ struct ShownBox {
     std::wstring caption;
     unsigned flags;  // as passed to MessageBoxW
     bool hasOwner;
+    long long calls;  // host calls of the command before it
 };
 
 // A program or file that the plug-in started (never really started).
@@ -39,6 +40,7 @@ struct FileQuestion {
     std::wstring extension;
     unsigned long flags;
     std::wstring name;  // what is proposed
+    bool hasOwner;
 };
 
 // A progress window of the plug-in as the user saw it.
@@ -46,6 +48,7 @@ struct ProgressSight {
     std::vector<std::wstring> texts;
     std::vector<std::wstring> buttons;
     bool isActive;
+    bool isOwned;
 };
 
 // The user before a long run.
@@ -56,6 +59,8 @@ struct ProgressPlay {
     bool windowsFail = false;            // Windows makes no window
     long long cancelAfter = -1;          // items after which the user presses the button; below 0: never
     std::vector<ProgressSight> sights;
+    // What else the user does at each sight of the window, by its handle.
+    std::function<void(void* window)> onSight;
 };
 
 // One answer at a text or number prompt.

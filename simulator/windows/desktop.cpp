@@ -39,8 +39,9 @@ int AnswerBox(UINT flags, const std::wstring& text) {
 }
 
 int WINAPI ShowBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
-    host->user.boxes.push_back(
-        {text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags, owner != nullptr});
+    if (IsProgressShown()) host->report.Violation("MessageBoxW while the progress window is on the screen");
+    host->user.boxes.push_back({text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags,
+                                owner != nullptr, host->report.CallCount()});
     return AnswerBox(flags, host->user.boxes.back().text);
 }
 
@@ -59,7 +60,8 @@ std::wstring FilterText(LPCWSTR filter) {
 BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
     User& user = host->user;
     user.fileQuestions.push_back({Text(request->lpstrInitialDir), FilterText(request->lpstrFilter),
-                                  Text(request->lpstrDefExt), request->Flags, Text(request->lpstrFile)});
+                                  Text(request->lpstrDefExt), request->Flags, Text(request->lpstrFile),
+                                  request->hwndOwner != nullptr});
     user.questions.push_back(request->lpstrTitle == nullptr ? L"" : request->lpstrTitle);
     if (user.files.empty()) {
         user.Problem(std::string("unexpected ") + what);
@@ -232,6 +234,7 @@ struct Breakable {
     void* original = nullptr;
     long long count = 0;
     long long failAt = 0;
+    long long failTimes = 1;
     DWORD error = 0;
 };
 
@@ -240,7 +243,8 @@ Breakable& BreakableAt(int index);
 // The failure's answer, when it is this call's turn.
 bool MustFail(Breakable& call) {
     ++call.count;
-    if (call.failAt == 0 || call.count != call.failAt) return false;
+    if (call.failAt == 0 || call.count < call.failAt || call.count >= call.failAt + call.failTimes)
+        return false;
     SetLastError(call.error);
     return true;
 }
@@ -328,10 +332,11 @@ void ForgetDesktopTimers() {
     timers.clear();
 }
 
-bool FailWindowsCall(const std::string& function, long long nth, DWORD error) {
+bool FailWindowsCall(const std::string& function, long long nth, DWORD error, long long times) {
     for (Breakable& call : breakables) {
         if (function != call.function || call.original == nullptr) continue;
         call.failAt = call.count + nth;
+        call.failTimes = times;
         call.error = error;
         return true;
     }

@@ -30,9 +30,10 @@ const std::vector<DesktopTimer>& DesktopTimers();
 void FireDesktopTimers();
 void ForgetDesktopTimers();
 
-// Makes one Windows call of the plug-in fail: the n-th call of `function` answers its failure with `error` as
-// last error. Known functions: the profile and file calls that the plug-in imports. False: not imported.
-bool FailWindowsCall(const std::string& function, long long nth, DWORD error);
+// Makes Windows calls of the plug-in fail: the n-th call of `function`, and as many as `times` says in a row,
+// answer their failure with `error` as last error. Known functions: the profile and file calls that the
+// plug-in imports. False: not imported.
+bool FailWindowsCall(const std::string& function, long long nth, DWORD error, long long times = 1);
 // Names of the calls that can be made to fail.
 std::vector<std::string> WindowsCallsThatCanFail();
 void HealWindowsCalls();

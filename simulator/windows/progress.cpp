@@ -43,6 +43,7 @@ ProgressSight LookAt(HWND window) {
         (isButton ? sight.buttons : sight.texts).push_back(TextOf(child));
     }
     sight.isActive = GetActiveWindow() == window;
+    sight.isOwned = GetWindow(window, GW_OWNER) != nullptr;
     return sight;
 }
 
@@ -65,12 +66,17 @@ unsigned long long AskClock(ProgressPlay& play) {
     if (play.step == 0) return play.now;
     if (const HWND window = FindProgressWindow()) {
         play.sights.push_back(LookAt(window));
+        if (play.onSight) play.onSight(window);
         if (play.cancelAfter >= 0 && DoneItems(play.sights.back()) >= play.cancelAfter) {
             play.cancelAfter = -1;
             PressButton(window);
         }
     }
     return play.now += play.step;
+}
+
+bool IsProgressShown() {
+    return FindProgressWindow() != nullptr;
 }
 
 }  // namespace sim

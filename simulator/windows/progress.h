@@ -10,4 +10,7 @@ namespace sim {
 // progress; every look at it then takes a while, and the user looks at the screen.
 unsigned long long AskClock(ProgressPlay& play);
 
+// Whether the plug-in has a progress window on the screen.
+bool IsProgressShown();
+
 }  // namespace sim

@@ -18,11 +18,7 @@
 namespace {
 
 using namespace sim;
-using test::C;
-using test::File;
-using test::Lines;
-using test::ToolkitUi;
-using test::W;
+using namespace test;
 
 uiCmdAccessState access = ACCESS_AVAILABLE;
 uiCmdAccessState Access(uiCmdAccessMode) {

@@ -22,11 +22,7 @@
 namespace {
 
 using namespace sim;
-using test::C;
-using test::File;
-using test::Lines;
-using test::ToolkitUi;
-using test::W;
+using namespace test;
 
 TEST_F(ToolkitUi, DialogLivesFromCreateToDestroy) {
     ASSERT_EQ(ProUIDialogCreate(C("session"), C("D")), PRO_TK_NO_ERROR);

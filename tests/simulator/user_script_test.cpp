@@ -46,7 +46,7 @@ char kName[] = "D";
 char kOk[] = "Ok";
 
 void OnOk(char*, char*, ProAppData) {
-    Host().user.boxes.push_back({L"\tDone\t", L"", 0, false});
+    Host().user.boxes.push_back({L"\tDone\t", L"", 0, false, 0});
 }
 void OnClose(char* dialog, char*, ProAppData) {
     ProUIDialogExit(dialog, 1);
