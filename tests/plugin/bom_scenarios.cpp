@@ -1,15 +1,21 @@
 // The bill of materials.
 
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "simulator/host/sim_host.h"
+#include "simulator/spreadsheet/xlsx.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
 #include "support/scenario.h"
 
 namespace test {
 
+namespace fs = std::filesystem;
 using sim::SimDialog;
 using sim::SimHost;
 
@@ -31,16 +37,59 @@ static void ArrangeLists(SimHost& host) {
     });
 }
 
-static void ArrangeWorkbook(SimHost& host) {
-    ArrangeBom(host);
-    host.AnswerFile((MakeFolder(host, "boms") / "pump.xlsx").wstring());
-    host.OnDialog("KvBom", [](SimDialog& dialog) { dialog.Press("KvExportBom").Press("Close"); });
+// A list only looks: no model is changed, and the user is back where the command was started.
+static void ExpectNothingChanged(SimHost& host) {
+    const sim::SimModel* pump = host.State().models.Find(L"PUMP", sim::ModelKind::kAssembly);
+    const bool cannotReturn = host.State().report.FaultedFunction() == "ProMdlDisplay";
+    EXPECT_TRUE(cannotReturn || host.State().models.current == pump);
+    for (const sim::SimModel* model : host.State().models.All())
+        EXPECT_EQ(model->Parameters().size(), model == &Bolt(host) ? 1u : 0u);
+}
+
+// What the table showed when its export was asked for: all cells, row by row.
+using TableTexts = std::shared_ptr<Texts>;
+
+static Arrangement ArrangeWorkbook(const TableTexts& shown) {
+    return [shown](SimHost& host) {
+        ArrangeBom(host);
+        shown->clear();
+        const fs::path workbook = MakeFolder(host, "boms") / "pump.xlsx";
+        WriteBytes(workbook, "earlier");
+        host.AnswerFile(workbook.wstring());
+        host.OnDialog("KvBom", [shown](SimDialog& dialog) {
+            for (const std::string& row : dialog.Rows("bom_list"))
+                for (const char* column : {"num", "param1", "param2"})
+                    shown->push_back(column[0] == 'p' && dialog.ColumnTitles("bom_list").size() < 3
+                                         ? L""
+                                         : dialog.Cell("bom_list", row, column));
+            dialog.Press("KvExportBom").Press("Close");
+        });
+    };
+}
+
+// A workbook holds all that was shown, or a box tells that cells are missing; and until there is one, the
+// earlier one is.
+static void ExpectWholeWorkbook(SimHost& host, const Texts& shown) {
+    const fs::path folder = host.WorkingDirectory() / "boms";
+    bool isEarlierThere = false;
+    for (const fs::directory_entry& file : fs::directory_iterator(folder))
+        isEarlierThere = isEarlierThere || ReadBytes(file.path()) == "earlier";
+    const auto sheet = sim::ReadXlsx(folder / "pump.xlsx");
+    EXPECT_TRUE(sheet.has_value() || isEarlierThere);
+    const bool gapsAreTold = host.LastMessage().find(L"单元格未能写入") != std::wstring::npos;
+    // A host may refuse a cell that was never filled: that one cannot be read is no sign of a gap.
+    const bool cannotTell = host.State().report.FaultedFunction() == "ProUITableCellLabelGet";
+    if (!sheet || gapsAreTold || cannotTell) return;
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        EXPECT_EQ(sheet->Value(static_cast<int>(i / 3) + 3, static_cast<int>(i % 3) + 1).text, shown[i]);
 }
 
 std::vector<Scenario> BomScenarios() {
+    const auto shown = std::make_shared<Texts>();
+    const auto isWhole = [shown](SimHost& host) { ExpectWholeWorkbook(host, *shown); };
     return {
-        CommandScenario("KvBom", ArrangeLists, "Lists"),
-        CommandScenario("KvBom", ArrangeWorkbook, "Export"),
+        CommandScenario("KvBom", ArrangeLists, ExpectNothingChanged, "Lists"),
+        CommandScenario("KvBom", ArrangeWorkbook(shown), isWhole, "Export"),
     };
 }
 

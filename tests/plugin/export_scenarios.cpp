@@ -1,5 +1,6 @@
 // Exports of drawings, models and assemblies.
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "simulator/host/sim_host.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
+#include "support/reports.h"
 #include "support/scenario.h"
 
 namespace test {
@@ -30,19 +32,52 @@ static void ArrangeOpenDrawing(SimHost& host) {
     host.Open(*host.Retrieve(L"BOLT", sim::ModelKind::kDrawing));
 }
 
+// What the report calls done is a file, and a box tells what is not done; one that always comes at the end is
+// no such box.
+static void ExpectTrueReport(SimHost& host) {
+    // A host that refuses to go back stays in the scratch folder.
+    if (host.WorkingDirectory().filename().wstring().starts_with(L"~kv")) return;
+    Texts names;
+    for (const std::wstring& file : host.ExportedFiles())
+        names.push_back(std::filesystem::path(file).filename().wstring());
+    const Report report = LastReport(host);
+    for (const std::wstring& file : report.Done(L"文件"))
+        EXPECT_NE(std::ranges::find(names, file), names.end()) << testing::PrintToString(file);
+    const bool tellsFailures = std::ranges::any_of(Messages(host), [](const std::wstring& text) {
+        return text.find(L"未能导出") != std::wstring::npos;
+    });
+    if (report.rows.empty()) return;
+    EXPECT_EQ(tellsFailures, report.Count(L"失败") > 0);
+}
+
 // A file whose name ends in a sheet's number holds that sheet and no other.
-static Scenario SheetsAsNamed(Scenario scenario) {
-    scenario.holds = [](SimHost& host) {
-        for (const std::wstring& file : host.ExportedFiles()) {
-            const std::wstring stem = std::filesystem::path(file).stem().wstring();
-            const std::size_t mark = stem.rfind(L'-');
-            const auto record = host.Exported(file);
-            if (mark == std::wstring::npos || !record) continue;
-            ASSERT_EQ(record->sheets.size(), 1u) << testing::PrintToString(file);
-            EXPECT_EQ(std::to_wstring(record->sheets[0].number), stem.substr(mark + 1));
-        }
-    };
-    return scenario;
+static void ExpectSheetsAsNamed(SimHost& host) {
+    ExpectTrueReport(host);
+    for (const std::wstring& file : host.ExportedFiles()) {
+        const std::wstring stem = std::filesystem::path(file).stem().wstring();
+        const std::size_t mark = stem.rfind(L'-');
+        const auto record = host.Exported(file);
+        if (mark == std::wstring::npos || !record) continue;
+        ASSERT_EQ(record->sheets.size(), 1u) << testing::PrintToString(file);
+        EXPECT_EQ(std::to_wstring(record->sheets[0].number), stem.substr(mark + 1));
+    }
+}
+
+// A file holds the model of its name.
+static void ExpectModelsAsNamed(SimHost& host) {
+    ExpectTrueReport(host);
+    for (const std::wstring& file : host.ExportedFiles()) {
+        const auto record = host.Exported(file);
+        ASSERT_TRUE(record) << testing::PrintToString(file);
+        EXPECT_EQ(std::filesystem::path(record->model).stem(), std::filesystem::path(file).stem());
+    }
+}
+
+// Reading tables into the dialog writes and erases nothing, the settings neither.
+static void ExpectOnlyRead(SimHost& host) {
+    EXPECT_EQ(host.ExportedFiles(), Texts());
+    EXPECT_EQ(host.Calls("ProMdlEraseNotDisplayed"), 0);
+    EXPECT_EQ(ReadSettings(L"KvDrawingsIni.ini", L"tableCols", L"content"), L"MAT");
 }
 
 // The dialog KvExport with these boxes ticked.
@@ -57,7 +92,7 @@ static Scenario TickFormats(const std::string& variant, const std::vector<std::s
             dialog.Type("Export_name", L"MAT,sheetsize").Press("selAll").Press("ApplyBt");
         });
     };
-    return SheetsAsNamed(CommandScenario("KvExport", arrange, variant));
+    return CommandScenario("KvExport", arrange, ExpectSheetsAsNamed, variant);
 }
 
 static void ArrangeExportTable(SimHost& host) {
@@ -65,7 +100,9 @@ static void ArrangeExportTable(SimHost& host) {
     host.Open(host.AddAssembly(L"PUMP").Place(*host.State().models.current));
     ChangeSetting(L"KvDrawingsIni.ini", L"tableCols", L"content", L"MAT");
     host.OnDialog("KvExport", [](SimDialog& dialog) {
-        dialog.Press("selAll").Press("reverseSel").Press("ApplyBt").Press("KvLoadParams");
+        dialog.Press("selAll").Press("reverseSel");
+        if (dialog.SelectedRows("drw_list").empty()) dialog.Press("ApplyBt");
+        dialog.Press("KvLoadParams");
         dialog.Press("KvLoadDrwInfo").Press("KvUpdateIni").Choose("SelDirRadio", L"curMdl").Press("Close");
     });
 }
@@ -85,13 +122,13 @@ std::vector<Scenario> ExportScenarios() {
     return {
         TickFormats("BySheet", {"DWGCheck", "PDFCheck"}, false),
         TickFormats("OneFile", {"DXFCheck", "PDFOptionCheck", "PDFCheck", "STPCheck"}, true),
-        CommandScenario("KvExport", ArrangeExportTable, "Table"),
-        SheetsAsNamed(CommandScenario("KvExportDwg", ArrangeOpenDrawing)),
-        SheetsAsNamed(CommandScenario("KvExportPdf", ArrangeOpenDrawing)),
-        CommandScenario("KvExportStp", ArrangeDrawing),
-        CommandScenario("KvExStp", ArrangeAssemblyExport),
-        CommandScenario("KvExSat", ArrangeAssemblyExport),
-        CommandScenario("KvExIgs", ArrangeIgesExport),
+        CommandScenario("KvExport", ArrangeExportTable, ExpectOnlyRead, "Table"),
+        CommandScenario("KvExportDwg", ArrangeOpenDrawing, ExpectSheetsAsNamed),
+        CommandScenario("KvExportPdf", ArrangeOpenDrawing, ExpectSheetsAsNamed),
+        CommandScenario("KvExportStp", ArrangeDrawing, ExpectModelsAsNamed),
+        CommandScenario("KvExStp", ArrangeAssemblyExport, ExpectModelsAsNamed),
+        CommandScenario("KvExSat", ArrangeAssemblyExport, ExpectModelsAsNamed),
+        CommandScenario("KvExIgs", ArrangeIgesExport, ExpectModelsAsNamed),
     };
 }
 

@@ -1,10 +1,13 @@
 // Every scenario with each of its host calls failing in turn, with each host function failing for good, and
-// with each of the plug-in's file and settings calls and allocations failing.
+// with each of the plug-in's file and settings calls, calls of the spreadsheet application and allocations
+// failing.
 //
 // Whatever fails, the plug-in must not crash, not misuse the host, and leave nothing behind: no array, string
 // or dialog open, no directory or option changed. And what the host refuses by its documents is done another
 // way, or the user is told.
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <filesystem>
 #include <map>
@@ -46,6 +49,7 @@ struct HostCall {
 struct CleanRun {
     std::vector<HostCall> calls;
     long long allocations = 0;
+    long long automationCalls = 0;
     std::map<std::string, long long> windowsCalls = {};
     bool showsBox = false;
 };
@@ -117,6 +121,7 @@ CleanRun RunClean(const Scenario& scenario) {
     for (const sim::CallRecord& call : host.State().report.Trace())
         run.calls.push_back({call.site->name, call.site->failures});
     run.allocations = sim::PluginHeap().allocations;
+    run.automationCalls = host.Spreadsheet().Server().Calls();
     run.showsBox = !host.Boxes().empty();
     return run;
 }
@@ -125,26 +130,29 @@ CleanRun RunClean(const Scenario& scenario) {
 struct Excuse {
     const char* faulted;
     const char* problem;
+    bool restores;  // holds for the last call of the function alone, by which the plug-in goes back
 };
 
 constexpr Excuse kExcuses[] = {
     // Changing back is the plug-in's duty; that the host refuses it is not the plug-in's fault.
-    {"ProDirectoryChange", "the working directory was left"},
-    {"ProDrawingCurrentSheetSet", "was left on sheet"},
+    {"ProDirectoryChange", "the working directory was left", true},
+    {"ProDrawingCurrentSheetSet", "was left on sheet", true},
     // The access rule answers "not available" to a mode that cannot be read, as it must.
-    {"ProModeCurrentGet", "is not available"},
+    {"ProModeCurrentGet", "is not available", false},
     // Every row is registered whatever became of the menu.
-    {"ProMenubarMenuAdd", "there is no menu"},
+    {"ProMenubarMenuAdd", "there is no menu", false},
 };
 
-bool IsExcused(const std::string& problem, const std::string& faulted) {
+bool IsExcused(const std::string& problem, const std::string& faulted, bool isLastCall) {
     for (const Excuse& excuse : kExcuses)
-        if (faulted == excuse.faulted && problem.find(excuse.problem) != std::string::npos) return true;
+        if (faulted == excuse.faulted && problem.find(excuse.problem) != std::string::npos)
+            return isLastCall || !excuse.restores;
     return false;
 }
 
+// isLastCall: no later call of the function that fails is expected to work.
 template <typename Arm>
-void RunWith(const Scenario& scenario, const std::string& what, Arm arm) {
+void RunWith(const Scenario& scenario, const std::string& what, Arm arm, bool isLastCall = true) {
     attempt = scenario.name + ", " + what;
     test::RestoreSettings();
     SimHost host(SetupFor(scenario));
@@ -153,13 +161,15 @@ void RunWith(const Scenario& scenario, const std::string& what, Arm arm) {
     scenario.act(host);
     host.State().report.DisarmAll();
     sim::FailPluginAllocation(0);
+    sim::HealWindowsCalls();
+    host.Spreadsheet().Server().Reset();
     host.ForgetAnswers();
     if (scenario.holds) {
         SCOPED_TRACE(attempt);
         scenario.holds(host);
     }
     for (const std::string& problem : host.TakeProblems())
-        if (!IsExcused(problem, host.State().report.FaultedFunction()))
+        if (!IsExcused(problem, host.State().report.FaultedFunction(), isLastCall))
             ADD_FAILURE() << attempt << ": " << problem;
 }
 
@@ -188,14 +198,20 @@ TEST_P(FaultSweep, HostCallsFailInTurn) {
     for (std::size_t i = 0; i < clean.calls.size(); ++i) {
         std::set<ProError> statuses(clean.calls[i].failures.begin(), clean.calls[i].failures.end());
         statuses.insert(PRO_TK_GENERAL_ERROR);
+        const auto isSame = [&](const HostCall& call) { return call.function == clean.calls[i].function; };
+        const auto later = clean.calls.begin() + static_cast<std::ptrdiff_t>(i) + 1;
+        const bool isLastCall = std::none_of(later, clean.calls.end(), isSame);
         for (const ProError status : statuses) {
             const auto nth = static_cast<long long>(i + 1);
             const std::string what = "call " + std::to_string(nth) + " (" + clean.calls[i].function +
                                      ") answers " + std::to_string(status);
-            RunWith(scenario, what, [&](SimHost& host) {
-                host.State().report.ResetCalls();
-                host.State().report.Arm(Fault{"", nth, status});
-            });
+            RunWith(
+                scenario, what,
+                [&](SimHost& host) {
+                    host.State().report.ResetCalls();
+                    host.State().report.Arm(Fault{"", nth, status});
+                },
+                isLastCall);
             if (HasFailure()) return;
         }
     }
@@ -232,6 +248,25 @@ TEST_P(FaultSweep, WindowsCallsFailInTurn) {
             RunWith(scenario, what, [&, &function = function](SimHost&) {
                 sim::HealWindowsCalls();
                 sim::FailWindowsCall(function, nth, ERROR_ACCESS_DENIED);
+            });
+            if (HasFailure()) return;
+        }
+    }
+}
+
+// Once, and from there on: the application is gone then.
+TEST_P(FaultSweep, CallsOfTheSpreadsheetApplicationFailInTurn) {
+    const Scenario& scenario = GetParam();
+    const long long calls = RunClean(scenario).automationCalls;
+    for (long long nth = 1; nth <= calls; ++nth) {
+        for (const bool isGone : {false, true}) {
+            const std::string what =
+                "automation call " + std::to_string(nth) + (isGone ? " is the end" : " fails");
+            RunWith(scenario, what, [&](SimHost& host) {
+                if (isGone)
+                    host.Spreadsheet().Server().DisconnectAt(nth);
+                else
+                    host.Spreadsheet().Server().Fail({nth});
             });
             if (HasFailure()) return;
         }

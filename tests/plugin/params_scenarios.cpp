@@ -1,5 +1,6 @@
 // Commands that change parameters of many models.
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -7,6 +8,8 @@
 
 #include "simulator/host/sim_host.h"
 #include "support/arrange.h"
+#include "support/plugin_home.h"
+#include "support/reports.h"
 #include "support/scenario.h"
 
 namespace test {
@@ -14,17 +17,38 @@ namespace test {
 using sim::SimDialog;
 using sim::SimHost;
 
-// XTRA is excluded by its prefix, OTHER is no component.
+// Whether a model of that name in memory has the parameter.
+static bool HasParameter(SimHost& host, const std::wstring& model, std::wstring_view parameter) {
+    return std::ranges::any_of(host.State().models.All(), [&](const sim::SimModel* one) {
+        return one->Name() == model && one->HasParameter(parameter);
+    });
+}
+
+// XTRA is excluded by its prefix, OTHER is no component. Settings that the user did not touch are kept.
 static void ExpectOthersUnchanged(SimHost& host) {
+    EXPECT_EQ(ReadSettings(L"KvParams.ini", L"KvOutlineNum", L"content"), L"4");
+    EXPECT_EQ(ReadSettings(L"KvParams.ini", L"KvOutlineOrder", L"content"), L"1");
     for (const wchar_t* name : {L"XTRA", L"OTHER"})
         EXPECT_TRUE(host.State().models.Find(name, sim::ModelKind::kPart)->Parameters().empty())
             << testing::PrintToString(name);
+}
+
+// The report calls no model done that is not.
+static void ExpectMaterial(SimHost& host, bool has) {
+    ExpectOthersUnchanged(host);
+    // That there is no surface has to be believed.
+    const std::string& faulted = host.State().report.FaultedFunction();
+    if (faulted == "ProSolidFeatVisit" || faulted == "ProSolidSurfaceVisit") return;
+    for (const std::wstring& model : LastReport(host).Done(L"模型"))
+        EXPECT_EQ(HasParameter(host, model, L"MAT"), has) << testing::PrintToString(model);
 }
 
 // One press in the dialog KvParams; the parameter MAT exists in BOLT and nowhere else.
 static Scenario PressInParams(const std::string& button, const std::wstring& models = L"AsmAndPart") {
     const auto arrange = [button, models](SimHost& host) {
         ArrangePumpWithDrawing(host);
+        ChangeSetting(L"KvParams.ini", L"KvOutlineNum", L"content", L"4");
+        ChangeSetting(L"KvParams.ini", L"KvOutlineOrder", L"content", L"1");
         host.State().models.current->Place(host.AddPart(L"XTRA"));
         host.AddPart(L"OTHER");
         Bolt(host).SetParameter(L"MAT", std::wstring(L"old"));
@@ -37,9 +61,9 @@ static Scenario PressInParams(const std::string& button, const std::wstring& mod
             dialog.Press(button).Press("Close");
         });
     };
-    Scenario scenario = CommandScenario("KvParams", arrange, button);
-    scenario.holds = ExpectOthersUnchanged;
-    return scenario;
+    const bool deletes = button == "Delete";
+    const auto holds = [deletes](SimHost& host) { ExpectMaterial(host, !deletes); };
+    return CommandScenario("KvParams", arrange, holds, button);
 }
 
 // The same under a manufacturing model.
@@ -59,6 +83,13 @@ static void ArrangeCount(SimHost& host) {
     Bolt(host).MakeInstanceOf(host.AddSheetmetal(L"GENERIC"));
 }
 
+// The top assembly gets no number, and the report calls no model done without one.
+static void ExpectCounts(SimHost& host) {
+    EXPECT_FALSE(HasParameter(host, L"PUMP", L"数量"));
+    for (const std::wstring& model : LastReport(host).Done(L"模型"))
+        EXPECT_TRUE(model.empty() || HasParameter(host, model, L"数量")) << testing::PrintToString(model);
+}
+
 std::vector<Scenario> ParamsScenarios() {
     return {
         PressInParams("Add"),
@@ -66,7 +97,7 @@ std::vector<Scenario> ParamsScenarios() {
         PressInParams("Delete", L"Smt"),
         PressInParams("KvOutline"),
         PressInParams("KvSheetSize"),
-        CommandScenario("KvMdlCount", ArrangeCount),
+        CommandScenario("KvMdlCount", ArrangeCount, ExpectCounts),
     };
 }
 

@@ -15,9 +15,10 @@ namespace test {
 using sim::SimHost;
 using sim::SimModel;
 
-Scenario CommandScenario(const std::string& command, Arrangement arrange, const std::string& variant) {
+Scenario CommandScenario(const std::string& command, Arrangement arrange, Arrangement holds,
+                         const std::string& variant) {
     const auto act = [command](SimHost& host) { host.Run(command); };
-    return {command + variant, std::move(arrange), act, command};
+    return {command + variant, std::move(arrange), act, command, false, std::move(holds)};
 }
 
 void ArrangePump(SimHost& host) {

@@ -1,5 +1,7 @@
 #include "support/arrange.h"
 
+#include <optional>
+
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -75,6 +77,12 @@ Texts Messages(const SimHost& host) {
         texts.push_back(box.text);
     }
     return texts;
+}
+
+sim::ExportRecord RecordOf(const SimHost& host, const fs::path& file) {
+    const std::optional<sim::ExportRecord> record = host.Exported(file);
+    EXPECT_TRUE(record) << testing::PrintToString(file.wstring());
+    return record.value_or(sim::ExportRecord());
 }
 
 std::wstring PathText(const fs::path& path) {

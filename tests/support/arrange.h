@@ -49,6 +49,9 @@ int StateOf(const std::vector<sim::PopupButton>& entries, std::string_view name)
 using Texts = std::vector<std::wstring>;
 Texts Messages(const sim::SimHost& host);
 
+// What an exported file records; a failure of the test when there is none, or it is not complete.
+sim::ExportRecord RecordOf(const sim::SimHost& host, const std::filesystem::path& file);
+
 // A path without its last separator, for comparing.
 std::wstring PathText(const std::filesystem::path& path);
 

@@ -51,19 +51,32 @@ fs::path ReportFolder(const sim::SimHost& host) {
 
 }  // namespace
 
+// Of a report that broke off, cells may be missing.
+static std::wstring Cell(const std::map<std::wstring, std::wstring>& row, const std::wstring& title) {
+    const auto found = row.find(title);
+    return found == row.end() ? std::wstring() : found->second;
+}
+
 std::wstring Report::Head(const std::wstring& title) const {
     const auto found = head.find(title);
     return found == head.end() ? std::wstring() : found->second;
 }
 
 std::size_t Report::Count(std::wstring_view result) const {
-    const auto matches = [&](const auto& row) { return row.at(L"结果") == result; };
+    const auto matches = [&](const auto& row) { return Cell(row, L"结果") == result; };
     return static_cast<std::size_t>(std::count_if(rows.begin(), rows.end(), matches));
+}
+
+std::vector<std::wstring> Report::Done(const std::wstring& title) const {
+    std::vector<std::wstring> texts;
+    for (const auto& row : rows)
+        if (Cell(row, L"结果") == L"完成") texts.push_back(Cell(row, title));
+    return texts;
 }
 
 std::wstring Report::Reason(std::wstring_view model) const {
     for (const auto& row : rows)
-        if (row.at(L"模型") == model && row.at(L"结果") == L"失败") return row.at(L"原因");
+        if (Cell(row, L"模型") == model && Cell(row, L"结果") == L"失败") return Cell(row, L"原因");
     return {};
 }
 

@@ -19,6 +19,8 @@ struct Report {
     std::wstring Head(const std::wstring& title) const;
     // Rows with this result.
     std::size_t Count(std::wstring_view result) const;
+    // What stands in a column of the rows that say that all went well.
+    std::vector<std::wstring> Done(const std::wstring& title) const;
     // The reason in the first failed row of a model; empty for none.
     std::wstring Reason(std::wstring_view model) const;
 };

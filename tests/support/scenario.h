@@ -20,15 +20,16 @@ struct Scenario {
     Arrangement arrange;
     std::function<void(sim::SimHost&)> act;
     // The command that `act` runs; empty: something else happens.
-    std::string command = {};
+    std::string command;
     // The plug-in is not started before `act`.
-    bool startsPlugin = false;
-    // Checks what is true afterwards whatever has failed; empty: nothing of its own.
-    std::function<void(sim::SimHost&)> holds = {};
+    bool startsPlugin;
+    // Checks what is true afterwards whatever has failed.
+    std::function<void(sim::SimHost&)> holds;
 };
 
 // Runs the command. `variant` ends the name where a command has several scenarios.
-Scenario CommandScenario(const std::string& command, Arrangement arrange, const std::string& variant = {});
+Scenario CommandScenario(const std::string& command, Arrangement arrange, Arrangement holds,
+                         const std::string& variant = {});
 
 // ---- Arrangements that several rooms use
 
