@@ -132,8 +132,20 @@ TEST_F(KvBackup, RefusesTheFolderOfTheModels) {
     pump.Place(bolt);
     bolt.directory = folder;
     host.Open(pump);
-    BackUp(L"所选目录就是模型所在的目录，请选择其他目录");
-    EXPECT_EQ(host.Calls("ProMdlnameBackup"), 0);
+    const fs::path plain = folder;
+    for (const std::wstring& spelling : {plain.wstring(), plain.generic_wstring() + L"/"}) {
+        folder = spelling;
+        host.State().user.boxes.clear();
+        host.State().user.questions.clear();
+        BackUp(L"所选目录就是模型所在的目录，请选择其他目录");
+        EXPECT_EQ(host.Calls("ProMdlnameBackup"), 0);
+    }
+    // Another model lies elsewhere: there is something to back up.
+    pump.Place(host.AddPart(L"SEAL"));
+    host.State().user.boxes.clear();
+    host.State().user.questions.clear();
+    BackUp(L"图纸备份操作已完成");
+    EXPECT_TRUE(IsBackedUp(L"SEAL", ModelKind::kPart));
 }
 
 TEST_F(KvBackup, TakesTheAssemblyOfAManufacturingModel) {
@@ -150,10 +162,19 @@ TEST_F(KvBackup, GoesOnWhenOneModelCannotBeBackedUp) {
     pump.Place(host.AddPart(L"BOLT")).Place(host.AddPart(L"SEAL")).Place(host.AddPart(L"RING"));
     host.Open(pump);
     host.State().report.Arm(Fault{"ProMdlnameBackup", 1, PRO_TK_CANT_WRITE});
-    BackUp(L"图纸备份操作已完成");
+    BackUp(L"图纸备份操作已完成！\n模型 2 个，工程图 0 个");
     EXPECT_EQ(IsBackedUp(L"BOLT", ModelKind::kPart) + IsBackedUp(L"SEAL", ModelKind::kPart) +
                   IsBackedUp(L"RING", ModelKind::kPart),
               2);
+}
+
+TEST_F(KvBackup, TellsOfAModelWhoseDrawingItCannotLookFor) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    pump.Place(host.AddPart(L"BOLT"));
+    host.Open(pump);
+    host.State().report.Arm(Fault{"ProMdlMdlnameGet", 0});
+    BackUp(L"图纸备份操作已完成！\n模型 1 个，工程图 0 个");
+    EXPECT_NE(Messages(host)[0].find(L"未能备份"), std::wstring::npos);
 }
 
 TEST_F(KvBackup, LooksForDrawingsInTheWorkingDirectoryAlone) {

@@ -1,6 +1,8 @@
 // The small commands of the frame itself: KvVersion, AboutKv, ForTest.
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -21,7 +23,7 @@ TEST(KvVersion, ShowsTheVersionFirst) {
     SimHost host;
     EXPECT_EQ(host.Run("KvVersion"), PRO_TK_NO_ERROR);
     ASSERT_EQ(Messages(host).size(), 1u);
-    EXPECT_TRUE(Messages(host)[0].starts_with(L"当前版本：5.1C9"));
+    EXPECT_EQ(Messages(host)[0], L"当前版本：5.1C9\n主程序版本：hostsim 9");
 }
 
 TEST(AboutKv, ShowsTheTermsOnceTheUserAgrees) {
@@ -36,6 +38,38 @@ TEST(AboutKv, ShowsTheTermsOnceTheUserAgrees) {
     EXPECT_EQ(Messages(host),
               Texts{L"使用本插件表示同意以下条款：\n使用前应充分了解该插件所有功能并进行备份数据测试，"
                     L"本插件不承担任何使用过程中造成的数据丢失或其他损失;。"});
+    EXPECT_EQ(host.Boxes()[0].calls, host.Calls() - 1) << "all that is left is to destroy the dialog";
+}
+
+TEST(Programs, ThatDoNotStartAreToldInOneBox) {
+    SimHost host;
+    host.Spreadsheet().Install();
+    host.Store(host.AddPart(L"NUT"));
+    host.AddDrawingFile(L"NUT", {L"A4"});
+    host.Open(host.AddAssembly(L"PUMP").Place(host.AddPart(L"BOLT"), 2));
+    host.State().user.programsFail = true;
+    const std::vector<std::pair<std::string, std::vector<std::string>>> presses = {
+        {"KvOpenDir", {}},
+        {"KvConfig", {"KvReports"}},
+        {"KvBom", {"KvOpenBomIni"}},
+        {"KvBom", {"KvExportBom"}},
+        {"KvExport", {"KvOpenDrwIni"}},
+        {"KvExport", {"KvLoadDrwInfo", "KvShowReport"}},
+    };
+    for (const auto& [command, buttons] : presses) {
+        SCOPED_TRACE(command + (buttons.empty() ? "" : buttons.back()));
+        host.State().user.boxes.clear();
+        if (buttons == std::vector<std::string>{"KvExportBom"})
+            host.AnswerFile((host.WorkingDirectory() / "bom.xlsx").wstring());
+        if (!buttons.empty())
+            host.OnDialog(command, [&buttons = buttons](SimDialog& dialog) {
+                for (const std::string& button : buttons) dialog.Press(button);
+            });
+        EXPECT_EQ(host.Run(command), PRO_TK_NO_ERROR);
+        ASSERT_EQ(Messages(host).size(), 1u);
+        EXPECT_TRUE(Messages(host)[0].starts_with(L"\t无法打开"));
+        EXPECT_NE(Messages(host)[0].find(L":\\"), std::wstring::npos) << "which file or folder";
+    }
 }
 
 TEST(ForTest, LetsTheUserPickOneFeatureAndChangesNothing) {

@@ -10,12 +10,16 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include "simulator/host/sim_host.h"
 #include "simulator/report/utf8.h"
 #include "simulator/spreadsheet/xlsx.h"
 #include "simulator/windows/desktop.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
+#include "support/reports.h"
+#include "support/temp_directory.h"
 
 namespace {
 
@@ -147,7 +151,10 @@ TEST_F(KvBom, NeedsAnAssemblyWithTwoComponents) {
     EXPECT_EQ(Messages(host), Texts{kNoAssembly});
 
     SetTitles(L"模型名称,模型数量");
-    EXPECT_EQ(Summed(host.AddManufacturing(L"MFG", single.Place(bolt))), Rows{L"1|BOLT|2"});
+    SimModel& manufacturing = host.AddManufacturing(L"MFG", single.Place(bolt));
+    EXPECT_EQ(Summed(manufacturing), Rows{L"1|BOLT|2"});
+    Use(manufacturing, [](SimDialog& dialog) { dialog.DoubleClick(kTable, "1", "num"); });
+    EXPECT_EQ(host.State().models.current, &manufacturing);
 }
 
 // ---- The dialog
@@ -307,7 +314,12 @@ TEST_F(KvBomExport, WritesTheTableAsTexts) {
     EXPECT_EQ(question.filter, L"EXCEL文件(*.xlsx)|*.xlsx| All Files (*.*) |*.*|");
     EXPECT_EQ(question.flags & (OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT),
               static_cast<unsigned long>(OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT));
-    EXPECT_TRUE(question.folder.empty() || fs::exists(question.folder));
+    wchar_t desktop[MAX_PATH] = {};
+    ASSERT_TRUE(SHGetSpecialFolderPathW(nullptr, desktop, CSIDL_DESKTOPDIRECTORY, FALSE));
+    EXPECT_EQ(question.folder, desktop);
+    EXPECT_EQ(question.extension, L"xlsx");
+    EXPECT_FALSE(question.hasOwner) << "no window is active";
+    EXPECT_EQ(host.Spreadsheet().Server().Calls("Application.UserControl"), 1);
     EXPECT_EQ(Messages(host), Texts());
 }
 
@@ -315,6 +327,36 @@ TEST_F(KvBomExport, ReplacesAnEarlierWorkbook) {
     test::WriteBytes(host.WorkingDirectory() / "bom.xlsx", "earlier");
     EXPECT_TRUE(sim::ReadXlsx(Export("bom.xlsx")));
     EXPECT_EQ(Files(), std::vector<fs::path>{"bom.xlsx"});
+    // What cannot be set aside is replaced in its place.
+    ASSERT_TRUE(sim::FailWindowsCall("MoveFileExW", 1, ERROR_ACCESS_DENIED));
+    Export("bom.xlsx");
+    EXPECT_EQ(Files(), std::vector<fs::path>{"bom.xlsx"});
+}
+
+TEST_F(KvBomExport, AsksInFrontOfTheActiveWindowAndTakesTheExtensionInAnyLetterCase) {
+    const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, nullptr,
+                                        nullptr, nullptr, nullptr);
+    SetActiveWindow(window);
+    ASSERT_EQ(GetActiveWindow(), window);
+    Export("bom.XLSX");
+    EXPECT_TRUE(host.State().user.fileQuestions[0].hasOwner);
+    EXPECT_EQ(Files(), std::vector<fs::path>{"bom.XLSX"});
+    DestroyWindow(window);
+}
+
+TEST(KvBomSettings, AreEditedUnderAnyPath) {
+    const test::TempDirectory apart;
+    sim::HostSetup setup;
+    setup.pluginHome = apart.Path() / L"도면";
+    test::CopyPluginHome(setup.pluginHome);
+    SimHost korean(setup);
+    korean.Open(korean.AddAssembly(L"PUMP").Place(korean.AddPart(L"BOLT"), 2));
+    korean.OnDialog("KvBom", [](SimDialog& dialog) { dialog.Press("KvOpenBomIni"); });
+    EXPECT_EQ(korean.Run("KvBom"), PRO_TK_NO_ERROR);
+    ASSERT_EQ(korean.State().user.started.size(), 1u);
+    EXPECT_EQ(korean.State().user.started[0].file, L"notepad.exe");
+    EXPECT_EQ(fs::path(korean.State().user.started[0].parameters).make_preferred(),
+              (setup.pluginHome / "KVconfig" / "KvBom.ini").make_preferred());
 }
 
 // Whatever refuses, an earlier workbook stays as it is and nothing else is left in its folder.
@@ -342,6 +384,9 @@ TEST_F(KvBomExport, RefusesWithTheReasonAndKeepsAnEarlierWorkbook) {
     // A file that the user may change but not own is no locked one.
     EXPECT_TRUE(sim::FailWindowsCall("CreateFileW", 1, ERROR_ACCESS_DENIED));
     expectRefused({kTooManyColumns});
+    // One that refuses both ways of opening is.
+    EXPECT_TRUE(sim::FailWindowsCall("CreateFileW", 1, ERROR_ACCESS_DENIED, 2));
+    expectRefused({kLocked});
 
     SetTitles(L"模型名称");
     host.Spreadsheet().Remove();
@@ -375,6 +420,25 @@ TEST_F(KvBomExport, ProposesANameAndAsksBeforeItReplacesTheLongerOne) {
     host.AnswerBox(IDYES);
     Export("bom.txt");
     EXPECT_EQ(test::ReadBytes(host.WorkingDirectory() / "bom.txt.xlsx").size(), first.size());
+}
+
+TEST_F(KvBomExport, TellsWhichCellsTheWorkbookDoesNotHold) {
+    SetTitles(L"模型名称,=(");
+    host.Spreadsheet().Server().RefuseText(L"=(");
+    Export("bom.xlsx");
+    ASSERT_EQ(Messages(host).size(), 1u);
+    EXPECT_TRUE(Messages(host)[0].starts_with(L"1 个单元格未能写入工作簿，详情见报告：\n"));
+    EXPECT_EQ(test::LastReport(host).Reason(L"'=( 0"), L"文件无法写入");
+}
+
+TEST_F(KvBomExport, ExportsTheStartingAssemblyAfterADoubleClick) {
+    SetTitles(L"模型名称");
+    Use(Pump(), [&](SimDialog& dialog) {
+        dialog.DoubleClick(kTable, "2", "num");
+        host.AnswerFile((host.WorkingDirectory() / "bom.xlsx").wstring());
+        dialog.Press("KvExportBom");
+    });
+    EXPECT_EQ(host.State().user.fileQuestions[0].name, L"PUMP BOM.xlsx");
 }
 
 TEST_F(KvBomExport, ExportsNoEmptyList) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -105,10 +106,10 @@ TEST_F(KvExport, WritesAFileForEachSheet) {
         EXPECT_EQ(Sheets(host.Exported("DXF/" + name + ".dxf")), std::string(1, sheet) + "m");
         EXPECT_EQ(Sheets(host.Exported("PDF/" + name + ".pdf")), std::string(1, sheet));
     }
-    EXPECT_EQ(host.Exported("DXF/ONE.dxf")->format, "DXF");
-    EXPECT_EQ(host.Exported("STP/ONE.stp")->format, "STEP");
-    EXPECT_EQ(host.Exported("IGS/ONE.igs")->format, "IGES");
-    EXPECT_EQ(host.Exported("IGS/ONE.igs")->model, L"BOLT.prt");
+    EXPECT_EQ(test::RecordOf(host, "DXF/ONE.dxf").format, "DXF");
+    EXPECT_EQ(test::RecordOf(host, "STP/ONE.stp").format, "STEP");
+    EXPECT_EQ(test::RecordOf(host, "IGS/ONE.igs").format, "IGES");
+    EXPECT_EQ(test::RecordOf(host, "IGS/ONE.igs").model, L"BOLT.prt");
     EXPECT_EQ(Messages(host), Texts{kDone});
     EXPECT_EQ(host.State().models.current->Name(), L"OTHER");
 
@@ -126,6 +127,67 @@ TEST_F(KvExport, PutsAllSheetsIntoOneFile) {
     EXPECT_EQ(Sheets(host.Exported("PDF/BOLT.pdf")), "1 2 3");
 }
 
+// One file is named by the current sheet; a size that cannot be read is left out of its file's name.
+TEST_F(KvExport, NamesFilesByTheirSheetsSize) {
+    host.AddDrawingFile(L"BOLT", {L"A3", L"A4", L"A2"}, {&Bolt()});
+    host.Open(*host.Retrieve(L"BOLT", ModelKind::kDrawing));
+    host.State().models.current->SetCurrentSheet(2);
+    tokens = L"sheetsize,图纸名称";
+    ExportAll({"DWGCheck"}, true);
+    EXPECT_EQ(host.ExportedFiles(), Texts{L"DWG\\A4_BOLT.dwg"});
+    EXPECT_EQ(host.Calls("ProObjectwindowMdlnameCreate"), 0);
+    fs::remove_all(Output("DWG"));
+    host.State().report.Arm(Fault{"ProDrawingSheetTrfGet", 2});
+    ExportAll({"DWGCheck"});
+    EXPECT_EQ(host.ExportedFiles(),
+              (Texts{L"DWG\\A2_BOLT-3.dwg", L"DWG\\A3_BOLT-1.dwg", L"DWG\\BOLT-2.dwg"}));
+    EXPECT_EQ(host.Calls("ProObjectwindowMdlnameCreate"), 1) << "sheets are turned in a window";
+
+    // Without a window no PDF can be right.
+    host.State().report.Arm(Fault{"ProObjectwindowMdlnameCreate", 1});
+    ExportAll({"PDFCheck"}, true);
+    EXPECT_EQ(host.ExportedFiles().size(), 3u);
+    EXPECT_EQ(LastTwo(), (Texts{L"以下工程图或文件未能导出：\nA4_BOLT.pdf", kDone}));
+}
+
+TEST_F(KvExport, WritesNoPdfWithHalfItsOptions) {
+    for (const wchar_t* name : {L"BOLT", L"NUT"}) host.AddDrawingFile(name, {L"A3"}, {&Bolt()});
+    host.State().report.Arm(Fault{"ProPDFoptionsBoolpropertySet", 1});
+    ExportAll({"PDFCheck"});
+    ASSERT_EQ(host.ExportedFiles().size(), 1u);
+    const auto record = host.Exported(host.ExportedFiles()[0]);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->options.count("PENTABLE"), 1u);
+}
+
+TEST_F(KvExport, ExportsTheModelOfTheFirstViewOrNone) {
+    SimModel& nut = host.AddPart(L"NUT");
+    host.Store(host.AddDrawing(L"LOST", {L"A4"}).AddMissingView(L"gone.prt", 1).AddView(Bolt(), 1));
+    host.Store(host.AddDrawing(L"TWO", {L"A4"}).AddView(nut, 1).AddView(Bolt(), 1));
+    SimModel& sheetless = host.AddDrawing(L"SHEETLESS", {L"A4"}).AddView(nut, 1);
+    host.Store(sheetless);
+    host.Open(*host.Retrieve(L"SHEETLESS", ModelKind::kDrawing));
+    host.State().models.current->SetCurrentSheet(0);
+    ExportAll({"STPCheck"});
+    ASSERT_EQ(host.ExportedFiles(), Texts{L"STP\\TWO.stp"});
+    EXPECT_EQ(test::RecordOf(host, "STP/TWO.stp").model, L"NUT.prt");
+    EXPECT_NE(LastTwo().front().find(L"LOST.stp"), std::wstring::npos);
+    EXPECT_NE(LastTwo().front().find(L"sheetless"), std::wstring::npos);
+}
+
+TEST_F(KvExport, TakesWhatAnExportLeavesBesideItsFile) {
+    host.AddDrawingFile(L"BOLT", {L"A3"}, {&Bolt()});
+    host.AddDrawingFile(L"NUT", {L"A3"}, {&Bolt()});
+    host.State().strict.exportsLeaveLog = true;
+    ExportAll({"DWGCheck", "STPCheck"});
+    const auto count = [this](const char* folder) {
+        return std::distance(fs::directory_iterator(Output(folder)), fs::directory_iterator());
+    };
+    EXPECT_EQ(host.ExportedFiles().size(), 4u);
+    EXPECT_EQ(count("DWG"), 2) << "logs of a name of our own";
+    EXPECT_EQ(count("STP"), 4);
+}
+
 TEST_F(KvExport, SetsTheDwgVersionOnlyWhereThereIsNone) {
     host.AddDrawingFile(L"BOLT", {L"A3"});
     ExportAll({"PDFCheck"});
@@ -134,7 +196,7 @@ TEST_F(KvExport, SetsTheDwgVersionOnlyWhereThereIsNone) {
     EXPECT_EQ(host.State().configOptions[L"DWG_EXPORT_FORMAT"], Texts{L"2000"});
     host.State().configOptions[L"DWG_EXPORT_FORMAT"] = {L"2013"};
     ExportAll({"DWGCheck"});
-    EXPECT_EQ(host.Exported("DWG/BOLT.dwg")->options["VERSION"], "2013");
+    EXPECT_EQ(test::RecordOf(host, "DWG/BOLT.dwg").options["VERSION"], "2013");
 }
 
 TEST_F(KvExport, AsksForPdfFilesAsTheBoxesSay) {
@@ -145,7 +207,7 @@ TEST_F(KvExport, AsksForPdfFilesAsTheBoxesSay) {
             dialog.Check("PDFBlackCheck", black).Check("PDFOptionCheck", false);
             dialog.Press("selAll").Press("ApplyBt");
         });
-        const ExportRecord record = *host.Exported("PDF/BOLT.pdf");
+        const ExportRecord record = test::RecordOf(host, "PDF/BOLT.pdf");
         EXPECT_EQ(record.options.contains("COLOR_DEPTH") ? record.options.at("COLOR_DEPTH") : "unset",
                   black ? "2" : "unset");
         EXPECT_EQ(record.options.at("FONT_STROKE"), "0");
@@ -159,13 +221,25 @@ TEST_F(KvExport, BorrowsTheProfileForTheRun) {
     test::WriteBytes(test::SettingsFile(L"kvdop.dop"), "COLOR MONO");
     ExportAll({"PDFCheck"}, true, true);
     ASSERT_TRUE(host.Exported("PDF/BOLT.pdf"));
-    EXPECT_EQ(host.Exported("PDF/BOLT.pdf")->options["PROFILE"], "kvdop.dop");
+    EXPECT_EQ(test::RecordOf(host, "PDF/BOLT.pdf").options["PROFILE"], "kvdop.dop");
     EXPECT_FALSE(fs::exists(Output("kvdop.dop")));
 
     test::WriteBytes(Output("kvdop.dop"), "SHEETS CURRENT");
     ExportAll({"PDFCheck"}, true, true);
     EXPECT_EQ(Sheets(host.Exported("PDF/BOLT.pdf")), "1");
     EXPECT_EQ(test::ReadBytes(Output("kvdop.dop")), "SHEETS CURRENT") << "the user's own";
+    fs::remove(test::SettingsFile(L"kvdop.dop"));
+    ExportAll({"PDFCheck"}, true, true);
+    EXPECT_EQ(Messages(host), (Texts{kDone, kDone, kDone})) << "the user's own is enough";
+    fs::remove(Output("kvdop.dop"));
+
+    // A copy of a read-only profile can be deleted all the same.
+    const fs::path readOnly = test::SettingsFile(L"kvdop.dop");
+    test::WriteBytes(readOnly, "COLOR MONO");
+    ASSERT_TRUE(SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_READONLY));
+    ExportAll({"PDFCheck"}, true, true);
+    SetFileAttributesW(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_FALSE(fs::exists(Output("kvdop.dop")));
 }
 
 TEST_F(KvExport, TellsThatThereIsNoProfileAndWritesTheOtherFormats) {
@@ -203,6 +277,7 @@ TEST_F(KvExport, NeverLetsTwoFilesOfARunTakeOnePlace) {
     const test::Report report = test::LastReport(host);
     EXPECT_EQ(report.Count(L"完成"), 1u);
     EXPECT_EQ(report.Count(L"失败"), 1u);
+    for (const auto& row : report.rows) EXPECT_EQ(row.at(L"替换"), L"");
 
     // What an earlier run wrote is replaced, and the report says so.
     ExportAll({"DWGCheck"});
@@ -229,6 +304,7 @@ TEST_F(KvExport, TakesLongNamesAndLongLists) {
     EXPECT_EQ(LastTwo().front(), L"以下工程图或文件未能导出：\n" + std::wstring(80, L'x') + L"_" +
                                      std::wstring(80, L'x') + L"_" + std::wstring(80, L'x') + L"_" +
                                      std::wstring(80, L'x') + L".pdf");
+    EXPECT_EQ(test::LastReport(host).Reason(longest), L"名称、文字或路径过长");
 }
 
 TEST_F(KvExport, SaysSoWhenTheWorkingDirectoryIsTooDeep) {
@@ -366,7 +442,13 @@ TEST_F(KvExport, LeavesTheUsersWindowsOpen) {
     host.AddDrawingFile(L"NUT", {L"A3"}, {&Bolt()});
     SimModel& open = *host.Retrieve(L"NUT", ModelKind::kDrawing);
     SimModel& current = *host.Retrieve(L"BOLT", ModelKind::kDrawing);
+    host.Open(current);
+    // A long session: of many windows two are left, with a gap between their numbers.
+    std::vector<int> closed;
+    for (int i = 0; i < 12; ++i)
+        closed.push_back(host.State().desk.Open(host.AddPart(L"P" + std::to_wstring(i))));
     host.Open(open);
+    for (const int window : closed) EXPECT_TRUE(host.State().desk.Delete(window));
     host.Open(current);
     current.SetCurrentSheet(2);
     ExportAll({"DWGCheck", "PDFCheck"});
@@ -431,12 +513,16 @@ TEST_F(KvExport, RefusesWithoutDrawingsModelsOrASelection) {
     host.AddDrawingFile(L"LONELY", {L"A4"});
     EXPECT_NE(host.Run("KvExport"), PRO_TK_NO_ERROR);
     EXPECT_EQ(host.LastMessage(), L"当前工作目录下无模型");
-    host.Store(host.AddPart(L"NUT"));
+    host.Store(host.AddAssembly(L"ALONE"));
     Use([](SimDialog& dialog) { dialog.Press("ApplyBt"); });
     EXPECT_EQ(host.LastMessage(), kNothingSelected);
     host.State().user.boxes.clear();
     ExportAll({});
     EXPECT_EQ(Messages(host), Texts{L"请先选择导出格式"});
+    // A box that cannot be read might be the one that counts.
+    host.State().report.Arm(Fault{"ProUICheckbuttonGetState", 1});
+    ExportAll({"DWGCheck", "PDFCheck"});
+    EXPECT_EQ(Messages(host).size(), 1u);
     EXPECT_EQ(host.Calls("ProMdlnameRetrieve"), 0);
     EXPECT_EQ(host.ExportedFiles(), Texts{});
 }

@@ -73,6 +73,14 @@ TEST_F(KvMdlCount, NamesTheModelsThatRefuse) {
     EXPECT_EQ(host.State().models.Find(L"PLAIN", sim::ModelKind::kPart)->Parameter(kQuantity), L"1");
 }
 
+TEST_F(KvMdlCount, TellsOfACancelAndNotOfItsFailures) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    for (const wchar_t* name : {L"A", L"B", L"C", L"D"}) pump.Place(host.AddPart(name).SetReadOnly());
+    host.WatchProgress(600, 2);
+    Count(pump);
+    EXPECT_EQ(Messages(host), Texts{L"\t操作已取消\t\n\n已完成：0\n失败：3\n未处理：1"});
+}
+
 TEST_F(KvMdlCount, PassesInstancesOverUnlessTheSettingIsOn) {
     SimModel& pump = host.AddAssembly(L"PUMP");
     SimModel& generic = host.AddPart(L"GENERIC");
@@ -85,6 +93,7 @@ TEST_F(KvMdlCount, PassesInstancesOverUnlessTheSettingIsOn) {
         EXPECT_FALSE(shortBolt.HasParameter(kQuantity));
         EXPECT_EQ(generic.Parameter(kQuantity), L"2");
         EXPECT_FALSE(generic.HasFamilyColumn(kQuantity));
+        EXPECT_EQ(host.State().user.messageArea.back(), L"模型：完成 1，跳过 2");
     }
     ChangeSetting(L"KvConfig.ini", L"KvCountForInstance", L"value", L" T rue ");
     for (int run = 0; run < 2; ++run) {
@@ -115,6 +124,27 @@ TEST_F(KvMdlCount, NeedsAGenericThatTakesTheColumn) {
     EXPECT_EQ(host.LastMessage(), kDone);
     EXPECT_EQ(generic.Parameter(kQuantity), L"0");
     EXPECT_EQ(instance.Parameter(kQuantity), L"1");
+
+    // One that has the column already, but may not be changed.
+    pump.Place(instance);
+    generic.SetReadOnly();
+    Count(pump);
+    EXPECT_EQ(host.LastMessage(), kFailures + std::wstring(L"M8X20\n"));
+    EXPECT_EQ(instance.Parameter(kQuantity), L"1");
+}
+
+TEST_F(KvMdlCount, TellsThatMemoryEndedTheWalk) {
+    SimModel& pump = host.AddAssembly(L"PUMP").Place(host.AddPart(L"BOLT"));
+    host.Open(pump);
+    bool isTold = false;
+    for (long long nth = 1; nth <= 60 && !isTold; ++nth) {
+        host.State().user.boxes.clear();
+        sim::FailPluginAllocation(nth);
+        host.Run("KvMdlCount");
+        isTold = Messages(host) == Texts{L"ProArray Alloc error"};
+    }
+    sim::FailPluginAllocation(0);
+    EXPECT_TRUE(isTold);
 }
 
 TEST_F(KvMdlCount, WorksInAssembliesOnly) {

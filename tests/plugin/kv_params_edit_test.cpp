@@ -42,8 +42,8 @@ std::vector<TypedValue> TypedValues() {
     std::vector<TypedValue> values;
     values.reserve(50);
     const std::vector<std::pair<std::wstring, int>> integers = {
-        {L"12", 12},   {L"-5", -5}, {L"+3", 3}, {L" 7", 7},  {L"12abc", 12}, {L"12.9", 12},
-        {L"1,000", 1}, {L"1e3", 1}, {L"", 0},   {L"abc", 0}, {L"0x1F", 0},
+        {L"12", 12}, {L"-5", -5},   {L"+3", 3},  {L" 7", 7}, {L"12abc", 12}, {L"12.9", 12},
+        {L"+-5", 0}, {L"1,000", 1}, {L"1e3", 1}, {L"", 0},   {L"abc", 0},    {L"0x1F", 0},
     };
     for (const auto& [text, value] : integers) values.push_back({L"整数", text, value});
     for (const wchar_t* text : {L"99999999999", L"-99999999999"})

@@ -96,6 +96,7 @@ TEST_F(KvParams, TakesTheOrderFromOneAndZeroAlone) {
     bool byLayout = false;
     fs::remove(test::SettingsFile(kFile));
     Use(host.AddAssembly(L"PUMP"), [&](SimDialog& dialog) { byLayout = dialog.IsChecked("KvOutlineOrder"); });
+    EXPECT_TRUE(byLayout);
     const std::pair<const wchar_t*, bool> cases[] = {{L"1", true},       {L"0", false},
                                                      {L"\" 1 \"", true}, {L"\" 0 \"", false},
                                                      {L"2", byLayout},   {L"", byLayout}};

@@ -203,6 +203,23 @@ TEST_F(KvParams, WritesTheSheetSizesOfTheDrawings) {
     EXPECT_EQ(pump.Regenerations(), 0);
 }
 
+TEST_F(KvParams, WritesNoSizesWhenOneSheetCannotBeRead) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    SimModel& bolt = host.AddPart(L"BOLT").SetParameter(L"OUT", L"old"s);
+    pump.Place(bolt, 2);
+    host.AddDrawingFile(L"BOLT", {L"A3", L"A4"});
+    host.State().report.Arm(sim::Fault{"ProDrawingSheetTrfGet", 1});
+    Derive(pump, "KvSheetSize", L"Part");
+    EXPECT_EQ(bolt.Parameter(L"OUT"), L"old");
+    EXPECT_EQ(host.State().user.messageArea.back(), L"模型：完成 0，失败 1");
+
+    // Nothing to measure and no parameter to delete: that is no failure. A part is measured once.
+    Forget(L"OUT");
+    Derive(pump, "KvOutline");
+    EXPECT_EQ(host.State().user.messageArea.back(), L"模型：完成 2");
+    EXPECT_EQ(host.Calls("ProSolidSurfaceVisit"), 1);
+}
+
 TEST_F(KvParams, WritesSheetSizesUnderAnAssemblyAlone) {
     SimModel& mould = host.AddAssembly(L"MOULD");
     SimModel& bolt = host.AddPart(L"BOLT");

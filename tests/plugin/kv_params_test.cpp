@@ -153,6 +153,42 @@ TEST_F(KvParams, SkipsModelsByThePrefixesOfTheirNames) {
     }
 }
 
+TEST_F(KvParams, TakesAnAssemblyInItselfOnce) {
+    SimModel& pump = host.AddAssembly(L"PUMP");
+    pump.Place(pump).Place(host.AddPart(L"BOLT"));
+    Edit(pump, "Add");
+    EXPECT_EQ(host.State().user.messageArea.back(), L"模型：完成 2");
+}
+
+// Without a choice of models none is changed.
+TEST_F(KvParams, ShowsTheTreeBeforeItRegeneratesAndNeedsAChoice) {
+    SimModel& pump = host.AddAssembly(L"PUMP").Place(host.AddPart(L"BOLT"));
+    host.State().report.SetTracing(true);
+    Edit(pump, "Add");
+    std::vector<std::string> order;
+    for (const sim::CallRecord& call : host.State().report.Trace())
+        if (call.site->name == std::string("ProTreetoolRefresh") ||
+            call.site->name == std::string("ProSolidRegenerate"))
+            order.emplace_back(call.site->name);
+    EXPECT_EQ(order, (std::vector<std::string>{"ProTreetoolRefresh", "ProSolidRegenerate"}));
+
+    Forget(L"MAT");
+    host.State().report.Arm(Fault{"ProUIRadiogroupSelectednamesGet", 0});
+    Edit(pump, "Add");
+    EXPECT_EQ(Having(L"MAT"), Names{});
+    EXPECT_EQ(Messages(host), Texts{kNoModels});
+}
+
+TEST_F(KvParams, RefusesANameThatIsTooLong) {
+    SimModel& pump = host.AddAssembly(L"PUMP").Place(host.AddPart(L"BOLT"));
+    Use(pump, [&](SimDialog& dialog) {
+        Put("ParaName", std::wstring(32, L'N'));
+        dialog.Press("Add").Press("Delete");
+    });
+    const std::wstring tooLong = L"\t参数名称超过31个字符，未做任何改动！\t";
+    EXPECT_EQ(Messages(host), (Texts{tooLong, tooLong}));
+}
+
 // ---- Failures and cost
 
 TEST_F(KvParams, TellsThatTheHostHasNoMemoryForTheList) {

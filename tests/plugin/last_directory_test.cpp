@@ -1,5 +1,6 @@
 // The working directory of one session comes back in the next one.
 
+#include <clocale>
 #include <cstddef>
 #include <filesystem>
 #include <map>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include "simulator/host/sim_host.h"
 #include "simulator/report/utf8.h"
@@ -98,6 +100,27 @@ TEST(LastDirectory, IsRestoredForTheSettingOneAlone) {
     const fs::path before = host.WorkingDirectory();
     host.FireTimers();
     EXPECT_EQ(host.WorkingDirectory(), before);
+}
+
+TEST(LastDirectory, IsWrittenInItsCodePageWhateverTheProcessHasSet) {
+    const LCID before = GetThreadLocale();
+    const std::string locale = std::setlocale(LC_CTYPE, nullptr);
+    SetThreadLocale(MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT));
+    {
+        SimHost host;
+        test::EnterFolder(host, L"图纸");
+        host.Terminate();
+        EXPECT_TRUE(test::ReadBytes(test::SettingsFile(L"korvane.ini"))
+                        .starts_with(test::Encode936(test::PathText(host.WorkingDirectory()))));
+    }
+    EXPECT_EQ(std::setlocale(LC_CTYPE, nullptr), locale);
+    SetThreadLocale(before);
+
+    // Better nothing than another directory.
+    SimHost korean;
+    test::EnterFolder(korean, L"도면");
+    korean.Terminate();
+    EXPECT_EQ(test::ReadBytes(test::SettingsFile(L"korvane.ini")), "");
 }
 
 TEST(LastDirectory, StaysWhereTheHostStartedWhenTheFileIsOfNoUse) {

@@ -143,6 +143,7 @@ TEST_F(Office, OneColumnAndTwentySixAndShortRows) {
     ExpectClean("one column");
     table.columns.assign(26, L"c");
     table.rows.push_back({});
+    table.rows.push_back(std::vector<kv::SheetCell>(26, {L"", true}));
     ASSERT_EQ(SheetTableWrite(table, File()), SheetExport::Written);
     ExpectClean("26 columns");
     const std::optional<Sheet> sheet = sim::ReadXlsx(File());
@@ -150,6 +151,7 @@ TEST_F(Office, OneColumnAndTwentySixAndShortRows) {
     EXPECT_EQ(sheet->Merged(), std::vector<sim::CellArea>({{1, 1, 1, 26}}));
     EXPECT_EQ(sheet->Value(3, 1).text, L"1");
     EXPECT_EQ(sheet->Style(4, 26).numberFormat, L"@");
+    EXPECT_TRUE(sheet->Style(5, 26).fill);
     table.rows.clear();
     EXPECT_EQ(SheetTableWrite(table, File()), SheetExport::Written);
     ExpectClean("no rows");
@@ -177,6 +179,22 @@ TEST_F(Office, CallsGrowWithMarkedBlocksOnly) {
     ASSERT_TRUE(sheet);
     for (int row = 3; row <= 502; ++row)
         EXPECT_EQ(sheet->Style(row, 2).fill.has_value(), row % 2 == 1) << "row " << row;
+
+    // Blocks whose address takes 256 characters, one too many: rows 3, 5, 7, 9 with 10, then 12, 14 to 68.
+    for (std::size_t row = 0; row < marked.rows.size(); ++row) {
+        const std::size_t shown = row + 3;
+        const bool marks = shown < 10 ? shown % 2 == 1 : shown % 2 == 0 && shown <= 68;
+        for (kv::SheetCell& cell : marked.rows[row]) cell.marked = marks;
+    }
+    EXPECT_EQ(callsFor(marked), plain + 6);
+}
+
+TEST_F(Office, ABlockHasAHundredThousandCellsAtMost) {
+    ASSERT_EQ(SheetTableWrite(PlainTable(50'000), File()), SheetExport::Written);
+    const long long blocks = Server().Calls("Range.Value2");
+    Server().Reset();
+    ASSERT_EQ(SheetTableWrite(PlainTable(50'001), File()), SheetExport::Written);
+    EXPECT_EQ(Server().Calls("Range.Value2"), blocks + 1);
 }
 
 TEST_F(Office, AnyFailingCallEndsTheApplication) {

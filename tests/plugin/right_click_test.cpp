@@ -1,14 +1,18 @@
 // Right-click entries: when they are installed, what the menus show, and for which selection.
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "host/command_table.h"
 #include "simulator/host/sim_host.h"
 #include "simulator/report/utf8.h"
 #include "support/arrange.h"
@@ -90,6 +94,23 @@ TEST(RightClickMenu, FirstPopupAddsFiveCommandsToTheActionMenu) {
         EXPECT_EQ(buttons[i].labelKey, expected[i].first);
         EXPECT_EQ(buttons[i].helpKey, expected[i].first + "_Help");
         EXPECT_EQ(buttons[i].command, host.State().screen.FindCommand(expected[i].first));
+    }
+}
+
+// What the menu registered first stays in force; where it could not, the right click brings its own rule.
+TEST(RightClickMenu, RegistersWhatTheMenuCouldNot) {
+    test::ChangeSetting(L"KvConfig.ini", L"RmbDisable", L"value", L"0");
+    const std::span<const kv::CommandRow> rows = kv::Commands();
+    const auto isolate = std::ranges::find(rows, std::string_view("KvIsolate"), &kv::CommandRow::name);
+    for (const bool fails : {false, true}) {
+        SimHost host(test::Unstarted());
+        if (fails) host.State().report.Arm(Fault{"ProCmdActionAdd", isolate - rows.begin() + 1});
+        host.Initialize();
+        RightClick(host);
+        const sim::Command* command = host.State().screen.FindCommand("KvIsolate");
+        ASSERT_NE(command, nullptr);
+        EXPECT_EQ(command->priority, fails ? uiProe2ndImmediate : uiProeImmediate);
+        EXPECT_EQ(host.State().screen.FindMenu("ActionMenu")->buttons.size(), 5u);
     }
 }
 

@@ -16,6 +16,7 @@
 #include "simulator/windows/desktop.h"
 #include "support/arrange.h"
 #include "support/plugin_home.h"
+#include "support/reports.h"
 
 namespace {
 
@@ -64,9 +65,9 @@ TEST_F(SingleExport, WritesEachSheetOfTheDrawingIntoItsOwnFile) {
         EXPECT_EQ(SheetIn(name + L".pdf"), sheet);
     }
     EXPECT_EQ(drawing->CurrentSheet(), 2);
-    EXPECT_EQ(host.Exported(L"轴-1.dwg")->options["VERSION"], "2000");
-    EXPECT_EQ(host.Exported(L"轴-1.pdf")->options["COLOR_DEPTH"], "2");
-    EXPECT_EQ(host.Exported(L"轴-1.pdf")->options["FONT_STROKE"], "0");
+    EXPECT_EQ(test::RecordOf(host, L"轴-1.dwg").options["VERSION"], "2000");
+    EXPECT_EQ(test::RecordOf(host, L"轴-1.pdf").options["COLOR_DEPTH"], "2");
+    EXPECT_EQ(test::RecordOf(host, L"轴-1.pdf").options["FONT_STROKE"], "0");
     EXPECT_EQ(Messages(host), Texts{});
 }
 
@@ -135,15 +136,15 @@ TEST_F(SingleExport, LeavesTheUsersTemporaryFileAlone) {
         EXPECT_EQ(test::ReadBytes(host.WorkingDirectory() / name), "mine");
     EXPECT_EQ(host.ExportedFiles(), (Texts{L"轴-1.pdf", L"轴-2.pdf"}));
 
-    // The first move fails; the second sheet is written all the same.
-    test::WriteBytes(host.WorkingDirectory() / L"轴-1.pdf", "earlier");
-    ASSERT_TRUE(sim::FailWindowsCall("MoveFileExW", 1, ERROR_ACCESS_DENIED));
+    // The second sheet cannot leave the temporary file, which goes all the same.
+    test::WriteBytes(host.WorkingDirectory() / L"轴-2.pdf", "earlier");
+    ASSERT_TRUE(sim::FailWindowsCall("MoveFileExW", 3, ERROR_ACCESS_DENIED));
     host.Run("KvExportPdf");
     sim::HealWindowsCalls();
-    EXPECT_EQ(host.ExportedFiles(), Texts{L"轴-2.pdf"});
-    EXPECT_EQ(test::ReadBytes(host.WorkingDirectory() / L"轴-1.pdf"), "earlier");
+    EXPECT_EQ(host.ExportedFiles(), Texts{L"轴-1.pdf"});
+    EXPECT_EQ(test::ReadBytes(host.WorkingDirectory() / L"轴-2.pdf"), "earlier");
     EXPECT_FALSE(fs::exists(host.WorkingDirectory() / "temp2.pdf"));
-    EXPECT_EQ(Messages(host), Texts{L"以下文件未能导出：\n轴-1.pdf"});
+    EXPECT_EQ(Messages(host), Texts{L"以下文件未能导出：\n轴-2.pdf"});
 }
 
 TEST_F(SingleExport, WritesTheModelAndSaysSo) {
@@ -151,14 +152,26 @@ TEST_F(SingleExport, WritesTheModelAndSaysSo) {
     host.Open(host.AddManufacturing(L"MFG", mould));
     EXPECT_EQ(host.Run("KvExportStp"), PRO_TK_NO_ERROR);
     EXPECT_EQ(host.ExportedFiles(), Texts{L"MOULD.stp"});
-    EXPECT_EQ(host.Exported("MOULD.stp")->format, "STEP");
+    EXPECT_EQ(test::RecordOf(host, "MOULD.stp").format, "STEP");
     ASSERT_EQ(host.State().user.messageArea.size(), 1u);
+    EXPECT_EQ(host.State().user.messageArea[0], L"STP模型已导出");
 
     host.State().disk.bytesLeft = 3;
     EXPECT_NE(host.Run("KvExportStp"), PRO_TK_NO_ERROR);
     EXPECT_EQ(host.ExportedFiles(), Texts{L"MOULD.stp"});
     EXPECT_EQ(host.State().user.messageArea.size(), 1u);
     EXPECT_EQ(Messages(host), Texts{L"以下文件未能导出：\nMOULD.stp"});
+}
+
+TEST_F(SingleExport, LeavesFoldersOfTheNameThatItUsesAlone) {
+    const std::wstring name = L"~kv" + std::to_wstring(GetCurrentProcessId());
+    const fs::path folder = test::MakeFolder(host, name);
+    test::WriteBytes(folder / "mine.txt", "mine");
+    host.Open(host.AddPart(L"=AXLE"));
+    EXPECT_EQ(host.Run("KvExportStp"), PRO_TK_NO_ERROR);
+    EXPECT_EQ(host.ExportedFiles(), Texts{L"=AXLE.stp"});
+    EXPECT_EQ(test::ReadBytes(folder / "mine.txt"), "mine");
+    EXPECT_EQ(test::LastReport(host).Done(L"文件"), Texts{L"'=AXLE.stp"}) << "no formula for a spreadsheet";
 }
 
 // ---- An assembly with its components
@@ -205,7 +218,7 @@ TEST_P(AssemblyExport, WritesEveryModelOnce) {
     Export();
     EXPECT_EQ(host.ExportedFiles(), Files({L"BOLT", L"PUMP", L"SUB"}));
     EXPECT_EQ(host.Calls("ProOutputFileMdlnameWrite") + host.Calls("ProIntf3DFileWrite"), 3);
-    const ExportRecord record = *host.Exported(Files({L"BOLT"})[0]);
+    const ExportRecord record = test::RecordOf(host, Files({L"BOLT"})[0]);
     EXPECT_EQ(record.format, GetParam().format);
     EXPECT_EQ(record.model, L"BOLT.prt");
     EXPECT_EQ(host.State().user.questions, Texts{GetParam().title});
@@ -231,6 +244,25 @@ TEST_P(AssemblyExport, NamesTheModelsThatFail) {
     ASSERT_EQ(Messages(host).size(), 2u);
     EXPECT_EQ(host.LastMessage(), GetParam().done);
     EXPECT_NE(Messages(host)[0].find(L"\nPUMP" + GetParam().extension), std::wstring::npos);
+}
+
+TEST_P(AssemblyExport, WritesNothingWhereTheHostStaysInItsDirectory) {
+    host.Open(pump);
+    host.AnswerFolder(folder.wstring());
+    host.State().report.Arm(Fault{"ProDirectoryChange", 1});
+    Export();
+    EXPECT_EQ(host.ExportedFiles(), Texts());
+    EXPECT_EQ(Messages(host).size(), 2u);
+}
+
+// What stayed in the scratch folder does not come with the next file.
+TEST_P(AssemblyExport, LeavesOutAFileThatCannotTakeItsPlace) {
+    host.Open(pump);
+    host.AnswerFolder(folder.wstring());
+    ASSERT_TRUE(sim::FailWindowsCall("MoveFileExW", 1, ERROR_ACCESS_DENIED));
+    Export();
+    EXPECT_EQ(host.ExportedFiles().size(), 2u);
+    EXPECT_TRUE(Messages(host)[0].starts_with(L"以下模型未能导出：\n"));
 }
 
 TEST_P(AssemblyExport, RefusesAPartAndEndsQuietlyWithoutAFolder) {
@@ -261,7 +293,7 @@ TEST(KvExIgs, AsksForWhatTheBoxesSay) {
     host.OnDialog("KvExIgs",
                   [](SimDialog& dialog) { dialog.Check("blankedCheck").Press("KvExIgsAct").Press("Close"); });
     EXPECT_EQ(host.Run("KvExIgs"), PRO_TK_NO_ERROR);
-    const ExportRecord record = *host.Exported("PUMP.igs");
+    const ExportRecord record = test::RecordOf(host, "PUMP.igs");
     const std::map<std::string, std::string> expected = {
         {"ASSEMBLY", "2"}, {"BLANKED", "yes"}, {"DATUMS", "no"}, {"FACETTED", "no"}, {"LAYER_IDS", "yes"}};
     EXPECT_EQ(record.options, expected);
