@@ -14,6 +14,7 @@ struct Benchmark {
 
 constexpr Benchmark kBenchmarks[] = {
     {"params", bench::BenchParams},
+    {"modeldata", bench::BenchModelData},
     {"bom", bench::BenchBom},
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
