@@ -15,9 +15,12 @@ namespace kv {
 ProError ConfigOptionGet(const wchar_t* option, std::wstring& value) {
     value.clear();
     HostArray<ProPath> values;
-    const ProError status = values.Received(ProConfigoptArrayGet(HostText(option), values.Receive()));
+    ProError status = values.Received(ProConfigoptArrayGet(HostText(option), values.Receive()));
     if (status == PRO_TK_E_NOT_FOUND) return PRO_TK_NO_ERROR;
-    if (!Failed(status) && !Items(values).empty()) value = *values.Get();
+    // A value that cannot be read must not pass for none: it could not be put back.
+    int count = 0;
+    if (!Failed(status)) status = ProArraySizeGet(values.Get(), &count);
+    if (!Failed(status) && count > 0) value = *values.Get();
     return status;
 }
 

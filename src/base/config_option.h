@@ -8,7 +8,7 @@
 namespace kv {
 
 // The first value of an option; empty for one that is not set. Errors: those of ProConfigoptArrayGet save
-// PRO_TK_E_NOT_FOUND.
+// PRO_TK_E_NOT_FOUND, and of counting the values.
 [[nodiscard]] ProError ConfigOptionGet(const wchar_t* option, std::wstring& value);
 
 // PRO_TK_LINE_TOO_LONG for a value that no option can have, else the errors of ProConfigoptSet.

@@ -131,6 +131,9 @@ constexpr Excuse kExcuses[] = {
     // Changing back is the plug-in's duty; that the host refuses it is not the plug-in's fault.
     {"ProDirectoryChange", "the working directory was left"},
     {"ProDrawingCurrentSheetSet", "was left on sheet"},
+    {"ProConfigoptSet", "a configuration option was left changed"},
+    // An option that the host says is not set goes back to an empty text.
+    {"ProConfigoptArrayGet", "a configuration option was left changed"},
     // The access rule answers "not available" to a mode that cannot be read, as it must.
     {"ProModeCurrentGet", "is not available"},
     // Every row is registered whatever became of the menu.
