@@ -12,6 +12,7 @@ struct Benchmark {
     void (*run)();
 };
 
+// clang-format off
 constexpr Benchmark kBenchmarks[] = {
     {"params", bench::BenchParams},
     {"modeldata", bench::BenchModelData},
@@ -19,6 +20,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
 };
+// clang-format on
 
 bool RunNamed(std::string_view name) {
     for (const Benchmark& benchmark : kBenchmarks) {

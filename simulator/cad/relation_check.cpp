@@ -200,6 +200,27 @@ class RelationReader {
 public:
     explicit RelationReader(const RelationNames& names) : names_(names) {}
 
+    void ReadAll(const std::vector<std::wstring>& lines) {
+        std::wstring text;
+        for (const std::wstring& line : lines) {
+            ++number_;
+            text += line;
+            const bool goesOn = text.ends_with(L'\\');
+            if (goesOn) {
+                text.back() = L' ';
+                continue;
+            }
+            Read(text);
+            text.clear();
+        }
+        if (!text.empty()) throw Fault("the line that goes on");
+        if (!open_.empty()) throw Fault("an ENDIF");
+    }
+    // Of the line that was read last, from 1.
+    std::size_t LineNumber() const { return number_; }
+    std::vector<std::wstring> TakeAssigned() { return std::move(assigned_); }
+
+private:
     void Read(std::wstring_view text) {
         LineReader line(text, names_, known_);
         if (line.AtEnd() || line.Take(L"/*")) return;
@@ -219,12 +240,6 @@ public:
         }
         line.ExpectEnd();
     }
-    void Close() const {
-        if (!open_.empty()) throw Fault("an ENDIF");
-    }
-    std::vector<std::wstring> TakeAssigned() { return std::move(assigned_); }
-
-private:
     void Assign(LineReader& line, const std::wstring& name, const std::wstring& upper) {
         if (name.empty()) throw Fault("a name at the beginning");
         if (LooksLikeDimension(upper) && !names_.isDimension(name))
@@ -236,6 +251,7 @@ private:
     }
 
     const RelationNames& names_;
+    std::size_t number_ = 0;
     std::vector<bool> open_;  // of each IF: its ELSE has come
     std::set<std::wstring> known_;
     std::vector<std::wstring> assigned_;
@@ -245,23 +261,10 @@ private:
 
 RelationReading ReadRelations(const std::vector<std::wstring>& lines, const RelationNames& names) {
     RelationReader reader(names);
-    std::size_t number = 0;
     try {
-        std::wstring text;
-        for (const std::wstring& line : lines) {
-            ++number;
-            text += line;
-            if (text.ends_with(L'\\')) {
-                text.back() = L' ';
-                continue;
-            }
-            reader.Read(text);
-            text.clear();
-        }
-        if (!text.empty()) throw Fault("the line that goes on");
-        reader.Close();
+        reader.ReadAll(lines);
     } catch (const Fault& fault) {
-        return {"line " + std::to_string(number) + ": expected " + fault.what(), {}};
+        return {"line " + std::to_string(reader.LineNumber()) + ": expected " + fault.what(), {}};
     }
     return {{}, reader.TakeAssigned()};
 }

@@ -109,7 +109,7 @@ static std::wstring ShowCurrentSystem() {
     ProUnitsystem system = {};
     ProError status = ProMdlCurrentGet(&model);
     if (!Failed(status)) status = ProMdlPrincipalunitsystemGet(model, &system);
-    const std::wstring name = Failed(status) ? std::wstring() : std::wstring(system.name);
+    std::wstring name = Failed(status) ? std::wstring() : std::wstring(system.name);
     InputTextSet(kDialog, kCurrentSystem, name);
     return name;
 }

@@ -61,7 +61,8 @@ struct Outcome {
     std::vector<std::wstring> files;   // exported ones, with the sheets that they hold
     std::vector<std::wstring> labels;  // of all menus
     std::vector<std::wstring> parameters;
-    std::wstring folder;  // where the host works in the end, from where it started
+    std::vector<std::wstring> data;  // relations, units, materials and bend tables
+    std::wstring folder;             // where the host works in the end, from where it started
 };
 
 // " 1 3" for a file of these sheets.
@@ -74,13 +75,20 @@ std::wstring SheetsIn(const SimHost& host, const std::wstring& file) {
 
 Outcome OutcomeOf(SimHost& host, const std::filesystem::path& start) {
     Outcome outcome = {
-        host.ExportedFiles(), {}, {}, host.WorkingDirectory().lexically_relative(start).wstring()};
+        host.ExportedFiles(), {}, {}, {}, host.WorkingDirectory().lexically_relative(start).wstring()};
     for (std::wstring& file : outcome.files) file += SheetsIn(host, file);
     for (const sim::MenuRow& row : host.State().screen.MenuRows()) outcome.labels.push_back(row.label);
     for (const sim::SimModel* model : host.State().models.All())
         for (const sim::ModelParameter& parameter : model->Parameters())
             outcome.parameters.push_back(model->Name() + L"." + parameter.name + L"=" +
                                          model->Parameter(parameter.name));
+    for (const sim::SimModel* model : host.State().models.All()) {
+        for (const auto kind : {sim::RelationKind::kOrdinary, sim::RelationKind::kPost})
+            for (const std::wstring& line : model->Relations(kind).lines)
+                outcome.data.push_back(model->Name() + L": " + line);
+        outcome.data.push_back(model->Name() + L": " + model->PrincipalUnits().name + L", " +
+                               model->CurrentMaterial() + L", " + model->BendTable());
+    }
     return outcome;
 }
 
@@ -212,6 +220,7 @@ TEST_P(FaultSweep, DocumentedHostGetsTheSameWorkDone) {
     EXPECT_EQ(documented.outcome.files, plain.outcome.files);
     EXPECT_EQ(documented.outcome.labels, plain.outcome.labels);
     EXPECT_EQ(documented.outcome.parameters, plain.outcome.parameters);
+    EXPECT_EQ(documented.outcome.data, plain.outcome.data);
     EXPECT_EQ(documented.outcome.folder, plain.outcome.folder);
 }
 
