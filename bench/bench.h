@@ -54,6 +54,7 @@ void PrintProblems(sim::SimHost& host);
 
 // ---- The benchmarks, in the order they are run
 void BenchParams();
+void BenchModelData();
 void BenchBom();
 void BenchWorkbook();
 void BenchDrawings();

@@ -12,12 +12,15 @@ struct Benchmark {
     void (*run)();
 };
 
+// clang-format off
 constexpr Benchmark kBenchmarks[] = {
     {"params", bench::BenchParams},
+    {"modeldata", bench::BenchModelData},
     {"bom", bench::BenchBom},
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
 };
+// clang-format on
 
 bool RunNamed(std::string_view name) {
     for (const Benchmark& benchmark : kBenchmarks) {

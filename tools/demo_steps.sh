@@ -203,6 +203,34 @@ for format in DWG DXF PDF STP IGS; do
 done
 [ "$(tail -n 1 "$work/out")" = "98 exported files" ] || fail "there are not 98 exported files"
 
+headline "Relations for all parts of our own: only lines that a part does not have yet are added"
+printf '  The user at the dialog, scripts/add_relations.user:\n\n'
+print scripts/add_relations.user
+printf '\n'
+hostsim --plugin plugin run KvRelations --workspace roller_conveyor --model roller_conveyor \
+    --user scripts/add_relations.user --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+start show leg_tube --workspace roller_conveyor
+sed -n '/^relations/,/^[^ r]/p' "$work/out" >"$work/shown"
+grep -q '毛重 = ceil(MASS' "$work/shown" || fail "leg_tube has no relations"
+printf '\n    leg_tube:\n'
+print "$work/shown"
+
+headline "A material for every part, a bend table for the sheet-metal parts, inches for all models"
+for command in SetMat:set_material SetBendTable:set_bend_table SetUnit:set_units; do
+    hostsim --plugin plugin run "${command%%:*}" --workspace roller_conveyor --model roller_conveyor \
+        --user "scripts/${command##*:}.user" --save
+    grep -v '^saved' "$work/out" >"$work/shown"
+    print "$work/shown"
+    printf '\n'
+done
+start show 左护罩 --workspace roller_conveyor
+grep -e '^units' -e '^material' -e '^bend table' "$work/out" >"$work/shown"
+[ "$(wc -l <"$work/shown")" -eq 3 ] || fail "左护罩 lacks some of it"
+printf '    左护罩:\n'
+print "$work/shown"
+
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \
     --user scripts/update_project_number.user --profile

@@ -169,6 +169,127 @@ std::wstring SimModel::Parameter(std::wstring_view name) const {
     return Wide(real);
 }
 
+// ---- Relations
+
+const RelationSet& SimModel::Relations(RelationKind kind) const {
+    return relations_[static_cast<std::size_t>(kind)];
+}
+
+SimModel& SimModel::SetRelations(std::vector<std::wstring> lines, RelationKind kind, bool exists) {
+    RelationSet& set = relations_[static_cast<std::size_t>(kind)];
+    MarkDriven(set.lines, false);
+    set = {exists, std::move(lines)};
+    MarkDriven(set.lines, true);
+    modified_ = true;
+    return *this;
+}
+
+SimModel& SimModel::AddDimension(std::wstring_view symbol, double value, bool isAngle) {
+    dimensions_.push_back({std::wstring(symbol), value, isAngle});
+    modified_ = true;
+    return *this;
+}
+
+const Dimension* SimModel::FindDimension(std::wstring_view symbol) const {
+    const std::wstring wanted = UpperName(symbol);
+    const auto found = std::ranges::find_if(
+        dimensions_, [&](const Dimension& dimension) { return UpperName(dimension.symbol) == wanted; });
+    return found == dimensions_.end() ? nullptr : &*found;
+}
+
+std::string SimModel::RelationFault(const std::vector<std::wstring>& lines) const {
+    return ReadRelations(lines, NamesForRelations()).fault;
+}
+
+RelationNames SimModel::NamesForRelations() const {
+    return {[this](std::wstring_view name) { return HasParameter(name); },
+            [this](std::wstring_view name) { return FindDimension(name) != nullptr; }};
+}
+
+void SimModel::MarkDriven(const std::vector<std::wstring>& lines, bool driven) {
+    for (const std::wstring& name : ReadRelations(lines, NamesForRelations()).assigned)
+        if (ModelParameter* parameter = FindParameter(name)) parameter->relationDriven = driven;
+}
+
+// ---- Units
+
+const UnitSystem* SimModel::FindUnitSystem(std::wstring_view name) const {
+    const std::wstring wanted = UpperName(name);
+    const auto found = std::ranges::find_if(
+        unitSystems_, [&](const UnitSystem& system) { return UpperName(system.name) == wanted; });
+    return found == unitSystems_.end() ? nullptr : &*found;
+}
+
+SimModel& SimModel::AddUnitSystem(UnitSystem system) {
+    unitSystems_.push_back(std::move(system));
+    modified_ = true;
+    return *this;
+}
+
+SimModel& SimModel::RemoveUnitSystem(std::wstring_view name) {
+    const UnitSystem principal = PrincipalUnits();
+    std::erase_if(unitSystems_, [&](const UnitSystem& system) {
+        return UpperName(system.name) == UpperName(name) && system != principal;
+    });
+    principalUnits_ =
+        static_cast<std::size_t>(std::ranges::find(unitSystems_, principal) - unitSystems_.begin());
+    modified_ = true;
+    return *this;
+}
+
+bool SimModel::SetPrincipalUnits(std::wstring_view name, bool sameSize) {
+    const UnitSystem* system = FindUnitSystem(name);
+    if (system == nullptr) return false;
+    if (sameSize) ScaleLengths(LengthFactor(PrincipalUnits(), *system));
+    principalUnits_ = static_cast<std::size_t>(system - unitSystems_.data());
+    modified_ = true;
+    return true;
+}
+
+void SimModel::ScaleLengths(double factor) {
+    if (factor == 1) return;
+    const auto scale = [factor](Vec3& point) {
+        point = {point.x * factor, point.y * factor, point.z * factor};
+    };
+    const auto scaleOrigin = [factor](Matrix& placement) {
+        for (std::size_t i = 0; i < 3; ++i) placement[3][i] *= factor;
+    };
+    for (Dimension& dimension : dimensions_)
+        if (!dimension.isAngle) dimension.value *= factor;
+    for (const auto& surface : surfaces_) {
+        scale(surface->box.minimum);
+        scale(surface->box.maximum);
+    }
+    for (CoordinateSystem& system : coordinateSystems_) scaleOrigin(system.placement);
+    for (Feature& feature : features_) scaleOrigin(feature.placement);
+}
+
+// ---- Materials
+
+void SimModel::AddMaterial(Material material) {
+    const std::wstring name = UpperName(material.name);
+    std::erase_if(materials_, [&](const Material& other) { return UpperName(other.name) == name; });
+    materials_.push_back(std::move(material));
+    modified_ = true;
+}
+
+const Material* SimModel::FindMaterial(std::wstring_view name) const {
+    const std::wstring wanted = UpperName(name);
+    const auto found = std::ranges::find_if(
+        materials_, [&](const Material& material) { return UpperName(material.name) == wanted; });
+    return found == materials_.end() ? nullptr : &*found;
+}
+
+void SimModel::SetCurrentMaterial(std::wstring_view name) {
+    currentMaterial_ = name;
+    modified_ = true;
+}
+
+void SimModel::SetBendTable(std::wstring_view name) {
+    bendTable_ = name;
+    modified_ = true;
+}
+
 // ---- Geometry
 
 SimModel& SimModel::AddSurface(const Box& box) {

@@ -13,6 +13,9 @@
 #include <variant>
 #include <vector>
 
+#include "simulator/cad/model_data.h"
+#include "simulator/cad/relation_check.h"
+
 namespace sim {
 
 // Values are the host's model type codes.
@@ -143,6 +146,39 @@ public:
     std::wstring Parameter(std::wstring_view name) const;
     const std::vector<ModelParameter>& Parameters() const { return parameters_; }
 
+    // ---- Relations and what they can name
+    const RelationSet& Relations(RelationKind kind = RelationKind::kOrdinary) const;
+    // Makes the set, or changes it; `exists` false takes it away. What its lines assign to is driven by them
+    // from then on.
+    SimModel& SetRelations(std::vector<std::wstring> lines, RelationKind kind = RelationKind::kOrdinary,
+                           bool exists = true);
+    SimModel& AddDimension(std::wstring_view symbol, double value, bool isAngle = false);
+    const Dimension* FindDimension(std::wstring_view symbol) const;
+    // Why the model does not take the lines; empty: it does.
+    std::string RelationFault(const std::vector<std::wstring>& lines) const;
+
+    // ---- Units
+    const std::vector<UnitSystem>& UnitSystems() const { return unitSystems_; }
+    // By name without regard to letter case; null: none.
+    const UnitSystem* FindUnitSystem(std::wstring_view name) const;
+    const UnitSystem& PrincipalUnits() const { return unitSystems_[principalUnits_]; }
+    SimModel& AddUnitSystem(UnitSystem system);
+    // The principal one stays.
+    SimModel& RemoveUnitSystem(std::wstring_view name);
+    // With `sameSize` all lengths are converted, else the numbers stay. False: no such system.
+    bool SetPrincipalUnits(std::wstring_view name, bool sameSize);
+
+    // ---- Materials (parts), and the bend table of sheet metal
+    // Adds it, or puts it in place of the one of that name.
+    void AddMaterial(Material material);
+    const Material* FindMaterial(std::wstring_view name) const;
+    const std::vector<Material>& Materials() const { return materials_; }
+    // Empty: none.
+    const std::wstring& CurrentMaterial() const { return currentMaterial_; }
+    void SetCurrentMaterial(std::wstring_view name);
+    const std::wstring& BendTable() const { return bendTable_; }
+    void SetBendTable(std::wstring_view name);
+
     // ---- Geometry (parts)
     SimModel& AddSurface(const Box& box);
     // Six faces of a block from the origin, in x, y, z.
@@ -216,6 +252,9 @@ private:
     SimModel& InsertFeature(Feature feature);
     void InsertFeatureWithId(Feature feature);
     void IndexParameters();
+    RelationNames NamesForRelations() const;
+    void MarkDriven(const std::vector<std::wstring>& lines, bool driven);
+    void ScaleLengths(double factor);
 
     std::wstring name_;
     ModelKind kind_;
@@ -226,6 +265,13 @@ private:
     int structureChanges_ = 0;
     std::vector<ModelParameter> parameters_;
     std::unordered_map<std::wstring, std::size_t> parameterIndex_;  // by upper-cased name
+    std::array<RelationSet, 2> relations_;                          // by kind
+    std::vector<Dimension> dimensions_;
+    std::vector<UnitSystem> unitSystems_ = StandardUnitSystems();
+    std::size_t principalUnits_ = kFirstUnitSystem;
+    std::vector<Material> materials_;
+    std::wstring currentMaterial_;
+    std::wstring bendTable_;
     std::vector<std::unique_ptr<SurfaceItem>> surfaces_;
     std::vector<CoordinateSystem> coordinateSystems_;
     std::vector<DrawingSheet> sheets_;

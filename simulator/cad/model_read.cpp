@@ -3,15 +3,13 @@
 #include "simulator/cad/model_file.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <optional>
 #include <set>
-#include <system_error>
 #include <utility>
 
 #include "simulator/cad/folder_index.h"
+#include "simulator/cad/json_file.h"
 #include "simulator/cad/json_node.h"
 #include "simulator/cad/model_words.h"
 #include "simulator/report/utf8.h"
@@ -48,58 +46,6 @@ std::pair<std::wstring, ModelKind> ReadModelName(const Node& node) {
     return {parts->name, parts->kind};
 }
 
-std::string ReadBytes(const fs::path& file, const std::string& label) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) throw std::system_error(std::make_error_code(std::errc::io_error), label);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
-
-// The way to the value at which reading breaks off, as the values before it lead there.
-std::string PlaceOfBreak(const std::string& bytes) {
-    struct Level {
-        bool isList = false;
-        std::size_t index = 0;
-        std::string key;
-    };
-    std::vector<Level> levels;
-    const auto follow = [&levels](int, Json::parse_event_t event, Json& parsed) {
-        using Event = Json::parse_event_t;
-        if (event == Event::object_start || event == Event::array_start)
-            levels.push_back({event == Event::array_start, 0, {}});
-        if (event == Event::object_end || event == Event::array_end) levels.pop_back();
-        if (event == Event::key) levels.back().key = parsed.get<std::string>();
-        const bool isWhole = event == Event::value || event == Event::object_end || event == Event::array_end;
-        if (isWhole && !levels.empty()) ++levels.back().index;
-        return true;
-    };
-    try {
-        [[maybe_unused]] const Json whole = Json::parse(bytes, follow);
-    } catch (const Json::exception&) {
-        // Expected: the levels now stand where it broke off.
-    }
-    std::string place;
-    for (const Level& level : levels) place += "/" + (level.isList ? std::to_string(level.index) : level.key);
-    return place.empty() ? "/" : place;
-}
-
-Json Parse(const std::string& bytes, const std::string& label) {
-    try {
-        return Json::parse(bytes);
-    } catch (const Json::out_of_range&) {
-        throw ModelFileError(label + ": " + PlaceOfBreak(bytes) +
-                             ": expected a number between -1.79e308 and 1.79e308");
-    } catch (const Json::parse_error& error) {
-        const std::size_t end = std::min(error.byte == 0 ? 0 : error.byte - 1, bytes.size());
-        const auto line =
-            1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(end), '\n');
-        // The library's own words, without its number and position.
-        std::string what = error.what();
-        if (const std::size_t dash = what.find(": syntax error"); dash != std::string::npos)
-            what = what.substr(dash + 2);
-        throw ModelFileError(label + ":" + std::to_string(line) + ": expected JSON: " + what);
-    }
-}
-
 }  // namespace
 
 class ModelReader {
@@ -113,6 +59,27 @@ public:
         root.Optional("generic", [&](const Node& node) { ReadGeneric(node); });
         root.Optional("familyColumns", [&](const Node& node) { ReadList(node, &ModelReader::ReadColumn); });
         root.Optional("features", [&](const Node& node) { ReadList(node, &ModelReader::ReadFeature); });
+        root.Optional("dimensions", [&](const Node& node) { ReadList(node, &ModelReader::ReadDimension); });
+        root.Optional("relations", [&](const Node& node) { ReadRelations(node, RelationKind::kOrdinary); });
+        root.Optional("postRelations", [&](const Node& node) { ReadRelations(node, RelationKind::kPost); });
+        root.Optional("unitSystems", [&](const Node& node) {
+            model_.unitSystems_.clear();
+            ReadList(node, &ModelReader::ReadUnitSystem);
+            if (model_.unitSystems_.empty()) node.Fail("at least one system");
+            model_.principalUnits_ = 0;
+        });
+        root.Optional("units", [&](const Node& node) {
+            if (!model_.SetPrincipalUnits(node.WideText(kLongestName), false))
+                node.Fail("a unit system of the model");
+        });
+        root.Optional("materials", [&](const Node& node) { ReadList(node, &ModelReader::ReadMaterial); });
+        root.Optional("material", [&](const Node& node) {
+            const std::wstring name = node.WideText(kLongestName);
+            if (model_.FindMaterial(name) == nullptr) node.Fail("a material of the model");
+            model_.SetCurrentMaterial(name);
+        });
+        root.Optional("bendTable",
+                      [&](const Node& node) { model_.SetBendTable(node.WideText(kLongestName)); });
         root.Optional("surfaces", [&](const Node& node) { ReadList(node, &ModelReader::ReadSurface); });
         root.Optional("coordinateSystems",
                       [&](const Node& node) { ReadList(node, &ModelReader::ReadSystem); });
@@ -238,6 +205,62 @@ private:
         return value.WideText(kLongestText);
     }
 
+    void ReadDimension(const Node& node) {
+        Entries entries(node);
+        Dimension dimension;
+        entries.Required("symbol", [&](const Node& symbol) {
+            dimension.symbol = symbol.WideText(kLongestName);
+            if (dimension.symbol.empty() || model_.FindDimension(dimension.symbol) != nullptr)
+                symbol.Fail("a symbol of its own");
+        });
+        entries.Required("value", [&](const Node& value) { dimension.value = value.Real(); });
+        entries.Optional("angle", [&](const Node& truth) { dimension.isAngle = truth.Truth(); });
+        entries.Close();
+        model_.dimensions_.push_back(std::move(dimension));
+    }
+
+    // As they are: what the host would refuse may stand in a file, and drives nothing.
+    void ReadRelations(const Node& list, RelationKind kind) {
+        RelationSet& set = model_.relations_[static_cast<std::size_t>(kind)];
+        set.exists = true;
+        list.ForEach([&](const Node& line) { set.lines.push_back(Wide(line.Text())); });
+    }
+
+    void ReadUnitSystem(const Node& node) {
+        Entries entries(node);
+        UnitSystem system;
+        entries.Required("name", [&](const Node& name) {
+            system.name = name.WideText(kLongestName);
+            if (system.name.empty() || model_.FindUnitSystem(system.name) != nullptr)
+                name.Fail("a name of its own");
+        });
+        const auto read = [&](std::string_view key, UnitQuantity quantity, std::wstring& unit) {
+            return entries.Optional(key, [&](const Node& name) {
+                unit = name.WideText(kLongestName);
+                const BasicUnit* found = FindBasicUnit(unit);
+                if (found == nullptr || found->quantity != quantity) name.Fail("a unit of the host for this");
+            });
+        };
+        if (!read("length", UnitQuantity::kLength, system.length)) node.Fail("the key \"length\"");
+        if (!read("time", UnitQuantity::kTime, system.time)) node.Fail("the key \"time\"");
+        read("temperature", UnitQuantity::kTemperature, system.temperature);
+        const bool hasMass = read("mass", UnitQuantity::kMass, system.mass);
+        if (hasMass == read("force", UnitQuantity::kForce, system.force))
+            node.Fail("either \"mass\" or \"force\"");
+        entries.Close();
+        model_.unitSystems_.push_back(std::move(system));
+    }
+
+    void ReadMaterial(const Node& node) {
+        Entries entries(node);
+        Material material;
+        entries.Required("name", [&](const Node& name) { material.name = name.WideText(kLongestName); });
+        entries.Optional("bendTable",
+                         [&](const Node& name) { material.bendTable = name.WideText(kLongestName); });
+        entries.Close();
+        model_.materials_.push_back(std::move(material));
+    }
+
     void ReadFeature(const Node& node) {
         Entries entries(node);
         Feature feature;
@@ -327,7 +350,7 @@ private:
 
 ModelFileContent ReadModelFile(const fs::path& file, std::wstring_view name, ModelKind kind) {
     const std::string label = Utf8(file.filename().wstring());
-    const Json json = Parse(ReadBytes(file, label), label);
+    const Json json = ReadJsonFile(file, label);
     const Node node(json, label);
     Entries root(node);
     root.Required("format", [](const Node& format) {

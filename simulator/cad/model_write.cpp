@@ -42,6 +42,7 @@ public:
         for (const std::wstring& column : model_.familyColumns_)
             root["familyColumns"].push_back(Utf8(column));
         for (const Feature& feature : model_.features_) root["features"].push_back(Write(feature));
+        WriteData(root);
         for (const auto& surface : model_.surfaces_)
             root["surfaces"].push_back({{"id", surface->id},
                                         {"minimum", Write(surface->box.minimum)},
@@ -65,6 +66,46 @@ public:
     }
 
 private:
+    void WriteData(Json& root) const {
+        for (const Dimension& dimension : model_.dimensions_) {
+            Json entry = {{"symbol", Utf8(dimension.symbol)}, {"value", Write(dimension.value)}};
+            if (dimension.isAngle) entry["angle"] = true;
+            root["dimensions"].push_back(std::move(entry));
+        }
+        WriteRelations(root, "relations", model_.Relations(RelationKind::kOrdinary));
+        WriteRelations(root, "postRelations", model_.Relations(RelationKind::kPost));
+        const bool isStandard = model_.unitSystems_ == StandardUnitSystems();
+        if (!isStandard)
+            for (const UnitSystem& system : model_.unitSystems_) root["unitSystems"].push_back(Write(system));
+        if (!isStandard || model_.principalUnits_ != kFirstUnitSystem)
+            root["units"] = Utf8(model_.PrincipalUnits().name);
+        for (const Material& material : model_.materials_) {
+            Json entry = {{"name", Utf8(material.name)}};
+            if (!material.bendTable.empty()) entry["bendTable"] = Utf8(material.bendTable);
+            root["materials"].push_back(std::move(entry));
+        }
+        if (!model_.currentMaterial_.empty()) root["material"] = Utf8(model_.currentMaterial_);
+        if (!model_.bendTable_.empty()) root["bendTable"] = Utf8(model_.bendTable_);
+    }
+
+    static void WriteRelations(Json& root, const char* key, const RelationSet& set) {
+        if (set.exists) root[key] = Json::array();
+        for (const std::wstring& line : set.lines) root[key].push_back(Utf8(line));
+    }
+
+    static Json Write(const UnitSystem& system) {
+        Json entry = {{"name", Utf8(system.name)}};
+        const auto write = [&entry](const char* key, const std::wstring& unit) {
+            if (!unit.empty()) entry[key] = Utf8(unit);
+        };
+        write("length", system.length);
+        write("mass", system.mass);
+        write("force", system.force);
+        write("time", system.time);
+        write("temperature", system.temperature);
+        return entry;
+    }
+
     [[noreturn]] void Fail(const std::string& what) const {
         throw ModelFileError(Label(model_) + ": cannot be written: " + what);
     }

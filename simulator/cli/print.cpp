@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "simulator/layout/picture.h"
 #include "simulator/report/utf8.h"
@@ -108,6 +109,21 @@ void PrintSheets(const SimModel& model) {
     }
 }
 
+// Relations, and whatever is not as in a new model.
+void PrintData(const SimModel& model) {
+    for (const auto& [kind, title] : {std::pair(RelationKind::kOrdinary, "relations"),
+                                      std::pair(RelationKind::kPost, "relations after regeneration")}) {
+        if (!model.Relations(kind).exists) continue;
+        std::printf("%s\n", title);
+        for (const std::wstring& line : model.Relations(kind).lines)
+            std::printf("  %s\n", Visible(line).c_str());
+    }
+    if (model.PrincipalUnits() != StandardUnitSystems()[kFirstUnitSystem])
+        std::printf("units %s\n", Utf8(model.PrincipalUnits().name).c_str());
+    if (!model.CurrentMaterial().empty()) std::printf("material %s\n", Utf8(model.CurrentMaterial()).c_str());
+    if (!model.BendTable().empty()) std::printf("bend table %s\n", Utf8(model.BendTable()).c_str());
+}
+
 }  // namespace
 
 std::string FileLabel(const SimModel& model) {
@@ -132,6 +148,7 @@ void PrintModel(const SimModel& model, int levels, bool withIds) {
         std::printf("  %s = %s%s%s\n", Utf8(parameter.name).c_str(),
                     Utf8(model.Parameter(parameter.name)).c_str(),
                     parameter.relationDriven ? "  (relation)" : "", parameter.locked ? "  (locked)" : "");
+    PrintData(model);
     PrintSheets(model);
     if (model.MfgAssembly() != nullptr) std::printf("assembly %s\n", FileLabel(*model.MfgAssembly()).c_str());
     if (model.Features().empty()) return;

@@ -28,6 +28,7 @@ void Session::BeAsDocumented() {
     strict.outputPathRefused = true;
     strict.bareProfileNameRefused = true;
     strict.pdfSheetRangeIsText = true;
+    strict.emptyRelationsRefused = true;
     strict.exportsLeaveLog = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;

@@ -38,6 +38,8 @@ struct Strictness {
     bool pdfHoldsAllSheets = true;
     // PDF option 29 is a text, as the documents have it, and refuses a choice of sheets; that is option 28.
     bool pdfSheetRangeIsText = false;
+    // ProRelsetRelationsSet refuses no lines at all (the documents have another call for that).
+    bool emptyRelationsRefused = false;
     // An export leaves a log beside its file.
     bool exportsLeaveLog = false;
 };

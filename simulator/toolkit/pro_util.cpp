@@ -184,10 +184,20 @@ void AppendPaths(Session& host, HostBlock* block, const std::vector<fs::path>& p
 
 // Options that the host has besides those that the session sets: the ones that commands may set.
 constexpr std::wstring_view kOptions[] = {
-    L"DWG_EXPORT_FORMAT",       L"DXF_EXPORT_FORMAT",  L"INTF2D_OUT_ACIS",
-    L"OVERRIDE_STORE_BACK",     L"PRO_FORMAT_DIR",     L"SAVE_OBJECTS",
-    L"START_MODEL_DIR",         L"TEMPLATE_DESIGNASM", L"TEMPLATE_DRAWING",
-    L"TEMPLATE_SHEETMETALPART", L"TEMPLATE_SOLIDPART",
+    L"DWG_EXPORT_FORMAT",
+    L"DXF_EXPORT_FORMAT",
+    L"INTF2D_OUT_ACIS",
+    L"MATERIAL_UPDATE_SMT_BEND_TABLE",
+    L"OVERRIDE_STORE_BACK",
+    L"PRO_FORMAT_DIR",
+    L"PRO_MATERIAL_DIR",
+    L"PRO_SHEET_MET_DIR",
+    L"SAVE_OBJECTS",
+    L"START_MODEL_DIR",
+    L"TEMPLATE_DESIGNASM",
+    L"TEMPLATE_DRAWING",
+    L"TEMPLATE_SHEETMETALPART",
+    L"TEMPLATE_SOLIDPART",
 };
 
 }  // namespace
@@ -216,6 +226,21 @@ ProError ProWstringFree(wchar_t* wstr) {
     static const CallSite kSite("ProWstringFree", {}, true);
     return Traced(kSite, {Place(wstr)},
                   [&](Session& host) { return FreeString(host, BlockKind::kString, wstr); });
+}
+
+ProError ProWstringproarrayFree(wchar_t** ws_array) {
+    static const CallSite kSite("ProWstringproarrayFree", {PRO_TK_BAD_INPUTS}, true);
+    return Traced(kSite, {ws_array}, [&](Session& host) -> ProError {
+        const HostBlock* block = host.memory.Find({BlockKind::kArray}, ws_array);
+        if (block == nullptr) return PRO_TK_BAD_INPUTS;
+        if (block->elementSize != sizeof(wchar_t*)) {
+            host.report.Violation("is given an array of something else than strings");
+            return PRO_TK_BAD_INPUTS;
+        }
+        for (std::size_t i = 0; i < block->count; ++i) host.memory.Release(BlockKind::kString, ws_array[i]);
+        host.memory.Release(BlockKind::kArray, ws_array);
+        return PRO_TK_NO_ERROR;
+    });
 }
 
 // ---- Directories

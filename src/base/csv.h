@@ -4,11 +4,16 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kv {
 
 // One row with its line end. A cell with a comma, a quote or a line end stands in quotes.
 std::wstring CsvLine(std::span<const std::wstring> cells);
+
+// The rows of a text that CsvLine has made, cell by cell. A last row without its line end is left out:
+// whoever wrote it did not get to its end.
+std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text);
 
 // A text that no spreadsheet takes for a formula: one that begins like a formula gets an apostrophe in front.
 std::wstring HarmlessCell(std::wstring text);

@@ -60,6 +60,10 @@ inline void SelectionsFree(ProSelection** selections) {
     ProSelectionarrayFree(*selections);
 }
 
+inline void WideTextsFree(wchar_t*** texts) {
+    ProWstringproarrayFree(*texts);
+}
+
 inline void WideTextFree(wchar_t** text) {
     ProWstringFree(*text);
 }
@@ -67,14 +71,15 @@ inline void WideTextFree(wchar_t** text) {
 template <typename T>
 using HostArray = HostHandle<T*, ArrayFree<T>>;
 using HostString = HostHandle<wchar_t*, WideTextFree>;
+using HostTexts = HostHandle<wchar_t**, WideTextsFree>;
 using SelectionArray = HostHandle<ProSelection*, SelectionsFree>;
 using GeometryData = HostHandle<ProGeomitemdata*, ProGeomitemdataFree>;
 
-// An empty array that grows as elements are added. Errors: those of ProArrayAlloc.
-template <typename T>
-[[nodiscard]] ProError ArrayAlloc(HostArray<T>& array) {
+// An array of `count` elements that grows as more are added. Errors: those of ProArrayAlloc.
+template <typename T, auto Free>
+[[nodiscard]] ProError ArrayAlloc(HostHandle<T*, Free>& array, int count = 0) {
     ProArray memory = nullptr;
-    const ProError status = ProArrayAlloc(0, sizeof(T), 1, &memory);
+    const ProError status = ProArrayAlloc(count, sizeof(T), 1, &memory);
     if (!Failed(status)) array.Reset(static_cast<T*>(memory));
     return status;
 }

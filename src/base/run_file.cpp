@@ -53,6 +53,16 @@ std::vector<std::wstring> RunFilesToDelete(std::vector<std::wstring> names, std:
     return names;
 }
 
+std::wstring NewestRunFile(const wchar_t* folder, const char* command) {
+    std::wstring path;
+    if (Failed(RunFolderGet(folder, path))) return {};
+    std::vector<std::wstring> names = FileNamesIn(path, (WideName(command) + L"_*" + kExtension).c_str());
+    std::erase_if(names, [](const std::wstring& name) { return StampOf(name).empty(); });
+    const auto newest = std::ranges::max_element(names, std::ranges::less(),
+                                                 [](const std::wstring& name) { return StampOf(name); });
+    return newest == names.end() ? std::wstring() : path + *newest;
+}
+
 RunFile::~RunFile() {
     if (file_ != nullptr) CloseHandle(file_);
 }

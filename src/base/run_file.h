@@ -17,11 +17,17 @@ namespace kv {
 // The folder of reports, for the functions below.
 inline constexpr wchar_t kReportFolder[] = L"reports";
 
+// The folder of relations as they were before a run.
+inline constexpr wchar_t kRelationFolder[] = L"relations";
+
 // Path of such a folder, with a backslash at its end; it is made when it is missing. PRO_TK_INVALID_DIR.
 [[nodiscard]] ProError RunFolderGet(const wchar_t* folder, std::wstring& path);
 
 // Which of the names in a folder may go: those made like the names of run files, but for the `kept` newest.
 std::vector<std::wstring> RunFilesToDelete(std::vector<std::wstring> names, std::size_t kept);
+
+// Path of the newest file of a command in such a folder; empty when there is none.
+std::wstring NewestRunFile(const wchar_t* folder, const char* command);
 
 // Owns a file that is written row by row, so that it is whole however the process ends.
 class RunFile {

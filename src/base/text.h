@@ -14,6 +14,7 @@ namespace kv {
 enum class CodePage : unsigned {
     ThreadAnsi = 3,  // CP_THREAD_ACP
     Chinese = 936,
+    Utf8 = 65001,
 };
 
 // The toolkit takes its inputs without const and leaves them alone; only these two drop it.

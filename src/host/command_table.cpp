@@ -59,6 +59,10 @@
 #include "host/not_available.h"
 #include "params/kv_mdl_count.h"
 #include "params/kv_params.h"
+#include "params/kv_relations.h"
+#include "params/set_bend_table.h"
+#include "params/set_mat.h"
+#include "params/set_unit.h"
 #include "settings/kv_config.h"
 #include "ui/prompt.h"
 
@@ -82,16 +86,16 @@ static constexpr CommandRow CommandTable[] = {
     {"KvTransparent",         HostAction<NotAvailable>,   "KvTransparent_Help",         "KvTransparent.png",         AccessModel,   true},
     {"SurfTransparent",       HostAction<NotAvailable>,   "SurfTransparent_Help",       "SurfTransparent.png",       AccessModel,   true},
     {"BoxSel",                HostAction<NotAvailable>,   "BoxSel_Help",                "BoxSel.png",                AccessSolid,   true},
-    {"SetMat",                HostAction<NotAvailable>,   "SetMat_Help",                "SetMat.png",                AccessPart,    true},
-    {"SetBendTable",          HostAction<NotAvailable>,   "SetBendTable_Help",          "SetBendTable.png",          AccessPart,    true},
+    {"SetMat",                HostAction<SetMat>,         "SetMat_Help",                "SetMat.png",                AccessPart,    true},
+    {"SetBendTable",          HostAction<SetBendTable>,   "SetBendTable_Help",          "SetBendTable.png",          AccessPart,    true},
     {"SameScale",             HostAction<NotAvailable>,   "SameScale_Help",             "SameScale.png",             AccessDrawing, true},
     {"KvIsolate",             HostAction<NotAvailable>,   "KvIsolate_Help",             "KvIsolate.png",             AccessSolid,   true},
     {"KvHideReverse",         HostAction<NotAvailable>,   "KvHideReverse_Help",         "KvHideReverse.png",         AccessSolid,   true},
     {"KvShowAllComp",         HostAction<NotAvailable>,   "KvShowAllComp_Help",         "KvShowAllComp.png",         AccessSolid,   true},
     {"KvNormalView",          HostAction<NotAvailable>,   "KvNormalView_Help",          "KvNormalView.png",          AccessAlways,  true},
     {"KvParams",              HostAction<KvParams>,       "KvParams_Help",              "KvParams.png",              AccessSolid,   true},
-    {"KvRelations",           HostAction<NotAvailable>,   "KvRelations_Help",           "KvRelations.png",           AccessSolid,   true},
-    {"SetUnit",               HostAction<NotAvailable>,   "SetUnit_Help",               "SetUnit.png",               AccessPart,    true},
+    {"KvRelations",           HostAction<KvRelations>,    "KvRelations_Help",           "KvRelations.png",           AccessSolid,   true},
+    {"SetUnit",               HostAction<SetUnit>,        "SetUnit_Help",               "SetUnit.png",               AccessPart,    true},
     {"CloneComp",             HostAction<NotAvailable>,   "CloneComp_Help",             "CloneComp.png",             AccessSolid,   true},
     {"CloneAndReplace",       HostAction<NotAvailable>,   "CloneAndReplace_Help",       "CloneAndReplace.png",       AccessSolid,   true},
     {"KvMerge",               HostAction<NotAvailable>,   "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},

@@ -20,6 +20,11 @@ ProError ModelNameGet(ProMdl model, std::wstring& name) {
     return status;
 }
 
+bool IsSheetmetal(ProMdl part) {
+    ProMdlsubtype subtype = PROMDLSTYPE_NONE;
+    return !Failed(ProMdlSubtypeGet(part, &subtype)) && subtype == PROMDLSTYPE_PART_SHEETMETAL;
+}
+
 ProError ModelDataGet(ProMdl model, ModelData& data) {
     ProError status = ModelNameGet(model, data.name);
     if (Failed(status)) return status;

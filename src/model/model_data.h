@@ -17,6 +17,9 @@ struct ModelData {
 // Name without extension, of any length. Errors: those of ProMdlMdlnameGet.
 [[nodiscard]] ProError ModelNameGet(ProMdl model, std::wstring& name);
 
+// Whether a part is of sheet metal; false for any other model.
+bool IsSheetmetal(ProMdl part);
+
 // Errors: the first of the host's; PRO_TK_LINE_TOO_LONG for a name of more than 80 characters or an
 // extension of more than 10.
 [[nodiscard]] ProError ModelDataGet(ProMdl model, ModelData& data);

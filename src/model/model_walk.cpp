@@ -15,6 +15,7 @@
 
 #include "base/host_callback.h"
 #include "base/status.h"
+#include "model/model_data.h"
 #include "ui/message_box.h"
 
 namespace kv {
@@ -61,7 +62,7 @@ static void RepeatGathered(Walk& walk, const KnownModel& known);
 
 ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result, FeatureList features) {
     ProError status = ArrayAlloc(result.components);
-    if (Failed(status)) return ShowFailure(kArrayAllocError, status);
+    if (Failed(status)) return ShowFailure(kArrayAllocError, PRO_TK_OUT_OF_MEMORY);
     status = Guarded([&] { return WalkFrom(top, variant, features, result); });
     return status == PRO_TK_OUT_OF_MEMORY ? ShowFailure(kArrayAllocError, status) : status;
 }
@@ -148,9 +149,7 @@ static bool IsKept(WalkVariant variant, ProMdl model, ProMdlType type) {
     if (variant == CollectAllComponents) return true;
     if (variant == CollectSubassemblies) return type == PRO_MDL_ASSEMBLY;
     if (type != PRO_MDL_PART) return false;
-    if (variant == CollectPartComponents) return true;
-    ProMdlsubtype subtype = PROMDLSTYPE_NONE;
-    return !Failed(ProMdlSubtypeGet(model, &subtype)) && subtype == PROMDLSTYPE_PART_SHEETMETAL;
+    return variant == CollectPartComponents || IsSheetmetal(model);
 }
 
 // Adds what is below a placement of an assembly. Only a lack of memory ends the whole walk.

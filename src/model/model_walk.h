@@ -65,7 +65,8 @@ enum class FeatureList { Left, Made };
 //
 // Cost       at most 5 host calls for each component feature, one or two for each model, none for what is
 //            below a repeated sub-assembly
-// Errors     of allocating the list and PRO_TK_OUT_OF_MEMORY, which are also shown; of visiting `top`
+// Errors     PRO_TK_OUT_OF_MEMORY, also for a list that the host does not allocate, which is shown as well;
+//            those of visiting `top`
 [[nodiscard]] ProError ModelWalk(ProMdl top, WalkVariant variant, WalkResult& result,
                                  FeatureList features = FeatureList::Left);
 

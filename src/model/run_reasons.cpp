@@ -29,6 +29,14 @@ static constexpr ReasonRow kReasons[] = {
     {kStepOutline,       PRO_TK_CANT_ACCESS,        L"曲面无法读取，原参数值未改动，可能已过时"},
     {kStepOutline,       PRO_TK_GENERAL_ERROR,      L"曲面无法读取，原参数值未改动，可能已过时"},
     {kStepOutline,       PRO_TK_MULTIBODY_UNSUPPORTED, L"多实体零件的曲面无法读取，原参数值未改动，可能已过时"},
+    {kStepFindModel,     PRO_TK_E_NOT_FOUND,        L"当前模型中没有此模型"},
+    {kStepNewRelations,  PRO_TK_E_FOUND,            L"模型已有初始关系，主程序不能新建再生后关系"},
+    {kStepWriteRelations, PRO_TK_GENERAL_ERROR,     L"主程序不接受这些关系：语法有误，或用到了模型中没有的参数或尺寸"},
+    {kStepWriteRelations, PRO_TK_BAD_INPUTS,        L"模型中没有所选类型的关系，或主程序不接受这些关系"},
+    {kStepUnits,         PRO_TK_E_NOT_FOUND,        L"模型中没有此单位制"},
+    {kStepReadMaterial,  PRO_TK_E_NOT_FOUND,        L"找不到材料文件"},
+    {kStepReadMaterial,  PRO_TK_INVALID_FILE,       L"材料文件内容有误"},
+    {kStepBendTable,     PRO_TK_CANT_OPEN,          L"折弯表文件无法打开"},
     {kStepDrawing,       PRO_TK_E_NOT_FOUND,        L"没有同名工程图"},
     {kStepSheetSize,     PRO_TK_E_NOT_FOUND,        L"没有同名工程图，参数未改动"},
     {kStepFileName,      PRO_TK_E_FOUND,            L"本次操作已写出同名文件"},
@@ -52,6 +60,7 @@ static constexpr ReasonRow kReasons[] = {
     {nullptr,            PRO_TK_NO_PERMISSION,      L"没有权限"},
     {nullptr,            PRO_TK_CANT_ACCESS,        L"无法读取"},
     {nullptr,            PRO_TK_NOT_VALID,          L"给出的值无效"},
+    {nullptr,            PRO_TK_INVALID_FILE,       L"文件内容有误"},
     {nullptr,            PRO_TK_NO_LICENSE,         L"缺少许可证"},
 };
 // clang-format on

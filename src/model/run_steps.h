@@ -14,6 +14,13 @@ inline constexpr wchar_t kStepSetParameter[] = L"更新参数";
 inline constexpr wchar_t kStepDropParameter[] = L"删除参数";
 inline constexpr wchar_t kStepOutline[] = L"写入外形尺寸";
 inline constexpr wchar_t kStepSheetSize[] = L"写入图幅";
+inline constexpr wchar_t kStepFindModel[] = L"查找模型";
+inline constexpr wchar_t kStepReadRelations[] = L"读取关系";
+inline constexpr wchar_t kStepNewRelations[] = L"新建关系集";
+inline constexpr wchar_t kStepWriteRelations[] = L"写入关系";
+inline constexpr wchar_t kStepUnits[] = L"设置单位制";
+inline constexpr wchar_t kStepReadMaterial[] = L"读取材料文件";
+inline constexpr wchar_t kStepBendTable[] = L"应用折弯表";
 inline constexpr wchar_t kStepDrawing[] = L"检索工程图";
 inline constexpr wchar_t kStepFileName[] = L"确定文件名";
 

@@ -18,7 +18,7 @@
 #include "model/current_model.h"
 #include "model/model_batch.h"
 #include "model/parameter.h"
-#include "model/refusals.h"
+#include "params/model_choice.h"
 #include "params/outline.h"
 #include "params/parameter_value.h"
 #include "params/sheet_size.h"
@@ -77,13 +77,6 @@ struct ParameterRequest {
     std::wstring value;
 };
 
-// Which models a half of the dialog works on.
-struct ModelChoice {
-    const char* group;
-    const char* excluded;
-    bool blanksCount;  // a prefix may contain a blank
-    MessageBoxForm show;
-};
 static constexpr ModelChoice kNamedModels = {kTypeChoice, kExcluded, true, ShowMessage};
 static constexpr ModelChoice kDerivedModels = {kDerivedTypeChoice, kDerivedExcluded, false, ShowInformation};
 
@@ -107,7 +100,6 @@ static void ApplyValue(ParamsDialog& dialog, const wchar_t* step, ValueWork work
 static ProError RequestGet(ParameterRequest& request);
 static ProError NameGet(const char* component, std::wstring& name);
 static ProError RequestValueGet(const ParameterRequest& request, ProParamvalue& value);
-static ProError ModelsCollect(ModelChoice choice, ModelBatch& batch);
 static ProError OutlineTaskGet(OutlineTask& task);
 static void ShowChange(const BatchRun& run, ProMdl model, ParamsDialog& dialog);
 static void ShowDerived(const BatchRun& run, const wchar_t* done, ProMdl model, ParamsDialog& dialog);
@@ -154,7 +146,8 @@ static void OnDelete(ParamsDialog& dialog) {
     SaveSettings(dialog);
     ModelBatch batch;
     std::wstring name;
-    if (Failed(ModelsCollect(kNamedModels, batch)) || Failed(NameGet(kParameterName, name))) return;
+    if (Failed(ChosenModelsNeed(kDialog, kNamedModels, batch)) || Failed(NameGet(kParameterName, name)))
+        return;
 
     BatchRun run(kDialog, batch.models.size());
     ForEachModel(batch, run, kStepDropParameter,
@@ -167,7 +160,7 @@ static void OnOutline(ParamsDialog& dialog) {
     ModelBatch batch;
     OutlineTask task;
     if (Failed(CurrentAssemblyGet(kNoAssembly, batch.current, ShowInformation))) return;
-    if (Failed(ModelsCollect(kDerivedModels, batch)) || Failed(OutlineTaskGet(task))) return;
+    if (Failed(ChosenModelsNeed(kDialog, kDerivedModels, batch)) || Failed(OutlineTaskGet(task))) return;
 
     BatchRun run(kDialog, batch.models.size());
     ForEachModel(batch, run, kStepOutline,
@@ -181,7 +174,9 @@ static void OnSheetSize(ParamsDialog& dialog) {
     ProMdlType type = PRO_MDL_UNUSED;
     if (Failed(CurrentModelGet(batch.current, type)) || type != PRO_MDL_ASSEMBLY) return;
     std::wstring parameter;
-    if (Failed(ModelsCollect(kDerivedModels, batch)) || Failed(NameGet(kSheetSizeName, parameter))) return;
+    if (Failed(ChosenModelsNeed(kDialog, kDerivedModels, batch)) ||
+        Failed(NameGet(kSheetSizeName, parameter)))
+        return;
 
     BatchRun run(kDialog, batch.models.size());
     ForEachModel(batch, run, kStepSheetSize, [&parameter](ProMdl model, const std::wstring& name) {
@@ -204,7 +199,7 @@ static void ApplyValue(ParamsDialog& dialog, const wchar_t* step, ValueWork work
     ModelBatch batch;
     ParameterRequest request;
     ProParamvalue value = {};
-    if (Failed(ModelsCollect(kNamedModels, batch)) || Failed(RequestGet(request))) return;
+    if (Failed(ChosenModelsNeed(kDialog, kNamedModels, batch)) || Failed(RequestGet(request))) return;
     if (Failed(RequestValueGet(request, value))) return;
 
     BatchRun run(kDialog, batch.models.size());
@@ -239,24 +234,6 @@ static ProError RequestValueGet(const ParameterRequest& request, ProParamvalue& 
     const ProError status = ParameterValueFromText(request.type, request.value, value);
     if (status == PRO_TK_LINE_TOO_LONG) return ShowFailure(kValueTooLong, status);
     return Failed(status) ? ShowFailure(kValueOutOfRange, status) : status;
-}
-
-// The models below the batch's current one, or below the one that is current in the host. An unreadable
-// prefix field stops the button: models that are to be kept out must not get in.
-static ProError ModelsCollect(ModelChoice choice, ModelBatch& batch) {
-    ProMdlType type = PRO_MDL_ASSEMBLY;
-    std::wstring excluded;
-    ProError status = batch.current == nullptr ? CurrentSolidGet(batch.current, type) : PRO_TK_NO_ERROR;
-    if (!Failed(status)) status = InputTextGet(kDialog, choice.excluded, excluded);
-    if (!Failed(status))
-        status = BatchModelsCollect(batch.current, type, RadioChoice(kDialog, choice.group), batch);
-    if (Failed(status)) return status;
-    if (batch.models.empty()) {
-        choice.show(kNoSuitableComponents);
-        return PRO_TK_E_NOT_FOUND;
-    }
-    batch.excluded = PrefixListFromText(choice.blanksCount ? excluded : WithoutBlanks(excluded));
-    return PRO_TK_NO_ERROR;
 }
 
 static ProError OutlineTaskGet(OutlineTask& task) {

@@ -14,7 +14,7 @@
 
 #include <ProUtil.h>
 
-#include "base/host_handle.h"
+#include "base/config_option.h"
 #include "base/run_file.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -119,13 +119,12 @@ static void OnPickTemplate(const char* component) {
     if (row == std::end(kTemplates)) return;
 
     // Without the option the choice starts in the working directory.
-    HostArray<ProPath> folders;
-    const ProError status =
-        folders.Received(ProConfigoptArrayGet(HostText(kFormatFolderOption), folders.Receive()));
-    const bool known = !Failed(status) && !Items(folders).empty();
+    std::wstring folder;
+    const bool known = !Failed(ConfigOptionGet(kFormatFolderOption, folder)) && !folder.empty();
     ProPath file = {};
-    const ProError chosen = ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr,
-                                               nullptr, known ? *folders.Get() : nullptr, nullptr, file);
+    const ProError chosen =
+        ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr, nullptr,
+                           known ? HostText(folder.c_str()) : nullptr, nullptr, file);
     if (Failed(chosen)) return;
     if (std::wcslen(file) > kLongestSetting) {
         ShowMessage(kPathTooLong);

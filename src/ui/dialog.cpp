@@ -14,6 +14,7 @@
 #include <ProUIPushbutton.h>
 #include <ProUIRadiogroup.h>
 #include <ProUITable.h>
+#include <ProUITextarea.h>
 
 #include "base/host_handle.h"
 #include "base/scope_exit.h"
@@ -85,6 +86,18 @@ std::wstring InputText(const char* dialog, const char* component) {
 
 void InputTextSet(const char* dialog, const char* component, const std::wstring& text) {
     ProUIInputpanelValueSet(HostName(dialog), HostName(component), HostText(text.c_str()));
+}
+
+ProError AreaTextGet(const char* dialog, const char* component, std::wstring& text) {
+    HostString value;
+    const ProError status =
+        value.Received(ProUITextareaValueGet(HostName(dialog), HostName(component), value.Receive()));
+    text = Failed(status) ? std::wstring() : TextOf(value);
+    return status;
+}
+
+void AreaTextSet(const char* dialog, const char* component, const std::wstring& text) {
+    ProUITextareaValueSet(HostName(dialog), HostName(component), HostText(text.c_str()));
 }
 
 ProError OptionLabelGet(const char* dialog, const char* component, std::wstring& label) {

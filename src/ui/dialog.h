@@ -32,6 +32,11 @@ template <DialogData Data>
 std::wstring InputText(const char* dialog, const char* component);
 void InputTextSet(const char* dialog, const char* component, const std::wstring& text);
 
+// Text of a text area, its lines divided by line feeds. Errors: those of ProUITextareaValueGet; `text` is
+// then empty.
+[[nodiscard]] ProError AreaTextGet(const char* dialog, const char* component, std::wstring& text);
+void AreaTextSet(const char* dialog, const char* component, const std::wstring& text);
+
 // Label of the chosen option. Errors: those of ProUIOptionmenuValueGet; `label` is then empty.
 [[nodiscard]] ProError OptionLabelGet(const char* dialog, const char* component, std::wstring& label);
 void OptionLabelSet(const char* dialog, const char* component, const std::wstring& label);

@@ -65,7 +65,8 @@ struct Outcome {
     std::vector<std::wstring> files;   // exported ones, with the sheets that they hold
     std::vector<std::wstring> labels;  // of all menus
     std::vector<std::wstring> parameters;
-    std::wstring folder;  // where the host works in the end, from where it started
+    std::vector<std::wstring> data;  // relations, units, materials and bend tables
+    std::wstring folder;             // where the host works in the end, from where it started
 };
 
 // " 1 3" for a file of these sheets.
@@ -78,13 +79,20 @@ std::wstring SheetsIn(const SimHost& host, const std::wstring& file) {
 
 Outcome OutcomeOf(SimHost& host, const std::filesystem::path& start) {
     Outcome outcome = {
-        host.ExportedFiles(), {}, {}, host.WorkingDirectory().lexically_relative(start).wstring()};
+        host.ExportedFiles(), {}, {}, {}, host.WorkingDirectory().lexically_relative(start).wstring()};
     for (std::wstring& file : outcome.files) file += SheetsIn(host, file);
     for (const sim::MenuRow& row : host.State().screen.MenuRows()) outcome.labels.push_back(row.label);
     for (const sim::SimModel* model : host.State().models.All())
         for (const sim::ModelParameter& parameter : model->Parameters())
             outcome.parameters.push_back(model->Name() + L"." + parameter.name + L"=" +
                                          model->Parameter(parameter.name));
+    for (const sim::SimModel* model : host.State().models.All()) {
+        for (const auto kind : {sim::RelationKind::kOrdinary, sim::RelationKind::kPost})
+            for (const std::wstring& line : model->Relations(kind).lines)
+                outcome.data.push_back(model->Name() + L": " + line);
+        outcome.data.push_back(model->Name() + L": " + model->PrincipalUnits().name + L", " +
+                               model->CurrentMaterial() + L", " + model->BendTable());
+    }
     return outcome;
 }
 
@@ -137,6 +145,9 @@ constexpr Excuse kExcuses[] = {
     // Changing back is the plug-in's duty; that the host refuses it is not the plug-in's fault.
     {"ProDirectoryChange", "the working directory was left", true},
     {"ProDrawingCurrentSheetSet", "was left on sheet", true},
+    {"ProConfigoptSet", "a configuration option was left changed", true},
+    // An option that the host says is not set goes back to an empty text.
+    {"ProConfigoptArrayGet", "a configuration option was left changed", false},
     // The access rule answers "not available" to a mode that cannot be read, as it must.
     {"ProModeCurrentGet", "is not available", false},
     // Every row is registered whatever became of the menu.
@@ -225,6 +236,7 @@ TEST_P(FaultSweep, DocumentedHostGetsTheSameWorkDone) {
     EXPECT_EQ(documented.outcome.files, plain.outcome.files);
     EXPECT_EQ(documented.outcome.labels, plain.outcome.labels);
     EXPECT_EQ(documented.outcome.parameters, plain.outcome.parameters);
+    EXPECT_EQ(documented.outcome.data, plain.outcome.data);
     EXPECT_EQ(documented.outcome.folder, plain.outcome.folder);
 }
 

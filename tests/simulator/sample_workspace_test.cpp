@@ -134,6 +134,10 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
         {"bom_lists", "KvBom"},
         {"bom_export", "KvBom"},
         {"export_drawings", "KvExport"},
+        {"add_relations", "KvRelations"},
+        {"set_material", "SetMat"},
+        {"set_bend_table", "SetBendTable"},
+        {"set_units", "SetUnit"},
     };
     Names played = {"open_drawing.user"};  // it has a test of its own
     for (const auto& [script, command] : plays) {
@@ -155,6 +159,11 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
     EXPECT_EQ(value(L"std_iso4762_m6x20", ModelKind::kPart, L"项目号"), "");
     EXPECT_EQ(value(L"左护罩", ModelKind::kPart, L"表面处理"), "喷塑 RAL 9006");
     EXPECT_EQ(value(L"roller_tube", ModelKind::kPart, L"表面处理"), "镀锌");
+    const SimModel& guard = *host.Retrieve(L"左护罩", ModelKind::kPart);
+    EXPECT_EQ(guard.Relations().lines.size(), 2u);
+    EXPECT_EQ(Utf8(guard.CurrentMaterial()), "q235b");
+    EXPECT_EQ(Utf8(guard.BendTable()), "steel_k045");
+    EXPECT_EQ(Utf8(top->PrincipalUnits().name), "Inch Pound Second (IPS)");
     // The overall size shows that the placements, turned ones among them, fit together.
     EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"外形尺寸"), "1200×823×750");
     EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"图幅"), "A1,A3,A3");

@@ -47,6 +47,7 @@ std::vector<Scenario> HostScenarios();
 std::vector<Scenario> SettingsScenarios();
 std::vector<Scenario> FolderScenarios();
 std::vector<Scenario> ParamsScenarios();
+std::vector<Scenario> ModelDataScenarios();
 std::vector<Scenario> BomScenarios();
 std::vector<Scenario> ExportScenarios();
 

@@ -10,4 +10,7 @@ typedef wchar_t* ProWstring;
 // Frees one wide string that a toolkit function gave out. GENERAL_ERROR.
 ProError ProWstringFree(wchar_t* wstr);
 
+// Frees a ProArray of wide strings with its members. BAD_INPUTS.
+ProError ProWstringproarrayFree(wchar_t** ws_array);
+
 PRO_END_C_DECLS
