@@ -17,6 +17,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"bom", bench::BenchBom},
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
+    {"scales", bench::BenchScales},
 };
 
 bool RunNamed(std::string_view name) {
