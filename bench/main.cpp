@@ -13,11 +13,8 @@ struct Benchmark {
 };
 
 constexpr Benchmark kBenchmarks[] = {
-    {"params", bench::BenchParams},
-    {"bom", bench::BenchBom},
-    {"workbook", bench::BenchWorkbook},
-    {"drawings", bench::BenchDrawings},
-    {"scales", bench::BenchScales},
+    {"params", bench::BenchParams},     {"bom", bench::BenchBom},       {"workbook", bench::BenchWorkbook},
+    {"drawings", bench::BenchDrawings}, {"scales", bench::BenchScales},
 };
 
 bool RunNamed(std::string_view name) {

@@ -121,7 +121,7 @@ enum class ViewType {
 
 struct DrawingView {
     int id = 0;
-    int sheet = 1;  // 1-based
+    int sheet = 1;                // 1-based
     SimModel* model = nullptr;    // null also in a template, which shows whatever is drawn from it
     std::optional<double> scale;  // its own scale, else its parent's or that of its model on the sheet
     std::wstring name;

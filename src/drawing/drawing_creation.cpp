@@ -8,7 +8,6 @@
 #include "drawing/drawing_creation.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <iterator>
 
 #include <ProUtil.h>

@@ -55,17 +55,20 @@ static constexpr double kTolerance = 1e-7;
 // A longer list would not fit on the screen.
 static constexpr std::size_t kListedSheets = 40;
 
-// A drawing while it is checked, and what was found in all of them.
+// What was found in all drawings so far.
 struct Check {
     BatchRun& run;
-    std::vector<std::wstring> found = {};  // a line for each sheet
+    std::wstring lines = {};  // one for each sheet, as many as are shown
+    std::size_t sheets = 0;
 };
 
+// A drawing while it is checked.
 struct CheckedDrawing {
     ProDrawing drawing = nullptr;
     std::wstring file;                        // name of its file
     std::wstring name;                        // read when it is needed
     std::vector<std::vector<ProView>> views;  // by sheet
+    bool agrees = true;
 };
 
 // The scales of a main view.
@@ -78,7 +81,7 @@ static void CheckFile(const std::wstring& file, Check& check);
 static ProError DrawingGet(CheckedDrawing& checked, const wchar_t*& step);
 static ProError ViewsBySheetGet(CheckedDrawing& checked);
 static void CheckSheet(CheckedDrawing& checked, int sheet, Check& check);
-static bool CheckView(const CheckedDrawing& checked, ProView view, int sheet, BatchRun& run);
+static bool Differs(const CheckedDrawing& checked, ProView view, int sheet, RunEntry& entry);
 static ProError ScalesGet(ProDrawing drawing, ProView view, int sheet, MainScales& scales);
 static bool AreSame(double one, double other);
 static std::wstring ScalesNote(int sheet, const MainScales& scales);
@@ -115,11 +118,13 @@ static void CheckFile(const std::wstring& file, Check& check) {
         const int sheet = static_cast<int>(i) + 1;
         const ProError turned = turn.To(sheet);
         if (Failed(turned)) {
+            checked.agrees = false;
             check.run.Add({file, kStepSheet, turned});
         } else {
             CheckSheet(checked, sheet, check);
         }
     }
+    if (checked.agrees) check.run.Add({file, kStepAgrees});
 }
 
 // A drawing without a view has nothing that could differ.
@@ -154,28 +159,32 @@ static ProError ViewsBySheetGet(CheckedDrawing& checked) {
 }
 
 static void CheckSheet(CheckedDrawing& checked, int sheet, Check& check) {
-    bool differs = false;
-    for (ProView view : checked.views[static_cast<std::size_t>(sheet) - 1])
-        if (CheckView(checked, view, sheet, check.run)) differs = true;
-    if (differs) AddFinding(checked, sheet, check);
+    bool isFound = false;
+    for (ProView view : checked.views[static_cast<std::size_t>(sheet) - 1]) {
+        RunEntry entry = {checked.file, kStepDiffers};
+        if (!Differs(checked, view, sheet, entry)) continue;
+        checked.agrees = false;
+        isFound = isFound || !Failed(entry.status);
+        check.run.Add(std::move(entry));
+    }
+    if (isFound) AddFinding(checked, sheet, check);
 }
 
-// Whether it is a main view with another scale than the sheet.
-static bool CheckView(const CheckedDrawing& checked, ProView view, int sheet, BatchRun& run) {
+// Whether it is a main view with another scale than the sheet, or cannot be known to be none: the entry
+// tells.
+static bool Differs(const CheckedDrawing& checked, ProView view, int sheet, RunEntry& entry) {
     ProViewType type = PRO_VIEW_PROJECTION;
-    ProError status = ProDrawingViewTypeGet(checked.drawing, view, &type);
-    if (!Failed(status) && type != PRO_VIEW_GENERAL) return false;
     MainScales scales;
-    if (!Failed(status)) status = ScalesGet(checked.drawing, view, sheet, scales);
-    if (Failed(status)) {
-        run.Add({checked.file, kStepScales, status});
-        return false;
+    entry.status = ProDrawingViewTypeGet(checked.drawing, view, &type);
+    if (!Failed(entry.status) && type != PRO_VIEW_GENERAL) return false;
+    if (!Failed(entry.status)) entry.status = ScalesGet(checked.drawing, view, sheet, scales);
+    if (Failed(entry.status)) {
+        entry.step = kStepScales;
+        return true;
     }
-    const bool agrees = AreSame(scales.own, scales.ofSheet);
-    RunEntry entry = {checked.file, agrees ? kStepAgrees : kStepDiffers};
+    if (AreSame(scales.own, scales.ofSheet)) return false;
     entry.note = ScalesNote(sheet, scales);
-    run.Add(std::move(entry));
-    return !agrees;
+    return true;
 }
 
 static ProError ScalesGet(ProDrawing drawing, ProView view, int sheet, MainScales& scales) {
@@ -202,18 +211,19 @@ static std::wstring ScalesNote(int sheet, const MainScales& scales) {
 static void AddFinding(CheckedDrawing& checked, int sheet, Check& check) {
     if (checked.name.empty() && Failed(ModelNameGet(checked.drawing, checked.name)))
         checked.name = checked.file;
-    check.found.push_back(kSheetLine + checked.name + kSheetNumber + std::to_wstring(sheet) + kSheetEnd);
+    ++check.sheets;
+    if (check.sheets <= kListedSheets)
+        check.lines += kSheetLine + checked.name + kSheetNumber + std::to_wstring(sheet) + kSheetEnd;
 }
 
 static void ShowResult(const Check& check) {
-    if (check.found.empty()) {
+    if (check.sheets == 0) {
         ShowCompletion(check.run, kNoneFound);
         return;
     }
-    std::wstring text = kFound;
-    for (std::size_t i = 0; i < std::min(check.found.size(), kListedSheets); ++i) text += check.found[i];
-    if (check.found.size() > kListedSheets)
-        text += kMore + std::to_wstring(check.found.size()) + kWholeList + check.run.ReportPath();
+    std::wstring text = kFound + check.lines;
+    if (check.sheets > kListedSheets)
+        text += kMore + std::to_wstring(check.sheets) + kWholeList + check.run.ReportPath();
     ShowMessage(text.c_str());
     ShowCancelled(check.run);
 }

@@ -34,7 +34,8 @@ ProError KvOpenDrw() {
 
     ProMdl drawing = nullptr;
     status = ModelRetrieveByType(name, PRO_MDLFILE_DRAWING, drawing);
-    return Failed(status) ? ShowFailure(kNoDrawing, status) : ShowDrawing(name, drawing, DrawingDisplay::Repainted);
+    return Failed(status) ? ShowFailure(kNoDrawing, status)
+                          : ShowDrawing(name, drawing, DrawingDisplay::Repainted);
 }
 
 }  // namespace kv

@@ -1,6 +1,8 @@
 // Drawings from templates, and sheet scales.
 
+#include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,6 +53,18 @@ static void ArrangeExisting(SimHost& host) {
     host.Select({Whole(Bolt(host))});
 }
 
+// Where the drawing is not found the command asks for more, which the user then cancels.
+static Scenario OpenExisting(const std::string& command) {
+    Scenario scenario = CommandScenario(command, ArrangeExisting, "Existing");
+    scenario.act = [command](SimHost& host) {
+        host.AnswerFile(std::nullopt);
+        host.OnDialog("KvNewDrw", [](SimDialog& dialog) { dialog.Press("Close"); });
+        host.Run(command);
+        host.ForgetAnswers();
+    };
+    return scenario;
+}
+
 // Whatever fails, nothing is written among the templates, and a drawing that will be is told.
 static Scenario TemplatesAsTheyWere(Scenario scenario) {
     scenario.holds = [](SimHost& host) {
@@ -58,7 +72,9 @@ static Scenario TemplatesAsTheyWere(Scenario scenario) {
             EXPECT_TRUE(file == L"README.md" || file == L"kv.drw.1") << std::filesystem::path(file);
         const SimModel* drawing = DrawingOf(host, L"BOLT");
         const bool isElsewhere = drawing != nullptr && drawing->directory != host.WorkingDirectory();
-        const bool isTold = host.LastMessage().find(L"新工程图将保存在模板所在的目录") != std::wstring::npos;
+        const bool isTold = std::ranges::any_of(Messages(host), [](const std::wstring& text) {
+            return text.starts_with(L"\t新工程图将保存在模板所在的目录");
+        });
         EXPECT_TRUE(!isElsewhere || isTold);
     };
     return scenario;
@@ -119,9 +135,9 @@ static Scenario NothingModified(Scenario scenario) {
 std::vector<Scenario> DrawingScenarios() {
     return {
         TemplatesAsTheyWere(CommandScenario("NewDraw", ArrangeFormat)),
-        TemplatesAsTheyWere(CommandScenario("NewDraw", ArrangeExisting, "Existing")),
+        TemplatesAsTheyWere(OpenExisting("NewDraw")),
         TemplatesAsTheyWere(CommandScenario("KvNewDrw", ArrangeSize)),
-        TemplatesAsTheyWere(CommandScenario("KvNewDrw", ArrangeExisting, "Existing")),
+        TemplatesAsTheyWere(OpenExisting("KvNewDrw")),
         OwnScalesOnly(CommandScenario("SameScale", ArrangeAskedScale)),
         OwnScalesOnly(CommandScenario("KvUpdateSheetScale", ArrangeScales)),
         OwnScalesOnly(CommandScenario("KvUpdateMainViewScale", ArrangeScales)),

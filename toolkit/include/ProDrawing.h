@@ -36,8 +36,8 @@ ProError ProDrawingViewSheetGet(ProDrawing drawing, ProView view, int* sheet);
 
 // ---- Scales
 
-// Gives the drawing scale of a model on a sheet. NULL means the drawing's default model, and 1.0 is the answer
-// for a drawing without any; a sheet below 1 means the current one. BAD_INPUTS; GENERAL_ERROR.
+// Gives the drawing scale of a model on a sheet. NULL means the drawing's default model, and 1.0 is the
+// answer for a drawing without any; a sheet below 1 means the current one. BAD_INPUTS; GENERAL_ERROR.
 ProError ProDrawingScaleGet(ProDrawing drawing, ProSolid solid, int sheet, double* scale);
 
 // Sets it, and with it the scale of the model's views on the sheet that have none of their own. CANT_MODIFY;

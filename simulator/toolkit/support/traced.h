@@ -40,8 +40,8 @@ ProError Traced(const CallSite& site, std::initializer_list<TraceArg> arguments,
         status = PRO_TK_GENERAL_ERROR;
     }
     // A message that is too long is given as far as it fits, a drawing with errors is created all the same.
-    const bool isGiven = fault == PRO_TK_NO_ERROR &&
-                         (status == PRO_TK_MSG_TOO_LONG || status == PRO_TK_DWGCREATE_ERRORS);
+    const bool isGiven =
+        fault == PRO_TK_NO_ERROR && (status == PRO_TK_MSG_TOO_LONG || status == PRO_TK_DWGCREATE_ERRORS);
     if (status != PRO_TK_NO_ERROR && !isGiven)
         for (const TraceArg& argument : arguments) argument.Spoil();
     host.report.LeaveCall(site, status);
