@@ -58,5 +58,6 @@ void BenchModelData();
 void BenchBom();
 void BenchWorkbook();
 void BenchDrawings();
+void BenchScales();
 
 }  // namespace bench

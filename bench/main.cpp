@@ -19,6 +19,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"bom", bench::BenchBom},
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
+    {"scales", bench::BenchScales},
 };
 // clang-format on
 

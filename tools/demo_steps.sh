@@ -203,6 +203,41 @@ for format in DWG DXF PDF STP IGS; do
 done
 [ "$(tail -n 1 "$work/out")" = "98 exported files" ] || fail "there are not 98 exported files"
 
+headline "A drawing of an assembly from the template for A3, which the settings name"
+hostsim --plugin plugin run KvConfig --workspace roller_conveyor --user scripts/configure_templates.user
+printf '\n  The user at the dialog, scripts/drawing_by_size.user:\n\n'
+print scripts/drawing_by_size.user
+printf '\n'
+hostsim --plugin plugin run KvNewDrw --workspace roller_conveyor --model side_guide --user scripts/drawing_by_size.user --save
+print
+printf '\n'
+hostsim show side_guide.drw --workspace roller_conveyor
+print
+grep -q 'SIDE_GUIDE.ASM' "$work/out" || fail "the drawing does not show the assembly"
+
+headline "A drawing of a part from the plug-in's own template, with a format that the user chooses"
+cp templates/kv.drw.1 plugin/tp/
+hostsim --plugin plugin run NewDraw --workspace roller_conveyor --model drive_base_plate \
+    --user scripts/drawing_by_format.user --save
+print
+printf '\n'
+hostsim show drive_base_plate.drw --workspace roller_conveyor
+print
+grep -q 'format TITLEBLOCK_A3' "$work/out" || fail "the drawing has no format"
+
+headline "Sheets on which a main view has another scale than the sheet"
+hostsim --plugin plugin run KvDrwScaleCheck --workspace roller_conveyor
+print
+grep -q "DRIVE_SHAFT" "$work/out" || fail "the section of the drive shaft is not found"
+
+headline "One scale for all views with one of their own, and for the drawing"
+hostsim --plugin plugin run SameScale --workspace roller_conveyor --model drive_shaft.drw \
+    --user scripts/one_scale.user --save
+print
+printf '\n'
+hostsim show drive_shaft.drw --workspace roller_conveyor
+print
+grep -q 'own scale 0.5' "$work/out" || fail "the section has not got the scale"
 headline "Relations for all parts of our own: only lines that a part does not have yet are added"
 printf '  The user at the dialog, scripts/add_relations.user:\n\n'
 print scripts/add_relations.user

@@ -3,7 +3,7 @@
 # twice their size.
 #
 # tools/pictures/COMMAND.user is played at each command in a copy of the workspace; what its `show` steps draw
-# becomes a picture of that name. Needs a build (tools/build.sh) and a font with Chinese characters, which is installed when there is none.
+# becomes a picture of that name; tools/pictures/settings/COMMAND.user is played at KvConfig before. Needs a build (tools/build.sh) and a font with Chinese characters, which is installed when there is none.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -33,18 +33,26 @@ workspace=${WINEPREFIX:-build/wineprefix}/drive_c/conveyor
 trap 'rm -rf "$work" "$workspace"' EXIT
 rm -rf "$workspace"
 cp -R samples/roller_conveyor "$workspace"
+cp -R samples/templates "$workspace"
+
+# play COMMAND SCRIPT
+play() {
+    cp "$2" "$work/$1.user"
+    (cd "$work" && "$repo/tools/wine.sh" "$hostsim" --plugin plugin run "$1" --workspace "C:\\conveyor" \
+        --model roller_conveyor --user "$1.user" >"$work/out" 2>&1) || {
+        cat "$work/out" >&2
+        fail "$1 cannot be played"
+    }
+}
+
 for script in tools/pictures/*.user; do
     command=$(basename "$script" .user)
     # Each command begins with the settings that ship.
     rm -rf "$work/plugin"
     cp -R "$(dirname "$hostsim")/../korvane" "$work/plugin"
     cp -R KVconfig "$work/plugin"
-    cp "$script" "$work/$command.user"
-    (cd "$work" && "$repo/tools/wine.sh" "$hostsim" --plugin plugin run "$command" --workspace "C:\\conveyor" \
-        --model roller_conveyor --user "$command.user" >"$work/out" 2>&1) || {
-        cat "$work/out" >&2
-        fail "$command cannot be played"
-    }
+    [ ! -e "tools/pictures/settings/$command.user" ] || play KvConfig "tools/pictures/settings/$command.user"
+    play "$command" "$script"
 done
 for drawing in "$work"/*.svg; do
     picture=docs/$(basename "$drawing" .svg).png

@@ -102,6 +102,12 @@ int Desk::WindowFor(SimModel& model) {
     return window;
 }
 
+int Desk::OwnWindowFor(SimModel& model) {
+    const int window = WindowFor(model);
+    std::erase(opened_, window);
+    return window;
+}
+
 int Desk::Open(SimModel& model) {
     const int window = WindowFor(model);
     MakeActive(window);

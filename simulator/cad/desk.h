@@ -35,6 +35,8 @@ public:
     int Open(SimModel& model);
     // The model's window, made if need be as above; the current window stays.
     int WindowFor(SimModel& model);
+    // The same for a window that the host opens by itself: it is the user's from then on.
+    int OwnWindowFor(SimModel& model);
     // Puts the model into its own window or, if it has none, into the current one.
     void Display(SimModel& model);
     bool HasWindow(int window) const;

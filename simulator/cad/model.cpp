@@ -356,6 +356,69 @@ SimModel& SimModel::AddShownModel(SimModel& model) {
     return *this;
 }
 
+double SimModel::ScaleOn(int sheet, const SimModel& model) const {
+    const auto own = std::ranges::find_if(
+        modelScales_, [&](const ModelScale& entry) { return entry.sheet == sheet && entry.model == &model; });
+    return own != modelScales_.end() ? own->scale : sheets_[static_cast<std::size_t>(sheet) - 1].scale;
+}
+
+// What the other models have stays as it is: those that shared the sheet's scale get it as their own.
+void SimModel::SetScaleOn(int sheet, SimModel& model, double scale) {
+    DrawingSheet& found = sheets_[static_cast<std::size_t>(sheet) - 1];
+    const auto own = [&](const SimModel* wanted) {
+        return std::ranges::find_if(modelScales_, [&](const ModelScale& entry) {
+            return entry.sheet == sheet && entry.model == wanted;
+        });
+    };
+    modified_ = true;
+    if (const auto entry = own(&model); entry != modelScales_.end()) {
+        entry->scale = scale;
+        return;
+    }
+    if (shownModels_.empty() || shownModels_.front() != &model) {
+        modelScales_.push_back({sheet, &model, scale});
+        return;
+    }
+    for (SimModel* other : shownModels_)
+        if (other != &model && own(other) == modelScales_.end())
+            modelScales_.push_back({sheet, other, found.scale});
+    found.scale = scale;
+}
+
+const DrawingView* SimModel::FindView(int id) const {
+    const auto found = std::ranges::find(views_, id, &DrawingView::id);
+    return found == views_.end() ? nullptr : &*found;
+}
+
+double SimModel::ScaleOf(const DrawingView& view) const {
+    if (view.scale) return *view.scale;
+    const DrawingView* parent = FollowsParent(view) ? FindView(view.parent) : nullptr;
+    // Files may go in circles: a parent comes before its children.
+    if (parent != nullptr && parent < &view) return ScaleOf(*parent);
+    if (view.model != nullptr) return ScaleOn(view.sheet, *view.model);
+    return sheets_[static_cast<std::size_t>(view.sheet) - 1].scale;
+}
+
+bool SimModel::DrawFrom(const SimModel& source, SimModel& model) {
+    for (const ModelParameter& parameter : source.parameters_) SetParameter(parameter.name, parameter.value);
+    sheets_ = source.sheets_;
+    for (DrawingSheet& sheet : sheets_) sheet.regenerations = 0;
+    AddShownModel(model);
+    bool isWhole = true;
+    for (const DrawingView& view : source.views_) {
+        // A projection needs something to be projected from.
+        if (view.type == ViewType::kProjection && FindView(view.parent) == nullptr) {
+            isWhole = false;
+            continue;
+        }
+        DrawingView& made = views_.emplace_back(view);
+        made.model = &model;
+        made.missingModel.clear();
+        nextId_ = std::max(nextId_, view.id + 1);
+    }
+    return isWhole;
+}
+
 SimModel& SimModel::SetMfgAssembly(SimModel& assembly) {
     mfgAssembly_ = &assembly;
     Use(&assembly);
@@ -417,6 +480,7 @@ void SimModel::ReleaseModelsBelow() {
     belowSet_.clear();
     for (Feature& feature : features_) feature.component = nullptr;
     views_.clear();
+    modelScales_.clear();
     shownModels_.clear();
     mfgAssembly_ = nullptr;
     generic_ = nullptr;

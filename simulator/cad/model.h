@@ -98,17 +98,39 @@ struct Placing {
 struct DrawingSheet {
     std::wstring size;  // "A3"
     std::wstring name;
-    double scale = 1.0;
+    double scale = 1.0;   // of the drawing's first model, and of those without one of their own
     std::wstring format;  // format model name, empty: none
+    int regenerations = 0;
+};
+
+// The scale of a further model of a drawing on one sheet.
+struct ModelScale {
+    int sheet = 1;
+    SimModel* model = nullptr;
+    double scale = 1.0;
+    std::wstring missingModel = {};  // "pump.asm": named by the file, but not to be found
+};
+
+// Values are the host's view type codes.
+enum class ViewType {
+    kGeneral = 0,
+    kProjection = 1,
+    kAuxiliary = 2,
+    kDetail = 3,
+    kRevolve = 4,
+    kCopyAndAlign = 6,
+    kFlat = 8
 };
 
 struct DrawingView {
     int id = 0;
-    int sheet = 1;  // 1-based
-    SimModel* model = nullptr;
-    std::optional<double> scale;  // its own scale, else the sheet's
+    int sheet = 1;                // 1-based
+    SimModel* model = nullptr;    // null also in a template, which shows whatever is drawn from it
+    std::optional<double> scale;  // its own scale, else its parent's or that of its model on the sheet
     std::wstring name;
     std::wstring missingModel;  // "pump.asm": named by the file, but not to be found
+    ViewType type = ViewType::kGeneral;
+    int parent = 0;  // id of the view that it was made from; 0: none
 };
 
 // What a test arranges and looks at, and what the host functions work on. Owned by the ModelStore; the
@@ -198,6 +220,19 @@ public:
     void SetCurrentSheet(int sheet) { currentSheet_ = sheet; }
     const std::vector<DrawingSheet>& Sheets() const { return sheets_; }
     std::vector<DrawingSheet>& Sheets() { return sheets_; }
+    // The scale of a model on a sheet, from 1.
+    double ScaleOn(int sheet, const SimModel& model) const;
+    void SetScaleOn(int sheet, SimModel& model, double scale);
+    // The scale that a view has, its own or not.
+    double ScaleOf(const DrawingView& view) const;
+    // A projected view has the scale of the one that it was made from.
+    static bool FollowsParent(const DrawingView& view) {
+        return view.type == ViewType::kProjection && view.parent != 0;
+    }
+    // Null: the drawing has no view of that id.
+    const DrawingView* FindView(int id) const;
+    // Becomes what the template makes of the model. False: not all of its views could be made.
+    [[nodiscard]] bool DrawFrom(const SimModel& source, SimModel& model);
     std::vector<DrawingView>& Views() { return views_; }
     const std::vector<DrawingView>& Views() const { return views_; }
     // A model that the drawing can show; AddView adds its own.
@@ -277,6 +312,7 @@ private:
     std::vector<DrawingSheet> sheets_;
     int currentSheet_ = 1;
     std::vector<DrawingView> views_;
+    std::vector<ModelScale> modelScales_;
     std::vector<SimModel*> shownModels_;
     SimModel* mfgAssembly_ = nullptr;
     SimModel* generic_ = nullptr;

@@ -91,6 +91,7 @@ public:
         root.Optional("models", [&](const Node& node) {
             node.ForEach([&](const Node& entry) { AddTie(ModelTie::Role::kShownModel, 0, entry); });
         });
+        root.Optional("modelScales", [&](const Node& node) { ReadList(node, &ModelReader::ReadModelScale); });
         root.Optional("views", [&](const Node& node) { ReadList(node, &ModelReader::ReadView); });
         root.Optional("assembly", [&](const Node& node) { AddTie(ModelTie::Role::kMfgAssembly, 0, node); });
         model_.modified_ = false;
@@ -112,6 +113,10 @@ public:
                     model.AddShownModel(*other).SetModified(false);
                 else
                     model.missingShownModels_.push_back(label);
+                break;
+            case ModelTie::Role::kModelScale:
+                model.modelScales_[tie.position].model = other;
+                if (other == nullptr) model.modelScales_[tie.position].missingModel = label;
                 break;
             case ModelTie::Role::kMfgAssembly:
                 if (other != nullptr)
@@ -328,15 +333,38 @@ private:
         model_.sheets_.push_back(std::move(sheet));
     }
 
+    int ReadSheetNumber(Entries& entries) {
+        int sheet = 0;
+        entries.Required("sheet", [&](const Node& number) {
+            sheet = static_cast<int>(number.Integer(1, static_cast<long long>(model_.sheets_.size())));
+        });
+        return sheet;
+    }
+
+    void ReadModelScale(const Node& node) {
+        Entries entries(node);
+        ModelScale entry;
+        entry.sheet = ReadSheetNumber(entries);
+        entries.Required("model", [&](const Node& name) {
+            AddTie(ModelTie::Role::kModelScale, model_.modelScales_.size(), name);
+        });
+        entries.Required("scale", [&](const Node& scale) { entry.scale = ReadScale(scale); });
+        entries.Close();
+        model_.modelScales_.push_back(std::move(entry));
+    }
+
     void ReadView(const Node& node) {
         Entries entries(node);
         DrawingView view;
         view.id = ReadId(entries);
-        entries.Required("sheet", [&](const Node& sheet) {
-            view.sheet = static_cast<int>(sheet.Integer(1, static_cast<long long>(model_.sheets_.size())));
-        });
-        entries.Required(
+        view.sheet = ReadSheetNumber(entries);
+        entries.Optional(
             "model", [&](const Node& name) { AddTie(ModelTie::Role::kView, model_.views_.size(), name); });
+        entries.Optional("type", [&](const Node& word) { view.type = word.OneOf(kViewTypes); });
+        entries.Optional("parent", [&](const Node& id) {
+            view.parent = static_cast<int>(id.Integer(1, std::numeric_limits<int>::max() - 1));
+            if (model_.FindView(view.parent) == nullptr) id.Fail("the identifier of a view before this one");
+        });
         entries.Optional("scale", [&](const Node& scale) { view.scale = ReadScale(scale); });
         entries.Optional("name", [&](const Node& name) { view.name = name.WideText(kLongestName); });
         entries.Close();

@@ -51,6 +51,16 @@ inline constexpr std::array<Word<int>, 8> kStatuses = {{
     {"unregenerated", 6},
 }};
 
+inline constexpr std::array<Word<ViewType>, 7> kViewTypes = {{
+    {"general", ViewType::kGeneral},
+    {"projection", ViewType::kProjection},
+    {"auxiliary", ViewType::kAuxiliary},
+    {"detail", ViewType::kDetail},
+    {"revolve", ViewType::kRevolve},
+    {"copy and align", ViewType::kCopyAndAlign},
+    {"flat", ViewType::kFlat},
+}};
+
 enum class ParameterType { kReal, kInteger, kBoolean, kString };
 inline constexpr std::array<Word<ParameterType>, 4> kParameterTypes = {{
     {"real", ParameterType::kReal},

@@ -57,6 +57,11 @@ public:
         for (const SimModel* shown : model_.shownModels_) root["models"].push_back(Label(*shown));
         for (const std::wstring& missing : model_.missingShownModels_)
             root["models"].push_back(Utf8(missing));
+        for (const ModelScale& entry : model_.modelScales_)
+            root["modelScales"].push_back(
+                {{"sheet", entry.sheet},
+                 {"model", entry.model != nullptr ? Label(*entry.model) : Utf8(entry.missingModel)},
+                 {"scale", Write(entry.scale)}});
         for (const DrawingView& view : model_.views_) root["views"].push_back(Write(view));
         if (model_.mfgAssembly_ != nullptr)
             root["assembly"] = Label(*model_.mfgAssembly_);
@@ -193,7 +198,12 @@ private:
 
     Json Write(const DrawingView& view) const {
         Json entry = {{"id", view.id}, {"sheet", view.sheet}};
-        entry["model"] = view.model != nullptr ? Label(*view.model) : Utf8(view.missingModel);
+        if (view.model != nullptr)
+            entry["model"] = Label(*view.model);
+        else if (!view.missingModel.empty())
+            entry["model"] = Utf8(view.missingModel);
+        if (view.type != ViewType::kGeneral) entry["type"] = TextOf(kViewTypes, view.type);
+        if (view.parent != 0) entry["parent"] = view.parent;
         if (view.scale) entry["scale"] = Write(*view.scale);
         if (!view.name.empty()) entry["name"] = Utf8(view.name);
         return entry;

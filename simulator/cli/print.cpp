@@ -88,6 +88,19 @@ void PrintComponents(const SimModel& model, int level, TreePrint& print) {
     print.above.pop_back();
 }
 
+std::string ShownIn(const DrawingView& view) {
+    if (view.model != nullptr) return FileLabel(*view.model);
+    return view.missingModel.empty() ? "any model" : Utf8(UpperName(view.missingModel)) + "  missing";
+}
+
+// Empty for a view without.
+std::string OwnScale(const DrawingView& view) {
+    if (!view.scale) return {};
+    char text[48];
+    std::snprintf(text, sizeof text, "  own scale %g", *view.scale);
+    return text;
+}
+
 // Each with the views on it.
 void PrintSheets(const SimModel& model) {
     if (!model.Sheets().empty()) std::printf("sheets\n");
@@ -100,11 +113,8 @@ void PrintSheets(const SimModel& model) {
                     number == model.CurrentSheet() && model.Sheets().size() > 1 ? "  (current)" : "");
         for (const DrawingView& view : model.Views()) {
             if (view.sheet != number) continue;
-            const std::string shown = view.model != nullptr
-                                          ? FileLabel(*view.model)
-                                          : Utf8(UpperName(view.missingModel)) + "  missing";
-            std::printf("       %s%s%s\n", Utf8(view.name).c_str(), view.name.empty() ? "" : "  ",
-                        shown.c_str());
+            std::printf("       %s%s%s%s\n", Utf8(view.name).c_str(), view.name.empty() ? "" : "  ",
+                        ShownIn(view).c_str(), OwnScale(view).c_str());
         }
     }
 }

@@ -30,6 +30,9 @@ void Session::BeAsDocumented() {
     strict.pdfSheetRangeIsText = true;
     strict.emptyRelationsRefused = true;
     strict.exportsLeaveLog = true;
+    strict.pathAsNameRefused = true;
+    strict.templateExtensionRefused = true;
+    strict.hiddenSheetRefused = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;
     texts.upperCaseMessageFileRefused = true;

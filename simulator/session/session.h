@@ -12,6 +12,7 @@
 #include "simulator/cad/model_store.h"
 #include "simulator/export/disk.h"
 #include "simulator/export/export_options.h"
+#include "simulator/export/handle_set.h"
 #include "simulator/layout/text_tree.h"
 #include "simulator/memory/host_memory.h"
 #include "simulator/report/report.h"
@@ -42,6 +43,18 @@ struct Strictness {
     bool emptyRelationsRefused = false;
     // An export leaves a log beside its file.
     bool exportsLeaveLog = false;
+    // ProMdlnameRetrieve and the creation of a drawing take a path, although the documents speak of names.
+    bool pathAsNameRefused = false;
+    // The creation of a drawing takes its template's name with an extension, although the documents' own
+    // example passes none.
+    bool templateExtensionRefused = false;
+    // The creation of a drawing takes a template that is in memory and nowhere else that it looks.
+    bool templateFromMemory = true;
+    // A new drawing lies where its model does; off: in the working directory at its creation.
+    bool newDrawingJoinsModel = false;
+    // A view gets a scale, and a sheet is regenerated, on another sheet than the current one, although the
+    // documents want it displayed.
+    bool hiddenSheetRefused = false;
 };
 
 class Session {
@@ -66,6 +79,8 @@ public:
     Spreadsheet spreadsheet;
     Strictness strict;
     ExportOptions exportOptions;
+    // What creations of drawings have handed out.
+    HandleSet<int> drawingErrors{"list of a drawing's errors", 0x6D000000};
     Disk disk;
 
     // Values by upper-cased option name; several for a multi-valued option.

@@ -1,34 +1,13 @@
 #include <ProDrawing.h>
 
-#include <cstdint>
 #include <vector>
 
 #include "simulator/memory/host_memory.h"
-#include "simulator/report/utf8.h"
 #include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/drawing_call.h"
 #include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
-
-namespace {
-
-bool HasSheet(const SimModel& drawing, int sheet) {
-    return sheet >= 1 && static_cast<std::size_t>(sheet) <= drawing.Sheets().size();
-}
-
-// A view's handle is its place in the drawing; null, with a violation, for anything else.
-DrawingView* FindView(Session& host, SimModel& drawing, ProView view) {
-    if (view == nullptr) return nullptr;
-    std::vector<DrawingView>& views = drawing.Views();
-    const auto offset =
-        reinterpret_cast<std::uintptr_t>(view) - reinterpret_cast<std::uintptr_t>(views.data());
-    const std::size_t position = offset / sizeof(DrawingView);
-    if (position < views.size() && offset % sizeof(DrawingView) == 0) return &views[position];
-    host.report.Violation("is given a view that " + Utf8(drawing.Name()) + " does not have");
-    return nullptr;
-}
-
-}  // namespace
 
 ProError ProDrawingSheetsCount(ProDrawing drawing, int* n_sheets) {
     static const CallSite kSite("ProDrawingSheetsCount", {PRO_TK_BAD_INPUTS});
@@ -90,38 +69,43 @@ ProError ProDrawingSolidsCollect(ProDrawing drawing, ProSolid** solids) {
     });
 }
 
-ProError ProDrawingViewsCollect(ProDrawing drawing, ProView** views) {
-    static const CallSite kSite("ProDrawingViewsCollect", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {drawing, Out(views)}, [&](Session& host) -> ProError {
-        SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
-        if (model == nullptr || views == nullptr) return PRO_TK_BAD_INPUTS;
-        if (model->Views().empty()) return PRO_TK_E_NOT_FOUND;
-        std::vector<ProView> found;
-        for (DrawingView& view : model->Views()) found.push_back(reinterpret_cast<ProView>(&view));
-        *views = NewHostArray(host.memory, found);
+ProError ProDrawingScaleGet(ProDrawing drawing, ProSolid solid, int sheet, double* scale) {
+    static const CallSite kSite("ProDrawingScaleGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {drawing, solid, sheet, Out(scale)}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
+        if (model == nullptr || scale == nullptr) return PRO_TK_BAD_INPUTS;
+        const int number = SheetOrCurrent(*model, sheet);
+        if (!HasSheet(*model, number)) return PRO_TK_BAD_INPUTS;
+        const bool hasNone = solid == nullptr && model->ShownModels().empty();
+        const SimModel* shown = hasNone ? nullptr : FindShown(host, *model, solid);
+        if (!hasNone && shown == nullptr) return PRO_TK_BAD_INPUTS;
+        *scale = hasNone ? 1.0 : model->ScaleOn(number, *shown);
         return PRO_TK_NO_ERROR;
     });
 }
 
-ProError ProDrawingViewSolidGet(ProDrawing drawing, ProView view, ProSolid* solid) {
-    static const CallSite kSite("ProDrawingViewSolidGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {drawing, view, Out(solid)}, [&](Session& host) -> ProError {
+ProError ProDrawingScaleSet(ProDrawing drawing, ProSolid solid, int sheet, double scale) {
+    static const CallSite kSite("ProDrawingScaleSet", {PRO_TK_BAD_INPUTS, PRO_TK_CANT_MODIFY});
+    return Traced(kSite, {drawing, solid, sheet, scale}, [&](Session& host) -> ProError {
         SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
-        const DrawingView* found = model == nullptr ? nullptr : FindView(host, *model, view);
-        if (found == nullptr || solid == nullptr) return PRO_TK_BAD_INPUTS;
-        if (found->model == nullptr) return PRO_TK_E_NOT_FOUND;
-        *solid = reinterpret_cast<ProSolid>(found->model);
+        if (model == nullptr || !IsScale(host, scale)) return PRO_TK_BAD_INPUTS;
+        const int number = SheetOrCurrent(*model, sheet);
+        if (!HasSheet(*model, number)) return PRO_TK_BAD_INPUTS;
+        SimModel* shown = FindShown(host, *model, solid);
+        if (shown == nullptr) return PRO_TK_BAD_INPUTS;
+        if (model->IsReadOnly()) return PRO_TK_CANT_MODIFY;
+        model->SetScaleOn(number, *shown, scale);
         return PRO_TK_NO_ERROR;
     });
 }
 
-ProError ProDrawingViewSheetGet(ProDrawing drawing, ProView view, int* sheet) {
-    static const CallSite kSite("ProDrawingViewSheetGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {drawing, view, Out(sheet)}, [&](Session& host) -> ProError {
-        SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
-        const DrawingView* found = model == nullptr ? nullptr : FindView(host, *model, view);
-        if (found == nullptr || sheet == nullptr) return PRO_TK_BAD_INPUTS;
-        *sheet = found->sheet;
+ProError ProDwgSheetRegenerate(ProDrawing p_draw, int sheet_id) {
+    static const CallSite kSite("ProDwgSheetRegenerate", {});
+    return Traced(kSite, {p_draw, sheet_id}, [&](Session& host) -> ProError {
+        SimModel* model = FindModelOf(host, p_draw, ModelKind::kDrawing);
+        if (model == nullptr || !HasSheet(*model, sheet_id)) return PRO_TK_GENERAL_ERROR;
+        if (!host.desk.IsShown(*model) || IsOutOfSight(host, *model, sheet_id)) return PRO_TK_GENERAL_ERROR;
+        ++model->Sheets()[static_cast<std::size_t>(sheet_id) - 1].regenerations;
         return PRO_TK_NO_ERROR;
     });
 }

@@ -115,16 +115,32 @@ ProError ProMdlToModelitem(ProMdl mdl, ProModelitem* p_model_item) {
     });
 }
 
+ProError ProMdlnameInit(ProMdlName name, ProMdlfileType type, ProMdl* p_mdl_handle) {
+    static const CallSite kSite("ProMdlnameInit", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {name, type, Out(p_mdl_handle)}, [&](Session& host) -> ProError {
+        const auto text = TextInput(host, name, PRO_MDLNAME_SIZE);
+        const auto kind = KindFromType(type);
+        if (!text || text->empty() || !kind || p_mdl_handle == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel* model = host.models.Find(*text, *kind);
+        if (model == nullptr || host.desk.IsDoomed(*model)) return PRO_TK_E_NOT_FOUND;
+        *p_mdl_handle = model;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProMdlnameRetrieve(ProFamilyMdlName name, ProMdlfileType type, ProMdl* p_handle) {
     static const CallSite kSite("ProMdlnameRetrieve",
                                 {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND, PRO_TK_NO_PERMISSION});
     return Traced(kSite, {name, type, Out(p_handle)}, [&](Session& host) -> ProError {
         const auto text = TextInput(host, name, PRO_FAMILY_MDLNAME_SIZE);
         const auto kind = KindFromType(type);
-        if (!text || text->empty() || text->size() > kLongestName || !kind || p_handle == nullptr)
-            return PRO_TK_BAD_INPUTS;
+        if (!text || text->empty() || !kind || p_handle == nullptr) return PRO_TK_BAD_INPUTS;
+        const bool isPath = text->find_first_of(L"\\/") != std::wstring_view::npos;
+        const bool goesByPath = isPath && !host.strict.pathAsNameRefused;
+        if (!goesByPath && text->size() > kLongestName) return PRO_TK_BAD_INPUTS;
         SimModel* model = nullptr;
-        const ProError status = host.models.Retrieve(*text, *kind, model);
+        const ProError status =
+            goesByPath ? host.models.Load(*text, *kind, model) : host.models.Retrieve(*text, *kind, model);
         if (status == PRO_TK_NO_ERROR) *p_handle = model;
         return status;
     });

@@ -1,7 +1,9 @@
 #include <ProMessage.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdarg>
+#include <cwchar>
 #include <utility>
 
 #include "simulator/memory/host_memory.h"
@@ -57,6 +59,13 @@ ProError Compose(Session& host, const wchar_t* file, const char* key, va_list& a
     if (composed) return PRO_TK_NO_ERROR;
     return Refuse(host, PRO_TK_MSG_FMT_ERROR,
                   "an argument of the message " + Named(key) + " is null or malformed");
+}
+
+// A whole entry that is one finite number, with a point as the decimal sign.
+bool IsNumber(const std::wstring& text, double& number) {
+    wchar_t* end = nullptr;
+    number = std::wcstod(text.c_str(), &end);
+    return end != text.c_str() && *end == L'\0' && std::isfinite(number);
 }
 
 }  // namespace
@@ -125,6 +134,29 @@ ProError ProMessageStringRead(int max_buffer_length, wchar_t* buffer) {
         if (FillBuffer<wchar_t>(answer.text, buffer, size)) return PRO_TK_NO_ERROR;
         host.user.Problem("the prompt \"" + Utf8(prompt->text) + "\" takes " +
                           std::to_string(max_buffer_length) + " characters at most");
+        return PRO_TK_MSG_USER_QUIT;
+    });
+}
+
+ProError ProMessageDoubleRead(double range[2], double* answer) {
+    static const CallSite kSite("ProMessageDoubleRead", {PRO_TK_MSG_USER_QUIT});
+    return Traced(kSite, {static_cast<const void*>(range), Out(answer)}, [&](Session& host) -> ProError {
+        const std::optional<Prompt> prompt = std::exchange(host.screen.prompt, std::nullopt);
+        if (answer == nullptr) return Refuse(host, PRO_TK_GENERAL_ERROR, "the answer is null");
+        if (!prompt) return Refuse(host, PRO_TK_GENERAL_ERROR, "no prompt has been shown");
+        // What is no number, or out of range, is asked for again.
+        while (!host.user.prompts.empty()) {
+            const PromptAnswer entry = std::move(host.user.prompts.front());
+            host.user.prompts.pop_front();
+            if (entry.kind == PromptAnswer::Kind::kEscape) return PRO_TK_MSG_USER_QUIT;
+            if (entry.kind == PromptAnswer::Kind::kEnter || entry.text.empty()) return PRO_TK_GENERAL_ERROR;
+            double number = 0;
+            if (!IsNumber(entry.text, number)) continue;
+            if (range != nullptr && (number < range[0] || number > range[1])) continue;
+            *answer = number;
+            return PRO_TK_NO_ERROR;
+        }
+        host.user.Problem("unexpected prompt \"" + Utf8(prompt->text) + "\"");
         return PRO_TK_MSG_USER_QUIT;
     });
 }

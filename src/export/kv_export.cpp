@@ -13,7 +13,6 @@
 #include <ProMdl.h>
 #include <ProUtil.h>
 
-#include "base/host_handle.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "export/drawing_table.h"
@@ -22,6 +21,7 @@
 #include "model/batch_run.h"
 #include "model/current_model.h"
 #include "model/model_data.h"
+#include "model/model_files.h"
 #include "model/model_walk.h"
 #include "settings/dialog_settings.h"
 #include "settings/settings_store.h"
@@ -81,7 +81,6 @@ struct ExportDialog {
     std::wstring report = {};  // path of the last run's
 };
 
-static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names);
 static void FillDialog(ExportDialog& dialog);
 static void OnReverse(ExportDialog& dialog);
 static void OnSelectAll(ExportDialog& dialog);
@@ -106,9 +105,9 @@ ProError KvExport() {
     if (Failed(status)) return status;
     ExportDialog dialog = {directory};
     std::vector<std::wstring> models;
-    status = FilesGet(kDrawingFilter, dialog.drawings);
+    status = ModelFilesGet(kDrawingFilter, dialog.drawings);
     if (Failed(status)) return ShowFailure(kNoDrawings, status);
-    status = FilesGet(kModelFilter, models);
+    status = ModelFilesGet(kModelFilter, models);
     if (Failed(status)) return ShowFailure(kNoModels, status);
 
     return RunDialog(kDialog,
@@ -125,25 +124,6 @@ ProError KvExport() {
                          Closes("Close"),
                      },
                      dialog, FillDialog);
-}
-
-// Names of the models in the newest files that fit. PRO_TK_E_NOT_FOUND when there are none.
-static ProError FilesGet(const wchar_t* filter, std::vector<std::wstring>& names) {
-    HostArray<ProPath> files;
-    HostArray<ProPath> folders;
-    ProError status = ArrayAlloc(files);
-    if (!Failed(status)) status = ArrayAlloc(folders);
-    if (!Failed(status))
-        status =
-            ProFilesList(nullptr, HostText(filter), PRO_FILE_LIST_LATEST, files.InOut(), folders.InOut());
-    if (Failed(status)) return status;
-
-    for (ProPath& file : Items(files)) {
-        ProMdlName name = {};
-        // What has no model's name is no model.
-        if (!Failed(ProFileMdlnameParse(file, nullptr, name, nullptr, nullptr))) names.emplace_back(name);
-    }
-    return names.empty() ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
 }
 
 static void FillDialog(ExportDialog& dialog) {

@@ -2,28 +2,21 @@
 
 #include "folders/kv_open_drw.h"
 
-#include <algorithm>
 #include <string>
-#include <vector>
 
 #include <ProMdl.h>
-#include <ProModelitem.h>
 #include <ProSelbuffer.h>
-#include <ProWindows.h>
 
 #include "base/host_handle.h"
 #include "base/status.h"
-#include "base/text.h"
 #include "model/drawing_window.h"
 #include "model/model_data.h"
+#include "model/selected_model.h"
 #include "ui/message_box.h"
 
 namespace kv {
 
 static constexpr wchar_t kNoDrawing[] = L"\t同名工程图打开失败，请确认该模型工程图在当前工作目录是否存在。\t";
-
-static ProError SelectedModelGet(ProSelection selection, ProMdl& model);
-static ProError ShowDrawing(const std::wstring& name, ProMdl drawing);
 
 ProError KvOpenDrw() {
     SelectionArray selections;
@@ -41,33 +34,8 @@ ProError KvOpenDrw() {
 
     ProMdl drawing = nullptr;
     status = ModelRetrieveByType(name, PRO_MDLFILE_DRAWING, drawing);
-    return Failed(status) ? ShowFailure(kNoDrawing, status) : ShowDrawing(name, drawing);
-}
-
-// The model that the selected item is, or the one that the item belongs to.
-static ProError SelectedModelGet(ProSelection selection, ProMdl& model) {
-    ProModelitem item = {};
-    const ProError status = ProSelectionModelitemGet(selection, &item);
-    if (Failed(status)) return status;
-    if (item.type == PRO_ASSEMBLY || item.type == PRO_PART) return ProModelitemMdlGet(&item, &model);
-    model = item.owner;
-    return PRO_TK_NO_ERROR;
-}
-
-static ProError ShowDrawing(const std::wstring& name, ProMdl drawing) {
-    const std::vector<ProMdl> shown = ShownModels();
-    const bool wasShown = std::ranges::find(shown, drawing) != shown.end();
-    ProMdlName windowName;
-    int window = PRO_VALUE_UNUSED;
-    ProError status = CopyText(name, windowName);
-    if (!Failed(status)) status = ProObjectwindowMdlnameCreate(windowName, PRO_DRAWING, &window);
-    if (Failed(status)) return status;
-    status = ProMdlDisplay(drawing);
-    if (!Failed(status)) status = ProWindowActivate(window);
-    // A window that the user does not get to see is not left behind; the host hands out one that the user
-    // has, too.
-    if (Failed(status) && !wasShown) ProWindowDelete(window);
-    return status;
+    return Failed(status) ? ShowFailure(kNoDrawing, status)
+                          : ShowDrawing(name, drawing, DrawingDisplay::Repainted);
 }
 
 }  // namespace kv

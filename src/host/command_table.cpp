@@ -47,6 +47,10 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "bom/kv_bom.h"
+#include "drawing/kv_drw_scale_check.h"
+#include "drawing/kv_new_drw.h"
+#include "drawing/new_draw.h"
+#include "drawing/sheet_scale.h"
 #include "export/assembly_export.h"
 #include "export/kv_export.h"
 #include "export/single_export.h"
@@ -88,7 +92,7 @@ static constexpr CommandRow CommandTable[] = {
     {"BoxSel",                HostAction<NotAvailable>,   "BoxSel_Help",                "BoxSel.png",                AccessSolid,   true},
     {"SetMat",                HostAction<SetMat>,         "SetMat_Help",                "SetMat.png",                AccessPart,    true},
     {"SetBendTable",          HostAction<SetBendTable>,   "SetBendTable_Help",          "SetBendTable.png",          AccessPart,    true},
-    {"SameScale",             HostAction<NotAvailable>,   "SameScale_Help",             "SameScale.png",             AccessDrawing, true},
+    {"SameScale",             HostAction<SameScale>,      "SameScale_Help",             "SameScale.png",             AccessDrawing, true},
     {"KvIsolate",             HostAction<NotAvailable>,   "KvIsolate_Help",             "KvIsolate.png",             AccessSolid,   true},
     {"KvHideReverse",         HostAction<NotAvailable>,   "KvHideReverse_Help",         "KvHideReverse.png",         AccessSolid,   true},
     {"KvShowAllComp",         HostAction<NotAvailable>,   "KvShowAllComp_Help",         "KvShowAllComp.png",         AccessSolid,   true},
@@ -101,7 +105,7 @@ static constexpr CommandRow CommandTable[] = {
     {"KvMerge",               HostAction<NotAvailable>,   "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
     {"KvMergeTo",             HostAction<NotAvailable>,   "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
     {"TweViews",              HostAction<NotAvailable>,   "TweViews_Help",              "TweViews.png",              AccessModel,   true},
-    {"NewDraw",               HostAction<NotAvailable>,   "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
+    {"NewDraw",               HostAction<NewDraw>,        "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
     {"KvExStp",               HostAction<KvExStp>,        "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},
     {"KvExIgs",               HostAction<KvExIgs>,        "KvExIgs_Help",               "KvExIgs.png",               AccessSolid,   true},
     {"KvExSat",               HostAction<KvExSat>,        "KvExSat_Help",               "KvExSat.png",               AccessSolid,   true},
@@ -110,10 +114,10 @@ static constexpr CommandRow CommandTable[] = {
     {"KvRemoveCons",          HostAction<NotAvailable>,   "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
     {"KvExport",              HostAction<KvExport>,       "KvExport_Help",              "KvExport.png",              AccessAlways,  true},
     {"KvMdlCount",            HostAction<KvMdlCount>,     "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
-    {"KvNewDrw",              HostAction<NotAvailable>,   "KvNewDrw_Help",              "KvNewDrw.png",              AccessSolid,   true},
+    {"KvNewDrw",              HostAction<KvNewDrw>,       "KvNewDrw_Help",              "KvNewDrw.png",              AccessSolid,   true},
     {"KvDimModify",           HostAction<NotAvailable>,   "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
     {"KvFrmReplace",          HostAction<NotAvailable>,   "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
-    {"KvDrwScaleCheck",       HostAction<NotAvailable>,   "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
+    {"KvDrwScaleCheck",       HostAction<KvDrwScaleCheck>, "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
     {"KvSimRep",              HostAction<NotAvailable>,   "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
     {"KvBox",                 HostAction<NotAvailable>,   "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
     {"KvExportDwg",           HostAction<KvExportDwg>,    "KvExportDwg_Help",           "KvExportDwg.png",           AccessDrawing, true},
@@ -121,8 +125,8 @@ static constexpr CommandRow CommandTable[] = {
     {"KvMdlNameCopy",         HostAction<NotAvailable>,   "KvMdlNameCopy_Help",         "KvMdlNameCopy.png",         AccessSolid,   true},
     {"KvMdlRename",           HostAction<NotAvailable>,   "KvMdlRename_Help",           "KvMdlRename.png",           AccessSolid,   true},
     {"KvExportStp",           HostAction<KvExportStp>,    "KvExportStp_Help",           "KvExportStp.png",           AccessModel,   true},
-    {"KvUpdateSheetScale",    HostAction<NotAvailable>,   "KvUpdateSheetScale_Help",    "KvUpdateSheetScale.png",    AccessDrawing, true},
-    {"KvUpdateMainViewScale", HostAction<NotAvailable>,   "KvUpdateMainViewScale_Help", "KvUpdateMainViewScale.png", AccessDrawing, true},
+    {"KvUpdateSheetScale",    HostAction<KvUpdateSheetScale>, "KvUpdateSheetScale_Help",    "KvUpdateSheetScale.png",    AccessDrawing, true},
+    {"KvUpdateMainViewScale", HostAction<KvUpdateMainViewScale>, "KvUpdateMainViewScale_Help", "KvUpdateMainViewScale.png", AccessDrawing, true},
     {"KvSingleDim",           HostAction<NotAvailable>,   "KvSingleDim_Help",           "KvSingleDim.png",           AccessDrawing, true},
     {"KvSetDirectory",        HostAction<KvSetDirectory>, "KvSetDirectory_Help",        "KvSetDirectory.png",        AccessAlways,  true},
     {"KvConfig",              HostAction<KvConfig>,       "KvConfig_Help",              "KvConfig.png",              AccessAlways,  true},

@@ -40,6 +40,8 @@ void BatchRun::Add(RunEntry entry) {
     const RunOutcome outcome = OutcomeOf(entry);
     if (outcome == RunOutcome::Failed || item_ == RunOutcome::Skipped) item_ = outcome;
     report_.Add(entry);
+    // Of a long run the notes would pile up; nobody but the report tells them.
+    std::wstring().swap(entry.note);
     record_.push_back(std::move(entry));
 }
 

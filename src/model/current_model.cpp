@@ -14,7 +14,12 @@ ProError CurrentModelGet(ProMdl& model, ProMdlType& type) {
 }
 
 ProError CurrentSolidGet(ProMdl& model, ProMdlType& type) {
-    const ProError status = CurrentModelGet(model, type);
+    const ProError status = ProMdlCurrentGet(&model);
+    return Failed(status) ? status : SolidOf(model, type);
+}
+
+ProError SolidOf(ProMdl& model, ProMdlType& type) {
+    const ProError status = ProMdlTypeGet(model, &type);
     if (Failed(status) || type != PRO_MDL_MFG) return status;
 
     ProAssembly assembly = nullptr;

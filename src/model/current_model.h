@@ -10,7 +10,11 @@ namespace kv {
 // The current model and its type. Errors: PRO_TK_BAD_CONTEXT without one.
 [[nodiscard]] ProError CurrentModelGet(ProMdl& model, ProMdlType& type);
 
-// The same with a manufacturing model replaced by its assembly. Errors: also those of ProMfgAssemGet.
+// Replaces a manufacturing model by its assembly. Errors: those of ProMdlTypeGet and ProMfgAssemGet.
+[[nodiscard]] ProError SolidOf(ProMdl& model, ProMdlType& type);
+
+// The current model with a manufacturing model replaced by its assembly. Errors: also those of
+// ProMfgAssemGet.
 [[nodiscard]] ProError CurrentSolidGet(ProMdl& model, ProMdlType& type);
 
 // The current assembly, or the assembly of a current manufacturing model. For any other model `refusal` is

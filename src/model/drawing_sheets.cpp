@@ -31,4 +31,22 @@ std::wstring SheetSizesText(const std::vector<std::wstring>& sizes) {
     return text;
 }
 
+ProError SheetTurn::To(int sheet) {
+    ProError status = PRO_TK_NO_ERROR;
+    if (before_ == 0) {
+        int before = 0;
+        status = ProDrawingCurrentSheetGet(drawing_, &before);
+        if (Failed(status)) return status;
+        before_ = current_ = before;
+    }
+    if (sheet == current_) return PRO_TK_NO_ERROR;
+    status = ProDrawingCurrentSheetSet(drawing_, sheet);
+    if (!Failed(status)) current_ = sheet;
+    return status;
+}
+
+SheetTurn::~SheetTurn() {
+    if (current_ != before_) ProDrawingCurrentSheetSet(drawing_, before_);
+}
+
 }  // namespace kv

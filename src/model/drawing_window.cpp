@@ -28,6 +28,39 @@ std::vector<ProMdl> ShownModels() {
     return models;
 }
 
+static ProError DisplayIn(int window, ProMdl drawing, DrawingDisplay display) {
+    switch (display) {
+        case DrawingDisplay::Repainted:
+            return ProMdlDisplay(drawing);
+        case DrawingDisplay::Current:
+            return ProWindowCurrentSet(window);
+        case DrawingDisplay::Plain:
+            break;
+    }
+    return PRO_TK_NO_ERROR;
+}
+
+ProError ShowDrawing(const std::wstring& name, ProMdl drawing, DrawingDisplay display) {
+    const std::vector<ProMdl> shown = ShownModels();
+    const bool wasShown = std::ranges::find(shown, drawing) != shown.end();
+    int before = PRO_VALUE_UNUSED;
+    if (Failed(ProWindowCurrentGet(&before))) before = kBaseWindow;
+    ProMdlName windowName;
+    int window = PRO_VALUE_UNUSED;
+    ProError status = CopyText(name, windowName);
+    if (!Failed(status)) status = ProObjectwindowMdlnameCreate(windowName, PRO_DRAWING, &window);
+    if (Failed(status)) return status;
+    status = DisplayIn(window, drawing, display);
+    if (!Failed(status)) status = ProWindowActivate(window);
+    if (!Failed(status)) return status;
+
+    // A window that the user does not get to see is not left behind; the host hands out one that the user
+    // has, too.
+    if (display == DrawingDisplay::Current) ProWindowCurrentSet(before);
+    if (!wasShown) ProWindowDelete(window);
+    return status;
+}
+
 UserWindows::UserWindows() {
     if (Failed(ProWindowCurrentGet(&current_))) current_ = PRO_VALUE_UNUSED;
 }

@@ -1,4 +1,4 @@
-// Windows that a run opens for drawings, and the windows that the user has.
+// Windows for drawings: those that the user gets, those that a run opens, and those that the user has.
 #pragma once
 
 #include <optional>
@@ -12,6 +12,17 @@ namespace kv {
 
 // The models that the host's windows show. Costs a call for every window that there may be.
 std::vector<ProMdl> ShownModels();
+
+// What else happens to a window that ShowDrawing has found or opened.
+enum class DrawingDisplay {
+    Plain,
+    Repainted,  // the drawing is displayed anew
+    Current,    // the window is the one that calls work in from now on
+};
+
+// Shows a drawing in a window, which becomes the active one when the command has returned. On a failure the
+// window goes again unless the drawing had one. Errors: those of the window calls and ProMdlDisplay.
+[[nodiscard]] ProError ShowDrawing(const std::wstring& name, ProMdl drawing, DrawingDisplay display);
 
 // The user's windows as a run finds them. The host does not list windows by itself: they are looked for
 // before the first window of our own is opened.

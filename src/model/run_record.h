@@ -18,6 +18,7 @@ struct RunEntry {
     std::wstring file = {};  // name of the file that was to be written; empty for a step without one
     bool replaced = false;   // it took the place of an earlier file
     bool skipped = false;    // the step says why nothing was to be done
+    std::wstring note = {};  // what the report tells about a step that did not fail
 };
 
 enum class RunOutcome { Done, Skipped, Failed, NotReached };

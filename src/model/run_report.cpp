@@ -51,7 +51,8 @@ RunReport::~RunReport() {
 }
 
 void RunReport::Add(const RunEntry& entry) {
-    (void)file_.RowWrite(EntryRow{HarmlessCell(entry.model), entry.step, ResultText(entry), ReasonText(entry),
+    (void)file_.RowWrite(EntryRow{HarmlessCell(entry.model), entry.step, ResultText(entry),
+                                  Failed(entry.status) ? ReasonText(entry) : entry.note,
                                   HarmlessCell(entry.file), entry.replaced ? L"是" : L""});
 }
 

@@ -6,15 +6,11 @@
 #include "settings/kv_config.h"
 
 #include <algorithm>
-#include <cwchar>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include <ProUtil.h>
-
-#include "base/config_option.h"
 #include "base/run_file.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -22,6 +18,7 @@
 #include "settings/settings_store.h"
 #include "ui/dialog.h"
 #include "ui/message_box.h"
+#include "ui/open_file.h"
 #include "ui/prompt.h"
 #include "ui/shell.h"
 
@@ -31,7 +28,6 @@ static constexpr char kDialog[] = "KvConfig";
 static constexpr char kSaved[] = "Settings saved";
 static constexpr wchar_t kPathTooLong[] = L"\t模板路径超过254个字符，无法保存，请选择其他位置的模板\t";
 static constexpr wchar_t kTemplateFilter[] = L"*.drw";
-static constexpr wchar_t kFormatFolderOption[] = L"pro_format_dir";
 
 static constexpr const char* kChoicesInReadingOrder[] = {
     "SetLastDir",      "AsmAssembly",      "PrtAssembly",
@@ -118,15 +114,9 @@ static void OnPickTemplate(const char* component) {
     const TemplateRow* row = std::ranges::find_if(kTemplates, pressed);
     if (row == std::end(kTemplates)) return;
 
-    // Without the option the choice starts in the working directory.
-    std::wstring folder;
-    const bool known = !Failed(ConfigOptionGet(kFormatFolderOption, folder)) && !folder.empty();
-    ProPath file = {};
-    const ProError chosen =
-        ProFileMdlnameOpen(HostText(row->title), HostText(kTemplateFilter), nullptr, nullptr,
-                           known ? HostText(folder.c_str()) : nullptr, nullptr, file);
-    if (Failed(chosen)) return;
-    if (std::wcslen(file) > kLongestSetting) {
+    std::wstring file;
+    if (Failed(ModelFileChoose(row->title, kTemplateFilter, file))) return;
+    if (file.size() > kLongestSetting) {
         ShowMessage(kPathTooLong);
         return;
     }

@@ -71,6 +71,10 @@ ProError RunUntypedDialog(const char* name, std::span<const DialogAction> action
     return destroyed;
 }
 
+void DialogClose(const char* name) {
+    ProUIDialogExit(HostName(name), 0);
+}
+
 ProError InputTextGet(const char* dialog, const char* component, std::wstring& text) {
     HostString value;
     const ProError status =
@@ -154,7 +158,7 @@ void RadioChoiceSet(const char* dialog, const char* group, const std::string& bu
 }
 
 static void CloseDialog(char* dialog, char*, ProAppData) noexcept {
-    ProUIDialogExit(dialog, 0);
+    DialogClose(dialog);
 }
 
 // The close box does nothing of its own: without an action the dialog could not be left by it.

@@ -26,6 +26,9 @@ template <DialogData Data>
 [[nodiscard]] ProError RunUntypedDialog(const char* name, std::span<const DialogAction> actions,
                                         ProAppData data, const std::function<void()>& fill);
 
+// Ends the dialog once the action that asks for it has returned.
+void DialogClose(const char* name);
+
 // Text of an input panel. Errors: those of ProUIInputpanelValueGet; `text` is then empty.
 [[nodiscard]] ProError InputTextGet(const char* dialog, const char* component, std::wstring& text);
 // The same where an unreadable panel may count as empty.

@@ -33,4 +33,8 @@ ProError ReadMessageString(int length, const std::wstring& fallback, std::wstrin
     return PRO_TK_NO_ERROR;
 }
 
+ProError ReadMessageDouble(double& number) {
+    return ProMessageDoubleRead(nullptr, &number);
+}
+
 }  // namespace kv

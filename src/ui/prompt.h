@@ -36,4 +36,8 @@ ProError DisplayMessage(const char* key, const wchar_t* argument = nullptr);
 // Errors    PRO_TK_MSG_USER_QUIT alone, which ends the command quietly
 [[nodiscard]] ProError ReadMessageString(int length, const std::wstring& fallback, std::wstring& text);
 
+// Reads a real number of any size after a prompt was shown. Errors: PRO_TK_MSG_USER_QUIT for Esc,
+// PRO_TK_GENERAL_ERROR for Enter without an entry.
+[[nodiscard]] ProError ReadMessageDouble(double& number);
+
 }  // namespace kv

@@ -49,7 +49,7 @@ void ArrangeRightClick(SimHost& host) {
 static std::vector<Scenario> JoinRooms() {
     std::vector<Scenario> all;
     for (const auto room : {HostScenarios, SettingsScenarios, FolderScenarios, ParamsScenarios,
-                            ModelDataScenarios, BomScenarios, ExportScenarios}) {
+                            ModelDataScenarios, BomScenarios, ExportScenarios, DrawingScenarios}) {
         std::vector<Scenario> scenarios = room();
         std::move(scenarios.begin(), scenarios.end(), std::back_inserter(all));
     }

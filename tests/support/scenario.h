@@ -50,6 +50,7 @@ std::vector<Scenario> ParamsScenarios();
 std::vector<Scenario> ModelDataScenarios();
 std::vector<Scenario> BomScenarios();
 std::vector<Scenario> ExportScenarios();
+std::vector<Scenario> DrawingScenarios();
 
 const std::vector<Scenario>& Scenarios();
 

@@ -40,6 +40,12 @@ typedef enum ProMdlsubtypes {
     PROMDLSTYPE_ASM_INTERCHANGE = 7
 } ProMdlsubtype;
 
+// Names a model: its name and, as a text, its type, such as PRT.
+typedef struct promodel {
+    wchar_t name[80];
+    wchar_t type[10];
+} ProModel;
+
 // Gives the model of the current window. BAD_CONTEXT when there is none.
 ProError ProMdlCurrentGet(ProMdl* p_handle);
 
@@ -68,6 +74,9 @@ ProError ProMdlDirectoryPathGet(ProMdl handle, ProPath dir_path);
 // Gives the item that stands for the model itself: its type, and the model as owner.
 // BAD_INPUTS; INVALID_PTR.
 ProError ProMdlToModelitem(ProMdl mdl, ProModelitem* p_model_item);
+
+// Gives a model of this name and type that is in memory already. BAD_INPUTS; E_NOT_FOUND.
+ProError ProMdlnameInit(ProMdlName name, ProMdlfileType type, ProMdl* p_mdl_handle);
 
 // Loads a model into memory without displaying it, or gives the one already there; looks in
 // the working directory and on the search path. BAD_INPUTS; E_NOT_FOUND; NO_PERMISSION.
@@ -109,3 +118,4 @@ ProError ProMdlEraseNotDisplayed(void);
 PRO_END_C_DECLS
 
 static_assert(PROMDLSTYPE_PART_SHEETMETAL == 4, "the one subtype whose number is relied upon");
+static_assert(sizeof(ProModel) == 180, "two texts, no padding");

@@ -17,4 +17,8 @@ ProError ProMessageToBuffer(ProLine translated_msg, ProFileName file_name, ProCh
 // show the prompt first. MSG_USER_QUIT for Esc; GENERAL_ERROR when the user takes the default.
 ProError ProMessageStringRead(int max_buffer_length, wchar_t* buffer);
 
+// Reads a real number; show the prompt first. Without a range (NULL) any number is good; what is none, or is
+// out of range, is asked for again. MSG_USER_QUIT for Esc; GENERAL_ERROR for Enter without an entry.
+ProError ProMessageDoubleRead(double range[2], double* answer);
+
 PRO_END_C_DECLS

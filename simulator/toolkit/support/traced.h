@@ -39,9 +39,10 @@ ProError Traced(const CallSite& site, std::initializer_list<TraceArg> arguments,
         host.report.Violation("an exception crossed a host callback");
         status = PRO_TK_GENERAL_ERROR;
     }
-    // A message that is too long is given as far as it fits.
-    const bool isCut = status == PRO_TK_MSG_TOO_LONG && fault == PRO_TK_NO_ERROR;
-    if (status != PRO_TK_NO_ERROR && !isCut)
+    // A message that is too long is given as far as it fits, a drawing with errors is created all the same.
+    const bool isGiven =
+        fault == PRO_TK_NO_ERROR && (status == PRO_TK_MSG_TOO_LONG || status == PRO_TK_DWGCREATE_ERRORS);
+    if (status != PRO_TK_NO_ERROR && !isGiven)
         for (const TraceArg& argument : arguments) argument.Spoil();
     host.report.LeaveCall(site, status);
     return status;
