@@ -29,6 +29,9 @@ void Session::BeAsDocumented() {
     strict.bareProfileNameRefused = true;
     strict.pdfSheetRangeIsText = true;
     strict.exportsLeaveLog = true;
+    strict.referenceNeedsTopPath = true;
+    strict.mergeNeedsPath = true;
+    strict.mergeNeedsPlacementBeside = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;
     texts.upperCaseMessageFileRefused = true;
