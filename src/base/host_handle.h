@@ -67,6 +67,7 @@ inline void WideTextFree(wchar_t** text) {
 template <typename T>
 using HostArray = HostHandle<T*, ArrayFree<T>>;
 using HostString = HostHandle<wchar_t*, WideTextFree>;
+using SelectionHandle = HostHandle<ProSelection, ProSelectionFree>;
 using SelectionArray = HostHandle<ProSelection*, SelectionsFree>;
 using GeometryData = HostHandle<ProGeomitemdata*, ProGeomitemdataFree>;
 

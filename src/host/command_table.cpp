@@ -44,6 +44,7 @@
 
 #include <ProMenuBar.h>
 
+#include "assembly/new_component.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "bom/kv_bom.h"
@@ -73,9 +74,9 @@ static constexpr CommandRow CommandTable[] = {
     // name                   action                      help key                      icon                         available      designated
     {"KvOpenDir",             HostAction<KvOpenDir>,      "KvOpenDir_Help",             "KvOpenDir.png",             AccessAlways,  true},
     {"KvBackup",              HostAction<KvBackup>,       "KvBackup_Help",              "KvBackup.png",              AccessSolid,   true},
-    {"NewPart",               HostAction<NotAvailable>,   "NewPart_Help",               "NewPart.png",               AccessSolid,   true},
-    {"NewAsm",                HostAction<NotAvailable>,   "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
-    {"NewSmt",                HostAction<NotAvailable>,   "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
+    {"NewPart",               HostAction<NewPart>,        "NewPart_Help",               "NewPart.png",               AccessSolid,   true},
+    {"NewAsm",                HostAction<NewAsm>,         "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
+    {"NewSmt",                HostAction<NewSmt>,         "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
     {"BatchColor",            HostAction<NotAvailable>,   "Color_Help",                 "RandomColor.png",           AccessModel,   true},
     {"KvClearAllColor",       HostAction<NotAvailable>,   "KvClearAllColor_Help",       "KvClearAllColor.png",       AccessModel,   true},
     {"KvBoxSelSur",           HostAction<NotAvailable>,   "KvBoxSelSur_Help",           "KvBoxSelSur.png",           AccessModel,   true},

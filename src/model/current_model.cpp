@@ -2,11 +2,15 @@
 
 #include "model/current_model.h"
 
+#include <ProAssembly.h>
 #include <ProMfg.h>
 
 #include "base/status.h"
 
 namespace kv {
+
+// A manufacturing model gives way to its assembly.
+static ProError ReplaceByAssembly(ProMdl& model, ProMdlType& type);
 
 ProError CurrentModelGet(ProMdl& model, ProMdlType& type) {
     const ProError status = ProMdlCurrentGet(&model);
@@ -15,8 +19,11 @@ ProError CurrentModelGet(ProMdl& model, ProMdlType& type) {
 
 ProError CurrentSolidGet(ProMdl& model, ProMdlType& type) {
     const ProError status = CurrentModelGet(model, type);
-    if (Failed(status) || type != PRO_MDL_MFG) return status;
+    return Failed(status) ? status : ReplaceByAssembly(model, type);
+}
 
+static ProError ReplaceByAssembly(ProMdl& model, ProMdlType& type) {
+    if (type != PRO_MDL_MFG) return PRO_TK_NO_ERROR;
     ProAssembly assembly = nullptr;
     const ProError found = ProMfgAssemGet(static_cast<ProMfg>(model), &assembly);
     if (Failed(found)) return found;
@@ -31,6 +38,15 @@ ProError CurrentAssemblyGet(const wchar_t* refusal, ProMdl& assembly, MessageBox
     if (Failed(status) || type == PRO_MDL_ASSEMBLY) return status;
     show(refusal);
     return PRO_TK_INVALID_TYPE;
+}
+
+ProError ActiveAssemblyGet(const wchar_t* refusal, ProMdl& assembly) {
+    ProMdlType type = PRO_MDL_UNUSED;
+    ProError status = ProMdlActiveGet(&assembly);
+    if (!Failed(status)) status = ProMdlTypeGet(assembly, &type);
+    if (!Failed(status)) status = ReplaceByAssembly(assembly, type);
+    if (!Failed(status) && type == PRO_MDL_ASSEMBLY) return PRO_TK_NO_ERROR;
+    return ShowFailure(refusal, PRO_TK_INVALID_TYPE);
 }
 
 }  // namespace kv
