@@ -8,7 +8,6 @@
 
 #include <ProMdl.h>
 #include <ProModelitem.h>
-#include <ProSelbuffer.h>
 #include <ProWindows.h>
 
 #include "base/host_handle.h"
@@ -16,6 +15,7 @@
 #include "base/text.h"
 #include "model/drawing_window.h"
 #include "model/model_data.h"
+#include "model/selection.h"
 #include "ui/message_box.h"
 
 namespace kv {
@@ -27,11 +27,8 @@ static ProError ShowDrawing(const std::wstring& name, ProMdl drawing);
 
 ProError KvOpenDrw() {
     SelectionArray selections;
-    ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
-    if (Failed(status)) return status;
-    int count = 0;
-    status = ProArraySizeGet(selections.Get(), &count);
-    if (Failed(status) || count != 1) return status;
+    ProError status = SelectionRead(selections);
+    if (Failed(status) || Items(selections).size() != 1) return status;
 
     ProMdl model = nullptr;
     std::wstring name;
@@ -49,7 +46,7 @@ static ProError SelectedModelGet(ProSelection selection, ProMdl& model) {
     ProModelitem item = {};
     const ProError status = ProSelectionModelitemGet(selection, &item);
     if (Failed(status)) return status;
-    if (item.type == PRO_ASSEMBLY || item.type == PRO_PART) return ProModelitemMdlGet(&item, &model);
+    if (IsWholeModel(item)) return ProModelitemMdlGet(&item, &model);
     model = item.owner;
     return PRO_TK_NO_ERROR;
 }

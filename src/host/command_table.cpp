@@ -44,6 +44,7 @@
 
 #include <ProMenuBar.h>
 
+#include "assembly/clone_component.h"
 #include "assembly/new_component.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -93,8 +94,8 @@ static constexpr CommandRow CommandTable[] = {
     {"KvParams",              HostAction<KvParams>,       "KvParams_Help",              "KvParams.png",              AccessSolid,   true},
     {"KvRelations",           HostAction<NotAvailable>,   "KvRelations_Help",           "KvRelations.png",           AccessSolid,   true},
     {"SetUnit",               HostAction<NotAvailable>,   "SetUnit_Help",               "SetUnit.png",               AccessPart,    true},
-    {"CloneComp",             HostAction<NotAvailable>,   "CloneComp_Help",             "CloneComp.png",             AccessSolid,   true},
-    {"CloneAndReplace",       HostAction<NotAvailable>,   "CloneAndReplace_Help",       "CloneAndReplace.png",       AccessSolid,   true},
+    {"CloneComp",             HostAction<CloneComp>,      "CloneComp_Help",             "CloneComp.png",             AccessSolid,   true},
+    {"CloneAndReplace",       HostAction<CloneAndReplace>, "CloneAndReplace_Help",      "CloneAndReplace.png",       AccessSolid,   true},
     {"KvMerge",               HostAction<NotAvailable>,   "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
     {"KvMergeTo",             HostAction<NotAvailable>,   "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
     {"TweViews",              HostAction<NotAvailable>,   "TweViews_Help",              "TweViews.png",              AccessModel,   true},

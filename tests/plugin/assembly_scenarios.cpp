@@ -45,11 +45,43 @@ static Scenario NewComponentScenario(const std::string& command) {
     return scenario;
 }
 
+// What a fault leaves unanswered is no problem: how often a name is asked for depends on it.
+static Scenario Forgetting(Scenario scenario) {
+    scenario.act = [act = scenario.act](SimHost& host) {
+        act(host);
+        host.ForgetAnswers();
+    };
+    return scenario;
+}
+
+// A component of the open assembly is cloned under this rule; TAKEN is on disk.
+static Scenario CloneScenario(const std::string& command, const std::wstring& rule) {
+    const auto arrange = [rule](SimHost& host) {
+        ChangeSetting(L"KvConfig.ini", L"CompCopyAutoNum", L"value", rule);
+        ArrangeActivated(host);
+        LayPart(host, L"BOLT-1");
+        LayPart(host, L"TAKEN");
+        sim::Pick pick = Whole(Bolt(host));
+        pick.path = {2};
+        host.Select({pick});
+        host.AnswerPlacement(true);
+        for (const wchar_t* name : {L"TAKEN", L"NEW"})
+            host.AnswerPrompt({sim::PromptAnswer::Kind::kTyped, name});
+        for (int i = 0; i < 3; ++i) host.AnswerPrompt({sim::PromptAnswer::Kind::kEscape, {}});
+    };
+    Scenario scenario = Forgetting(CommandScenario(command, arrange, std::string(rule.begin(), rule.end())));
+    scenario.holds = ExpectNothingOverwritten;
+    return scenario;
+}
+
 std::vector<Scenario> AssemblyScenarios() {
     return {
         NewComponentScenario("NewPart"),
         NewComponentScenario("NewAsm"),
         NewComponentScenario("NewSmt"),
+        CloneScenario("CloneComp", L"byUser"),
+        CloneScenario("CloneComp", L"byComp"),
+        CloneScenario("CloneAndReplace", L"byAsm"),
     };
 }
 
