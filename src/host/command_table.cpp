@@ -45,6 +45,7 @@
 #include <ProMenuBar.h>
 
 #include "assembly/clone_component.h"
+#include "assembly/merge.h"
 #include "assembly/new_component.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -96,8 +97,8 @@ static constexpr CommandRow CommandTable[] = {
     {"SetUnit",               HostAction<NotAvailable>,   "SetUnit_Help",               "SetUnit.png",               AccessPart,    true},
     {"CloneComp",             HostAction<CloneComp>,      "CloneComp_Help",             "CloneComp.png",             AccessSolid,   true},
     {"CloneAndReplace",       HostAction<CloneAndReplace>, "CloneAndReplace_Help",      "CloneAndReplace.png",       AccessSolid,   true},
-    {"KvMerge",               HostAction<NotAvailable>,   "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
-    {"KvMergeTo",             HostAction<NotAvailable>,   "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
+    {"KvMerge",               HostAction<KvMerge>,        "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
+    {"KvMergeTo",             HostAction<KvMergeTo>,      "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
     {"TweViews",              HostAction<NotAvailable>,   "TweViews_Help",              "TweViews.png",              AccessModel,   true},
     {"NewDraw",               HostAction<NotAvailable>,   "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
     {"KvExStp",               HostAction<KvExStp>,        "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},

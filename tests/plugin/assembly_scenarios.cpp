@@ -74,14 +74,46 @@ static Scenario CloneScenario(const std::string& command, const std::wstring& ru
     return scenario;
 }
 
+// BOLT and SUB are selected, and picked when the command asks.
+static void ArrangeMerge(SimHost& host) {
+    UsePartTemplate(host);
+    ArrangeActivated(host);
+    LayPart(host, L"TAKEN");
+    SimModel& nut = host.AddPart(L"NUT").AddBlock(1, 1, 1);
+    SimModel& sub = *InMemory(host, L"SUB", sim::ModelKind::kAssembly);
+    sub.Place(nut);
+    Bolt(host).AddBlock(1, 1, 1);
+    sim::Pick bolt = Whole(Bolt(host));
+    bolt.path = {2};
+    sim::Pick assembly = Whole(sub);
+    assembly.path = {3};
+    host.Select({bolt, assembly});
+    for (const wchar_t* name : {L"TAKEN", L"NEW"}) host.AnswerPrompt({sim::PromptAnswer::Kind::kTyped, name});
+    for (int i = 0; i < 3; ++i) host.AnswerPrompt({sim::PromptAnswer::Kind::kEscape, {}});
+}
+
+static Scenario Merging(const std::string& command, Arrangement arrange) {
+    Scenario scenario = Forgetting(CommandScenario(command, std::move(arrange)));
+    scenario.holds = [](SimHost& host) {
+        ExpectNothingOverwritten(host);
+        EXPECT_TRUE(Bolt(host).Features().empty()) << "only the target changes";
+    };
+    return scenario;
+}
+
+static void ArrangeMergeTo(SimHost& host) {
+    ArrangeMerge(host);
+    const std::vector<sim::Pick> selected = host.State().desk.selected;
+    host.AnswerPick({false, {selected[0]}});
+    host.Activate(*InMemory(host, L"NUT"));
+}
+
 std::vector<Scenario> AssemblyScenarios() {
     return {
-        NewComponentScenario("NewPart"),
-        NewComponentScenario("NewAsm"),
-        NewComponentScenario("NewSmt"),
-        CloneScenario("CloneComp", L"byUser"),
-        CloneScenario("CloneComp", L"byComp"),
-        CloneScenario("CloneAndReplace", L"byAsm"),
+        NewComponentScenario("NewPart"),       NewComponentScenario("NewAsm"),
+        NewComponentScenario("NewSmt"),        CloneScenario("CloneComp", L"byUser"),
+        CloneScenario("CloneComp", L"byComp"), CloneScenario("CloneAndReplace", L"byAsm"),
+        Merging("KvMerge", ArrangeMerge),      Merging("KvMergeTo", ArrangeMergeTo),
     };
 }
 
