@@ -13,10 +13,9 @@ struct Benchmark {
 };
 
 constexpr Benchmark kBenchmarks[] = {
-    {"params", bench::BenchParams},
-    {"bom", bench::BenchBom},
-    {"workbook", bench::BenchWorkbook},
-    {"drawings", bench::BenchDrawings},
+    {"params", bench::BenchParams},     {"bom", bench::BenchBom},
+    {"workbook", bench::BenchWorkbook}, {"drawings", bench::BenchDrawings},
+    {"assembly", bench::BenchAssembly},
 };
 
 bool RunNamed(std::string_view name) {
