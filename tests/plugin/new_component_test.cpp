@@ -214,17 +214,31 @@ TEST_F(NewPart, TakesNoNameThatCannotBeLookedUp) {
 }
 
 TEST_F(NewPart, KeepsQuietAboutLaterFailuresButRecordsThem) {
-    for (const char* function : {"ProMdlSave", "ProAsmcompAssemble", "ProAsmcompConstraintsSet"}) {
-        SimModel& pump = host.AddAssembly(function == std::string("ProMdlSave")           ? L"PUMP_A"
-                                          : function == std::string("ProAsmcompAssemble") ? L"PUMP_B"
-                                                                                          : L"PUMP_C");
-        pump.AddCoordinateSystem(L"ASM_DEF_CSYS");
+    const struct {
+        const char* function;
+        const wchar_t* assembly;
+        const wchar_t* line;
+    } kCases[] = {
+        {"ProMdlSave", L"PUMP_A", L"PUMP_A-1：已创建并约束装配（有步骤失败，见报告）"},
+        {"ProAsmcompAssemble", L"PUMP_B", L"PUMP_B-1：已创建，未装配（有步骤失败，见报告）"},
+        {"ProAsmcompConstraintsSet", L"PUMP_C", L"PUMP_C-1：已创建并装配，未约束（有步骤失败，见报告）"},
+    };
+    for (const auto& [function, assembly, line] : kCases) {
         host.State().report.Arm({function, 1, PRO_TK_NO_PERMISSION});
-        RunIn(pump);
-        EXPECT_EQ(test::LastReport(host).Reason(pump.Name() + L"-1"), L"没有权限") << function;
-        EXPECT_EQ(pump.Features().empty(), function == std::string("ProAsmcompAssemble"));
+        RunIn(host.AddAssembly(assembly).AddCoordinateSystem(L"ASM_DEF_CSYS"));
+        EXPECT_EQ(test::LastReport(host).Reason(assembly + std::wstring(L"-1")), L"没有权限") << function;
+        EXPECT_NE(host.State().user.messageArea.back().find(line), std::wstring::npos) << function;
     }
     EXPECT_EQ(Messages(host), Texts());
+}
+
+TEST_F(NewPart, TellsThatNoCopyCouldBeMade) {
+    SimModel& pump = host.AddAssembly(L"PUMP").AddCoordinateSystem(L"ASM_DEF_CSYS");
+    host.State().report.Arm({"ProMdlnameCopy", 1, PRO_TK_NO_PERMISSION});
+    RunIn(pump);
+    EXPECT_EQ(Messages(host), Texts{L"\t新模型“PUMP-1”创建失败：没有权限\t"});
+    EXPECT_TRUE(pump.Features().empty());
+    EXPECT_FALSE(HasFile(host, L"pump-1.prt.1"));
 }
 
 // On a host that wants the path from the top assembly as well as on one that does not.
