@@ -59,5 +59,6 @@ void BenchBom();
 void BenchWorkbook();
 void BenchDrawings();
 void BenchScales();
+void BenchAssembly();
 
 }  // namespace bench

@@ -20,6 +20,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
     {"scales", bench::BenchScales},
+    {"assembly", bench::BenchAssembly},
 };
 // clang-format on
 

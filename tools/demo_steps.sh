@@ -265,6 +265,45 @@ grep -e '^units' -e '^material' -e '^bend table' "$work/out" >"$work/shown"
 [ "$(wc -l <"$work/shown")" -eq 3 ] || fail "左护罩 lacks some of it"
 printf '    左护罩:\n'
 print "$work/shown"
+headline "A new part from the template, named after the assembly, on its default coordinate system"
+hostsim --plugin plugin run NewPart --workspace roller_conveyor --model roller_conveyor \
+    --option template_solidpart=../templates/start_part.prt --save
+print
+newest=$(find roller_conveyor -name "roller_conveyor.asm.*" | sort -t . -k 3n | tail -n 1)
+grep -o '"model":"ROLLER_CONVEYOR-1.prt".*' "$newest" >"$work/out" || fail "the new part is not placed"
+printf '\n    In the assembly: '
+print | sed 's/^ *//'
+grep -q '"constraints"' "$work/out" || fail "the new part is not constrained"
+
+headline "One screw of many becomes a model of its own: the copy takes its place, and the host plays the macro"
+printf '  The user, scripts/clone_screw.user:\n\n'
+print scripts/clone_screw.user
+printf '\n'
+hostsim --plugin plugin run CloneAndReplace --workspace roller_conveyor --model roller_conveyor \
+    --setting CompCopyAutoNum=byUser --user scripts/clone_screw.user --save
+print
+newest=$(find roller_conveyor -name "drive_unit.asm.*" | sort -t . -k 3n | tail -n 1)
+grep -q '{"id":16,"model":"DRIVE_SCREW.prt"' "$newest" || fail "the screw was not replaced"
+
+headline "A copy of a component for the user to place"
+hostsim --plugin plugin run CloneComp --workspace roller_conveyor --model drive_unit \
+    --user scripts/clone_hanger.user --save
+print
+grep -q 'DRIVE_HANGER-1' "$work/out" || fail "no copy was made"
+
+headline "Parts of an assembly as one: merge features in a new part, and in one that is activated"
+hostsim --plugin plugin run KvMerge --workspace roller_conveyor --model drive_unit \
+    --option template_solidpart=../templates/start_part.prt --user scripts/merge_drive.user --save
+print
+hostsim --plugin plugin run KvMergeTo --workspace roller_conveyor --model drive_unit \
+    --user scripts/merge_plate.user --save
+print
+printf '\n'
+for model in drive_frame drive_base_plate; do
+    newest=$(find roller_conveyor -name "$model.prt.*" | sort -t . -k 3n | tail -n 1)
+    grep -o '"name":"合并[0-9]*","reference":"[^"]*"' "$newest" >"$work/out" || fail "nothing was merged into $model"
+    sed "s/.*\(合并[0-9]*\)\",\"reference\":\"\(.*\)\"/    $model: \1 of \2/" "$work/out"
+done
 
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \

@@ -154,6 +154,23 @@ void Desk::MakeActive(int window) {
     models_.currentMode = models_.current == nullptr ? -1 : ModeOf(*models_.current);
 }
 
+// ---- The activated model
+
+void Desk::Activate(SimModel& model) {
+    activated_ = &model;
+    activatedIn_ = models_.current;
+}
+
+SimModel* Desk::Active() {
+    const bool holds = activated_ != nullptr && activatedIn_ == models_.current;
+    return holds ? activated_ : models_.current;
+}
+
+SimModel* Desk::Top() {
+    SimModel* top = models_.current;
+    return top != nullptr && top->MfgAssembly() != nullptr ? top->MfgAssembly() : top;
+}
+
 // ---- After the command
 
 void Desk::EraseLater(SimModel& model) {
@@ -208,6 +225,8 @@ void Desk::EraseNotShown() {
 void Desk::Forget(const SimModel& model) {
     if (const auto own = windowOf_.find(&model); own != windowOf_.end()) Put(own->second, nullptr);
     std::erase_if(selected, [&model](const Pick& pick) { return pick.model == &model; });
+    std::erase_if(systems_, [&model](const auto& system) { return system.first.first == &model; });
+    if (activated_ == &model) activated_ = nullptr;
     doomed_.erase(&model);
     sheetsBefore_.erase(&model);
     for (const auto& surface : model.Surfaces()) surfaces_.erase(surface.get());
@@ -257,6 +276,26 @@ void Desk::NoteLeftOpen() {
 
 // ---- Selection and surfaces
 
+void Desk::ReplaceSelected(std::wstring_view file) {
+    const auto parts = ParseModelFileName(file);
+    if (!parts || selected.size() != 1 || selected[0].path.empty() || Top() == nullptr) return;
+    SimModel* owner = Top();
+    const std::vector<int>& path = selected[0].path;
+    for (std::size_t i = 0; i + 1 < path.size() && owner != nullptr; ++i) {
+        const Feature* feature = owner->FindFeature(path[i]);
+        owner = feature == nullptr ? nullptr : feature->component;
+    }
+    Feature* component = owner == nullptr ? nullptr : owner->FindFeature(path.back());
+    SimModel* model = nullptr;
+    const bool isThere =
+        models_.NewestFile(parts->name, parts->kind, models_.WorkingDirectory()).version != 0;
+    if (component == nullptr || component->component == nullptr || !isThere) return;
+    if (models_.Retrieve(parts->name, parts->kind, model) != PRO_TK_NO_ERROR) return;
+    if (model == owner || model->HasBelow(*owner)) return;
+    owner->ReplaceComponent(*component, *model);
+    selected.clear();
+}
+
 void* Desk::NewSelection(const Pick& pick) {
     nextSelection_ += 16;
     selections_[nextSelection_] = pick;
@@ -270,6 +309,20 @@ const Pick* Desk::FindSelection(const void* handle) const {
 
 void Desk::DropSelection(const void* handle) {
     selections_.erase(reinterpret_cast<std::uintptr_t>(handle));
+}
+
+void* Desk::HandOut(const SimModel& model, const CoordinateSystem& system) {
+    std::uintptr_t& handle = systems_[{&model, system.id}];
+    if (handle == 0) handle = nextSystem_ += 16;
+    return std::bit_cast<void*>(handle);
+}
+
+const CoordinateSystem* Desk::FindCoordinateSystem(const SimModel& model, const void* handle) const {
+    const auto number = reinterpret_cast<std::uintptr_t>(handle);
+    for (auto system = systems_.lower_bound({&model, 0});
+         system != systems_.end() && system->first.first == &model; ++system)
+        if (system->second == number) return model.FindCoordinateSystem(system->first.second);
+    return nullptr;
 }
 
 const SurfaceItem* Desk::FindSurface(const void* handle) const {

@@ -4,11 +4,14 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "simulator/cad/model_store.h"
@@ -50,6 +53,14 @@ public:
     void CountRepaint() { ++repaints_; }
     int Repaints() const { return repaints_; }
 
+    // ---- The activated model
+    // The user activates a component of the open assembly, until another model is opened.
+    void Activate(SimModel& model);
+    // That one, else the model of the active window; null without one.
+    SimModel* Active();
+    // What component paths begin in: the open assembly, or that of an open manufacturing model.
+    SimModel* Top();
+
     // ---- What takes effect when the command has returned
     void ActivateLater(int window) { pendingWindow_ = window; }
     void CloseCurrentLater() { toClose_.push_back(CurrentWindow()); }
@@ -75,6 +86,11 @@ public:
     std::vector<Pick> selected;      // the selection buffer
     bool canAccessSelection = true;  // false: no selection tool is active
 
+    // The user replaces the selected component by the model of a file in the working directory, "pump.prt".
+    // Nothing happens unless one component is selected, there is such a file, and it does not hold the
+    // assembly.
+    void ReplaceSelected(std::wstring_view file);
+
     // A selection handle is a number that is never used twice, so that a stale one is always noticed.
     void* NewSelection(const Pick& pick);
     const Pick* FindSelection(const void* handle) const;
@@ -82,9 +98,13 @@ public:
     // The handles that the last interactive selection gave out.
     std::vector<void*> lastPicked;
 
-    // ---- Surfaces that visits have handed out
+    // ---- Surfaces and coordinate systems that visits have handed out
     void HandOut(const SurfaceItem& surface) { surfaces_.insert(&surface); }
     const SurfaceItem* FindSurface(const void* handle) const;
+    // The same handle for the same coordinate system.
+    void* HandOut(const SimModel& model, const CoordinateSystem& system);
+    // Null: none in memory has this handle.
+    const CoordinateSystem* FindCoordinateSystem(const SimModel& model, const void* handle) const;
 
 private:
     struct Window {
@@ -119,6 +139,10 @@ private:
     std::unordered_map<std::uintptr_t, Pick> selections_;
     std::uintptr_t nextSelection_ = 0x5E1000;
     std::unordered_set<const void*> surfaces_;
+    std::map<std::pair<const SimModel*, int>, std::uintptr_t> systems_;  // handles, by model and identifier
+    std::uintptr_t nextSystem_ = 0xC51000;
+    SimModel* activated_ = nullptr;
+    SimModel* activatedIn_ = nullptr;  // the model that was open then
 };
 
 }  // namespace sim

@@ -91,6 +91,37 @@ SimModel& SimModel::AddFeature(int type) {
     return InsertFeature(std::move(feature));
 }
 
+namespace {
+
+// The box around a box that was turned and shifted.
+Box Moved(const Box& box, const Matrix& placement) {
+    Box moved;
+    for (unsigned corner = 0; corner < 8; ++corner) {
+        const Vec3 point = Transformed({(corner & 1) != 0 ? box.maximum.x : box.minimum.x,
+                                        (corner & 2) != 0 ? box.maximum.y : box.minimum.y,
+                                        (corner & 4) != 0 ? box.maximum.z : box.minimum.z},
+                                       placement);
+        if (corner == 0) moved = {point, point};
+        moved.minimum = {std::min(moved.minimum.x, point.x), std::min(moved.minimum.y, point.y),
+                         std::min(moved.minimum.z, point.z)};
+        moved.maximum = {std::max(moved.maximum.x, point.x), std::max(moved.maximum.y, point.y),
+                         std::max(moved.maximum.z, point.z)};
+    }
+    return moved;
+}
+
+}  // namespace
+
+SimModel& SimModel::AddMerge(SimModel& part, std::wstring_view name, const Matrix& placement) {
+    Feature feature;
+    feature.type = kMergeType;
+    feature.name = name;
+    feature.reference = &part;
+    InsertFeature(std::move(feature));
+    for (const auto& surface : part.surfaces_) AddSurface(Moved(surface->box, placement));
+    return *this;
+}
+
 SimModel& SimModel::InsertFeature(Feature feature) {
     feature.id = TakeId();
     InsertFeatureWithId(std::move(feature));
@@ -101,6 +132,7 @@ SimModel& SimModel::InsertFeature(Feature feature) {
 void SimModel::InsertFeatureWithId(Feature feature) {
     if (feature.id != static_cast<int>(features_.size()) + 1) featureIndex_[feature.id] = features_.size();
     if (feature.component != nullptr) Use(feature.component);
+    if (feature.reference != nullptr) Use(feature.reference);
     features_.push_back(std::move(feature));
     ++structureChanges_;
 }
@@ -110,6 +142,26 @@ Feature* SimModel::FindFeature(int id) {
     if (position < features_.size() && features_[position].id == id) return &features_[position];
     const auto found = featureIndex_.find(id);
     return found == featureIndex_.end() ? nullptr : &features_[found->second];
+}
+
+void SimModel::ReplaceComponent(Feature& component, SimModel& model) {
+    SimModel* before = std::exchange(component.component, &model);
+    Use(&model);
+    const bool isLast = std::ranges::find(features_, before, &Feature::component) == features_.end();
+    if (isLast) StopUsing(before);
+    ++structureChanges_;
+    modified_ = true;
+}
+
+void SimModel::Constrain(Feature& component, std::vector<ComponentConstraint> constraints) {
+    for (const ComponentConstraint& constraint : constraints) {
+        const CoordinateSystem* target = FindCoordinateSystem(constraint.assemblyItem);
+        const CoordinateSystem* own = component.component->FindCoordinateSystem(constraint.componentItem);
+        const auto back = own == nullptr ? std::nullopt : Inverse(own->placement);
+        if (target != nullptr && back) component.placement = Product(*back, target->placement);
+    }
+    component.constraints = std::move(constraints);
+    modified_ = true;
 }
 
 // ---- Parameters
@@ -310,8 +362,14 @@ SimModel& SimModel::AddBlock(double x, double y, double z) {
 
 SimModel& SimModel::AddCoordinateSystem(std::wstring_view name, const Matrix& placement) {
     coordinateSystems_.push_back({TakeId(), std::wstring(name), placement});
+    ++structureChanges_;
     modified_ = true;
     return *this;
+}
+
+const CoordinateSystem* SimModel::FindCoordinateSystem(int id) const {
+    const auto found = std::ranges::find(coordinateSystems_, id, &CoordinateSystem::id);
+    return found == coordinateSystems_.end() ? nullptr : &*found;
 }
 
 SimModel& SimModel::SetBodyCount(int bodies) {
@@ -468,17 +526,60 @@ SimModel& SimModel::SetReadOnly(bool on) {
 
 // ---- Ties to other models
 
+void SimModel::CopyContent(const SimModel& from) {
+    features_ = from.features_;
+    featureIndex_ = from.featureIndex_;
+    nextId_ = from.nextId_;
+    parameters_ = from.parameters_;
+    parameterIndex_ = from.parameterIndex_;
+    for (const auto& surface : from.surfaces_) surfaces_.push_back(std::make_unique<SurfaceItem>(*surface));
+    coordinateSystems_ = from.coordinateSystems_;
+    sheets_ = from.sheets_;
+    currentSheet_ = from.currentSheet_;
+    views_ = from.views_;
+    shownModels_ = from.shownModels_;
+    mfgAssembly_ = from.mfgAssembly_;
+    familyColumns_ = from.familyColumns_;
+    missingShownModels_ = from.missingShownModels_;
+    missingMfgAssembly_ = from.missingMfgAssembly_;
+    bodies_ = from.bodies_;
+    for (SimModel* below : from.below_)
+        if (below != from.generic_) Use(below);
+    ++structureChanges_;
+    modified_ = true;
+}
+
+bool SimModel::HasBelow(const SimModel& other) const {
+    std::unordered_set<const SimModel*> seen = {this};
+    std::vector<const SimModel*> open = {this};
+    while (!open.empty()) {
+        const SimModel* model = open.back();
+        open.pop_back();
+        for (const SimModel* below : model->below_) {
+            if (below == &other) return true;
+            if (seen.insert(below).second) open.push_back(below);
+        }
+    }
+    return false;
+}
+
 void SimModel::Use(SimModel* below) {
     if (below == this || !belowSet_.insert(below).second) return;
     below_.push_back(below);
     ++below->users_;
 }
 
+void SimModel::StopUsing(SimModel* below) {
+    if (belowSet_.erase(below) == 0) return;
+    std::erase(below_, below);
+    --below->users_;
+}
+
 void SimModel::ReleaseModelsBelow() {
     for (SimModel* model : below_) --model->users_;
     below_.clear();
     belowSet_.clear();
-    for (Feature& feature : features_) feature.component = nullptr;
+    for (Feature& feature : features_) feature.component = feature.reference = nullptr;
     views_.clear();
     modelScales_.clear();
     shownModels_.clear();

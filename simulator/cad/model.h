@@ -70,6 +70,15 @@ inline constexpr int kFeatureActive = 0;
 inline constexpr int kFeatureSuppressed = 5;
 // Feature type of a component.
 inline constexpr int kComponentType = 1000;
+// Feature type of a merge.
+inline constexpr int kMergeType = 1238;
+
+// One way in which a component is tied to its assembly.
+struct ComponentConstraint {
+    int type = 0;           // the host's constraint type
+    int assemblyItem = 0;   // coordinate system of the assembly; 0: none
+    int componentItem = 0;  // and of the component's model
+};
 
 // A feature of an assembly or part. A component is a feature with a model.
 struct Feature {
@@ -84,6 +93,9 @@ struct Feature {
     bool isVisible = true;  // ProFeatureVisibilityGet: false for internal features
     bool isHidden = false;  // hidden by the user; says nothing to ProFeatureVisibilityGet
     Matrix placement = IdentityMatrix();
+    std::vector<ComponentConstraint> constraints;  // of a component
+    std::wstring name;                             // empty: none
+    SimModel* reference = nullptr;                 // the part that a merge has taken in
 };
 
 // How a component is placed when not plainly.
@@ -150,8 +162,14 @@ public:
     SimModel& PlaceMissing(std::wstring_view name);
     // A feature that is no component.
     SimModel& AddFeature(int type);
+    // Takes in another part: a merge feature with a reference to it, and its surfaces, moved by `placement`.
+    SimModel& AddMerge(SimModel& part, std::wstring_view name, const Matrix& placement);
     const std::vector<Feature>& Features() const { return features_; }
     Feature* FindFeature(int id);
+    // Puts another model in a component's place.
+    void ReplaceComponent(Feature& component, SimModel& model);
+    // Ties a component to its assembly; a coordinate-system constraint moves it.
+    void Constrain(Feature& component, std::vector<ComponentConstraint> constraints);
     // Grows with every change of the features or surfaces.
     int StructureChanges() const { return structureChanges_; }
 
@@ -207,6 +225,7 @@ public:
     SimModel& AddBlock(double x, double y, double z);
     SimModel& AddCoordinateSystem(std::wstring_view name, const Matrix& placement = IdentityMatrix());
     const std::vector<CoordinateSystem>& CoordinateSystems() const { return coordinateSystems_; }
+    const CoordinateSystem* FindCoordinateSystem(int id) const;
     const std::vector<std::unique_ptr<SurfaceItem>>& Surfaces() const { return surfaces_; }
 
     // ---- Drawings and manufacturing models
@@ -257,6 +276,9 @@ public:
     // Takes over the generic's value of a parameter, unless it has one of its own.
     void InheritFrom(const SimModel& generic, std::wstring_view parameter);
 
+    // Takes over what another model of its kind holds, save for its being an instance or read-only.
+    void CopyContent(const SimModel& from);
+
     // ---- State of the session
     SimModel& SetReadOnly(bool on = true);
     bool IsReadOnly() const { return readOnly_; }
@@ -269,6 +291,8 @@ public:
     int BodyCount() const { return bodies_; }
     SimModel& SetBodyCount(int bodies);
 
+    // True when the other model is somewhere below.
+    bool HasBelow(const SimModel& other) const;
     // The models right below: of components, of drawing views, of a manufacturing model, the generic of an
     // instance; each once, itself never.
     const std::vector<SimModel*>& ModelsBelow() const { return below_; }
@@ -284,6 +308,7 @@ public:
 private:
     int TakeId() { return nextId_++; }
     void Use(SimModel* below);
+    void StopUsing(SimModel* below);
     SimModel& InsertFeature(Feature feature);
     void InsertFeatureWithId(Feature feature);
     void IndexParameters();

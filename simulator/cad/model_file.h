@@ -20,7 +20,7 @@ class ModelFileError : public std::runtime_error {
 
 // Another model that a file names.
 struct ModelTie {
-    enum class Role { kComponent, kView, kShownModel, kModelScale, kMfgAssembly, kGeneric };
+    enum class Role { kComponent, kReference, kView, kShownModel, kModelScale, kMfgAssembly, kGeneric };
     Role role;
     std::size_t position;  // of the feature, view or scale in its model
     std::wstring name;

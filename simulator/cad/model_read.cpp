@@ -103,6 +103,9 @@ public:
             case ModelTie::Role::kComponent:
                 TieComponent(model, tie, other);
                 break;
+            case ModelTie::Role::kReference:
+                TieReference(model, tie, other);
+                break;
             case ModelTie::Role::kView:
                 if (other == nullptr) model.views_[tie.position].missingModel = label;
                 model.views_[tie.position].model = other;
@@ -145,6 +148,14 @@ private:
         feature.missingKind = tie.kind;
         feature.missingStatus = feature.status;
         feature.status = kFeatureSuppressed;
+    }
+
+    static void TieReference(SimModel& model, const ModelTie& tie, SimModel* other) {
+        Feature& feature = model.features_[tie.position];
+        feature.reference = other;
+        if (other != nullptr) return model.Use(other);
+        feature.missingName = tie.name;
+        feature.missingKind = tie.kind;
     }
 
     void ReadList(const Node& list, void (ModelReader::*read)(const Node&)) {
@@ -275,6 +286,11 @@ private:
         });
         const bool hasType = entries.Optional("type", [&](const Node& type) { feature.type = type.Int(1); });
         if (hasModel == hasType) node.Fail("either \"model\" or \"type\"");
+        entries.Optional("name", [&](const Node& name) { feature.name = name.WideText(kLongestName); });
+        const bool refers = entries.Optional("reference", [&](const Node& name) {
+            AddTie(ModelTie::Role::kReference, model_.features_.size(), name);
+        });
+        if (refers && hasModel) node.Fail("a reference of a feature that is no component");
         entries.Optional("status", [&](const Node& word) { feature.status = word.OneOf(kStatuses); });
         entries.Optional("statusFlags", [&](const Node& flags) {
             feature.statusFlags =
@@ -283,8 +299,22 @@ private:
         entries.Optional("internal", [&](const Node& truth) { feature.isVisible = !truth.Truth(); });
         entries.Optional("hidden", [&](const Node& truth) { feature.isHidden = truth.Truth(); });
         ReadPlacing(entries, feature.placement);
+        entries.Optional("constraints", [&](const Node& list) {
+            list.ForEach([&](const Node& entry) { feature.constraints.push_back(ReadConstraint(entry)); });
+        });
+        if (hasType && !feature.constraints.empty()) node.Fail("constraints of a component only");
         entries.Close();
         model_.InsertFeatureWithId(std::move(feature));
+    }
+
+    static ComponentConstraint ReadConstraint(const Node& node) {
+        Entries entries(node);
+        ComponentConstraint constraint;
+        entries.Required("type", [&](const Node& type) { constraint.type = type.Int(0); });
+        entries.Optional("assembly", [&](const Node& id) { constraint.assemblyItem = id.Int(1); });
+        entries.Optional("component", [&](const Node& id) { constraint.componentItem = id.Int(1); });
+        entries.Close();
+        return constraint;
     }
 
     void ReadSurface(const Node& node) {

@@ -267,6 +267,18 @@ ProError ModelStore::Save(SimModel& model) {
     return isWhole ? PRO_TK_NO_ERROR : PRO_TK_CHECKOUT_CONFLICT;
 }
 
+ProError ModelStore::Copy(SimModel& model, std::wstring_view name, SimModel*& copy) {
+    constexpr std::wstring_view kForbidden = L" <>:\"/\\|?*,;=&!()[]{}'`~@^";
+    const auto isForbidden = [=](wchar_t c) { return c < L' ' || kForbidden.find(c) != kForbidden.npos; };
+    copy = std::ranges::any_of(name, isForbidden) ? nullptr : Create(name, model.Kind(), model.Subtype());
+    if (copy == nullptr) return PRO_TK_INVALID_NAME;
+    copy->CopyContent(model);
+    if (Write(*copy, workingDirectory_) == PRO_TK_NO_ERROR) return PRO_TK_NO_ERROR;
+    Erase(*copy);
+    copy = nullptr;
+    return PRO_TK_CANT_WRITE;
+}
+
 ProError ModelStore::Backup(SimModel& model, const fs::path& folder) {
     const fs::path target = Normal(workingDirectory_ / folder);
     std::error_code error;

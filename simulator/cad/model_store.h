@@ -59,6 +59,10 @@ public:
     // Writes the next version into the model's directory; its modified components and shown models with it.
     // GENERAL_ERROR: not written; CHECKOUT_CONFLICT: written, but not all of what is below it.
     ProError Save(SimModel& model);
+    // A copy of the model under another name: in memory, and on disk in the working directory, as the next
+    // version of whatever has that name there. INVALID_NAME: no name for a model, or taken in memory;
+    // CANT_WRITE: there is no copy then.
+    ProError Copy(SimModel& model, std::wstring_view name, SimModel*& copy);
     // Writes the model (and everything below it) into `folder` with version 1 or the next free one; later
     // saves go there. What is below it and has its present state in `folder` already is not written again.
     // INVALID_DIR; CANT_WRITE.

@@ -159,7 +159,8 @@ private:
 
     Json Write(const Feature& feature) const {
         Json entry = {{"id", feature.id}};
-        const bool isMissing = feature.component == nullptr && !feature.missingName.empty();
+        const bool isMissing =
+            feature.type == kComponentType && feature.component == nullptr && !feature.missingName.empty();
         if (feature.component != nullptr)
             entry["model"] = Label(*feature.component);
         else if (isMissing)
@@ -167,12 +168,24 @@ private:
                 Utf8(feature.missingName + L"." + std::wstring(ExtensionOf(feature.missingKind)));
         else
             entry["type"] = feature.type;
+        if (!feature.name.empty()) entry["name"] = Utf8(feature.name);
+        if (feature.reference != nullptr)
+            entry["reference"] = Label(*feature.reference);
+        else if (!isMissing && !feature.missingName.empty())
+            entry["reference"] =
+                Utf8(feature.missingName + L"." + std::wstring(ExtensionOf(feature.missingKind)));
         const int status = isMissing ? feature.missingStatus : feature.status;
         if (status != kFeatureActive) entry["status"] = TextOf(kStatuses, status);
         if (feature.statusFlags != 0) entry["statusFlags"] = feature.statusFlags;
         if (!feature.isVisible) entry["internal"] = true;
         if (feature.isHidden) entry["hidden"] = true;
         WritePlacing(entry, feature.placement);
+        for (const ComponentConstraint& constraint : feature.constraints) {
+            Json tie = {{"type", constraint.type}};
+            if (constraint.assemblyItem != 0) tie["assembly"] = constraint.assemblyItem;
+            if (constraint.componentItem != 0) tie["component"] = constraint.componentItem;
+            entry["constraints"].push_back(std::move(tie));
+        }
         return entry;
     }
 

@@ -99,6 +99,15 @@ void ArrangeUser(Session& session, const RunOptions& options) {
     }
 }
 
+void SetOptions(Session& session, const RunOptions& options) {
+    for (const std::string& option : options.options) {
+        const std::size_t mark = option.find('=');
+        if (mark == std::string::npos || mark == 0)
+            throw BadInput("--option \"" + option + "\": expected OPTION=VALUE");
+        session.configOptions[UpperName(Wide(option.substr(0, mark)))] = {Wide(option.substr(mark + 1))};
+    }
+}
+
 void OpenModel(SimHost& host, const RunOptions& options) {
     Session& session = host.State();
     if (options.model.empty()) {
@@ -133,6 +142,15 @@ void SelectArranged(SimHost& host) {
     host.Select(session.user.selected);
 }
 
+void ActivateArranged(SimHost& host) {
+    for (const Pick& pick : host.State().user.activated) {
+        const SimModel* top = host.State().desk.Top();
+        if (top == nullptr || (top != pick.model && !top->HasBelow(*pick.model)))
+            throw BadInput("cannot activate " + FileLabel(*pick.model) + ": it is not in the open assembly");
+        host.Activate(*pick.model);
+    }
+}
+
 // The first right-click after the start lets the plug-in install its entries, the next ones show them.
 void FillPopup(SimHost& host, const std::string& command, bool inMenu) {
     const std::string missing =
@@ -158,8 +176,10 @@ bool Prepare(SimHost& host, const RunOptions& options) {
     Session& session = host.State();
     try {
         ArrangeUser(session, options);
+        SetOptions(session, options);
         OpenModel(host, options);
         SelectArranged(host);
+        ActivateArranged(host);
         const bool inMenu = session.screen.FindCommand(options.command) != nullptr;
         const bool rightClick = options.rightClick || session.user.rightClicks || !inMenu;
         if (rightClick) FillPopup(host, options.command, inMenu);

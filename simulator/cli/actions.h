@@ -29,6 +29,7 @@ struct RunOptions {
     std::vector<std::string> selected;  // each in the words of a user script's `selected`
     bool rightClick = false;            // from the right-click menu, even if the command stands in the menu
     std::vector<std::string> settings;  // "SECTION=VALUE", for this run alone
+    std::vector<std::string> options;   // "OPTION=VALUE", configuration options of the host
     bool trace = false;
     bool profile = false;
     bool save = false;  // saves what was changed, as the user would afterwards

@@ -78,6 +78,12 @@ void AddPluginCommands(CLI::App& app, Line& line) {
                      "right-click menu")
         ->type_name("SECTION[.KEY]=VALUE")
         ->allow_extra_args(false);
+    command
+        ->add_option("--option", run.options,
+                     "set a configuration option of the host for this run, e.g. "
+                     "template_solidpart=../templates/start_part.prt")
+        ->type_name("OPTION=VALUE")
+        ->allow_extra_args(false);
     command->add_flag("--trace", run.trace, "print every host call");
     command->add_flag("--profile", run.profile, "print calls by function, times and memory");
     command->add_flag("--save", run.save, "save changed models afterwards, as the user would");

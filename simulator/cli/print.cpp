@@ -171,8 +171,9 @@ void PrintItems(const SimModel& model) {
     std::string items;
     for (const Feature& feature : model.Features())
         if (feature.type != kComponentType)
-            items +=
-                "  feature " + std::to_string(feature.id) + "  type " + std::to_string(feature.type) + "\n";
+            items += "  feature " + std::to_string(feature.id) + "  type " + std::to_string(feature.type) +
+                     (feature.name.empty() ? "" : "  " + Utf8(feature.name)) +
+                     (feature.reference == nullptr ? "" : "  of " + FileLabel(*feature.reference)) + "\n";
     for (const auto& surface : model.Surfaces()) items += "  surface " + std::to_string(surface->id) + "\n";
     for (const CoordinateSystem& system : model.CoordinateSystems())
         items += "  csys " + std::to_string(system.id) + "  " + Utf8(system.name) + "\n";

@@ -8,7 +8,7 @@
 #include <ProIntf3Dexport.h>
 #include <ProUtil.h>
 
-#include "simulator/export/handle_set.h"
+#include "simulator/memory/handle_set.h"
 
 namespace sim {
 

@@ -16,8 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char kHostVersion[] = "hostsim 9";
-
 std::function<void(const std::string&)>& ProblemHandler() {
     static std::function<void(const std::string&)> handler;
     return handler;
@@ -57,6 +55,7 @@ SimHost::SimHost(const HostSetup& setup) {
                                          setup.textDirectory.empty() ? pluginHome_ : setup.textDirectory);
     session_->user.localData = setup.localData.empty() ? ownLocalData_ : setup.localData;
     if (setup.asDocumented) session_->BeAsDocumented();
+    session_->screen.release = setup.release;
     ResetPluginHeap();
     plugin_ = std::make_unique<Plugin>(*session_);
     if (const std::string error = plugin_->Load(pluginHome_); !error.empty()) {
@@ -80,7 +79,7 @@ SimHost::~SimHost() {
 int SimHost::Initialize() {
     if (!plugin_) return -1;
     std::wstring message;
-    const int status = plugin_->Initialize(kHostVersion, message);
+    const int status = plugin_->Initialize(session_->screen.release, message);
     running_ = status == 0;
     LookForOpenItems();
     if (!running_)
@@ -166,6 +165,10 @@ void SimHost::Open(SimModel& model, HostMode mode) {
     session_->models.currentMode = static_cast<int>(mode);
 }
 
+void SimHost::Activate(SimModel& model) {
+    session_->desk.Activate(model);
+}
+
 // ---- Answers
 
 void SimHost::OnDialog(std::string name, std::function<void(SimDialog&)> actions) {
@@ -183,6 +186,9 @@ void SimHost::AnswerPrompt(PromptAnswer answer) {
 }
 void SimHost::AnswerPick(PickAnswer answer) {
     session_->user.picks.push_back(std::move(answer));
+}
+void SimHost::AnswerPlacement(bool defined) {
+    session_->user.placements.push_back(defined);
 }
 void SimHost::AnswerBox(int answer) {
     session_->user.boxAnswers.push_back(answer);
@@ -317,6 +323,7 @@ void SimHost::ForgetAnswers() {
     session_->user.files.clear();
     session_->user.prompts.clear();
     session_->user.picks.clear();
+    session_->user.placements.clear();
     session_->user.boxAnswers.clear();
 }
 

@@ -33,6 +33,8 @@ struct HostSetup {
     bool initialize = true;
     // The host behaves as documented where it otherwise goes along with the plug-in (Strictness).
     bool asDocumented = false;
+    // What the host tells the plug-in of itself at the start.
+    std::string release = "hostsim 9";
 };
 
 // Host modes by their numbers in the host.
@@ -79,12 +81,17 @@ public:
     void Open(SimModel& model);
     void Open(SimModel& model, HostMode mode);
 
+    // The user activates a component's model in the open assembly.
+    void Activate(SimModel& model);
+
     // ---- The user's answers, each used once, in order
     void OnDialog(std::string name, std::function<void(SimDialog&)> actions);
     void AnswerFolder(std::optional<std::wstring> folder);  // nullopt: Cancel
     void AnswerFile(std::optional<std::wstring> file);
     void AnswerPrompt(PromptAnswer answer);
     void AnswerPick(PickAnswer answer);
+    // The user's end of the host's dialog for constraints: OK or Cancel.
+    void AnswerPlacement(bool defined);
     void AnswerBox(int answer);
     // Each look of the plug-in at the clock takes `step` milliseconds, and the user watches its progress
     // window. `cancelAfter`: items after which the user presses its button; below 0: never.

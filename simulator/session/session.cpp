@@ -33,6 +33,9 @@ void Session::BeAsDocumented() {
     strict.pathAsNameRefused = true;
     strict.templateExtensionRefused = true;
     strict.hiddenSheetRefused = true;
+    strict.referenceNeedsTopPath = true;
+    strict.mergeNeedsPath = true;
+    strict.mergeNeedsPlacementBeside = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;
     texts.upperCaseMessageFileRefused = true;

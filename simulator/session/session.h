@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "simulator/cad/definitions.h"
 #include "simulator/cad/desk.h"
 #include "simulator/cad/model_store.h"
 #include "simulator/export/disk.h"
@@ -55,6 +56,14 @@ struct Strictness {
     // A view gets a scale, and a sheet is regenerated, on another sheet than the current one, although the
     // documents want it displayed.
     bool hiddenSheetRefused = false;
+    // A constraint's reference in the assembly may go by the path of the assembly that holds the component,
+    // although the documents want one from the top assembly.
+    bool referenceNeedsTopPath = false;
+    // A merge feature is made in a part of the open assembly that is selected without a component path, and
+    // from a tree that has the placement below the selection of the part, although the documents want the
+    // path and have the placement beside the selection.
+    bool mergeNeedsPath = false;
+    bool mergeNeedsPlacementBeside = false;
 };
 
 class Session {
@@ -81,6 +90,7 @@ public:
     ExportOptions exportOptions;
     // What creations of drawings have handed out.
     HandleSet<int> drawingErrors{"list of a drawing's errors", 0x6D000000};
+    Definitions definitions;
     Disk disk;
 
     // Values by upper-cased option name; several for a multi-valued option.

@@ -1,3 +1,4 @@
+#include <ProAssembly.h>
 #include <ProMdl.h>
 
 #include <algorithm>
@@ -39,6 +40,17 @@ ProError ProMdlCurrentGet(ProMdl* p_handle) {
         if (p_handle == nullptr) return PRO_TK_BAD_INPUTS;
         if (host.models.current == nullptr) return PRO_TK_BAD_CONTEXT;
         *p_handle = host.models.current;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlActiveGet(ProMdl* p_handle) {
+    static const CallSite kSite("ProMdlActiveGet", {PRO_TK_BAD_CONTEXT});
+    return Traced(kSite, {Out(p_handle)}, [&](Session& host) -> ProError {
+        if (p_handle == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel* active = host.desk.Active();
+        if (active == nullptr) return PRO_TK_BAD_CONTEXT;
+        *p_handle = active;
         return PRO_TK_NO_ERROR;
     });
 }
@@ -166,6 +178,25 @@ ProError ProMdlFiletypeLoad(ProPath full_path, ProMdlfileType type, ProBoolean a
             if (status == PRO_TK_NO_ERROR) *p_handle = model;
             return status;
         });
+}
+
+ProError ProMdlnameCopy(ProMdl handle, ProMdlName new_name, ProMdl* p_new_handle) {
+    static const CallSite kSite("ProMdlnameCopy",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_NO_PERMISSION, PRO_TK_UNSUPPORTED});
+    return Traced(kSite, {handle, new_name, Out(p_new_handle)}, [&](Session& host) -> ProError {
+        SimModel* model = FindModel(host, handle);
+        const auto name = TextInput(host, new_name, PRO_MDLNAME_SIZE);
+        if (model == nullptr || !name) return PRO_TK_BAD_INPUTS;
+        SimModel* copy = nullptr;
+        const ProError status = host.models.Copy(*model, *name, copy);
+        if (status == PRO_TK_INVALID_NAME) return PRO_TK_BAD_INPUTS;
+        if (status != PRO_TK_NO_ERROR) return PRO_TK_GENERAL_ERROR;
+        if (p_new_handle != nullptr)
+            *p_new_handle = copy;
+        else
+            host.models.Erase(*copy);
+        return PRO_TK_NO_ERROR;
+    });
 }
 
 ProError ProMdlnameBackup(ProMdl handle, ProPath backup_dir) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,6 +74,36 @@ std::vector<Pick> PossiblePicks(Session& host, const std::vector<Pick>& picks, c
     return possible;
 }
 
+// A selection of the plug-in's own, which it frees.
+ProSelection HandOut(Session& host, const Pick& pick) {
+    void* selection = host.desk.NewSelection(pick);
+    host.report.Opened(Account::kSelection, selection);
+    return static_cast<ProSelection>(selection);
+}
+
+// What a selection of an item holds. Nothing, with a violation, where item and path do not fit each other.
+std::optional<Pick> PickOf(Session& host, const ProAsmcomppath* path, const ProModelitem* item) {
+    SimModel* owner = item == nullptr ? nullptr : FindModel(host, item->owner);
+    if (owner == nullptr) return std::nullopt;
+    Pick pick = {owner, item->type, item->id, {}, nullptr, path == nullptr};
+    if (item->type == static_cast<int>(owner->Kind())) pick.type = pick.id = 0;
+    if (path == nullptr) {
+        if (owner->Kind() != ModelKind::kAssembly) return pick;
+        host.report.Violation("is given an item of the assembly " + Utf8(owner->Name()) + " without a path");
+        return std::nullopt;
+    }
+    const auto end = FindPathEnd(host, path);
+    if (!end) return std::nullopt;
+    if (end->model != owner) {
+        host.report.Violation("is given a path to " + Utf8(end->model->Name()) + " for an item of " +
+                              Utf8(owner->Name()));
+        return std::nullopt;
+    }
+    pick.root = host.models.FromHandle(path->owner);
+    pick.path.assign(path->comp_id_table, path->comp_id_table + path->table_num);
+    return pick;
+}
+
 // The result of the last interactive selection is the host's memory: whoever still reads it finds nothing in
 // it.
 void ForgetLastResult(Desk& desk) {
@@ -126,16 +157,63 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
 ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* p_mdl_item) {
     static const CallSite kSite("ProSelectionModelitemGet", {PRO_TK_BAD_INPUTS, PRO_TK_NOT_EXIST});
     return Traced(kSite, {selection, Out(p_mdl_item)}, [&](Session& host) -> ProError {
-        if (selection == nullptr || p_mdl_item == nullptr) return PRO_TK_BAD_INPUTS;
-        const Pick* pick = host.desk.FindSelection(selection);
-        if (pick == nullptr) {
-            host.report.Violation("is given a selection that does not exist, or no longer");
-            return PRO_TK_BAD_INPUTS;
-        }
+        const Pick* pick = FindPick(host, selection);
+        if (pick == nullptr || p_mdl_item == nullptr) return PRO_TK_BAD_INPUTS;
         SimModel* model = host.models.FromHandle(pick->model);
         if (model == nullptr) return PRO_TK_NOT_EXIST;
         const int id = pick->type == 0 ? PRO_VALUE_UNUSED : pick->id;
         *p_mdl_item = {static_cast<ProType>(ItemType(*pick)), id, model};
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSelectionAsmcomppathGet(ProSelection selection, ProAsmcomppath* p_cmp_path) {
+    static const CallSite kSite("ProSelectionAsmcomppathGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {selection, Out(p_cmp_path)}, [&](Session& host) -> ProError {
+        const Pick* pick = FindPick(host, selection);
+        if (pick == nullptr || p_cmp_path == nullptr || pick->path.size() > PRO_MAX_ASSEM_LEVEL)
+            return PRO_TK_BAD_INPUTS;
+        // What is selected without a place is at the root of its own.
+        SimModel* root = pick->path.empty() ? pick->model : RootOf(host, *pick);
+        const int count = static_cast<int>(pick->path.size());
+        const auto end = root == nullptr ? std::nullopt : FindPathEnd(*root, pick->path.data(), count);
+        if (!end || end->model != pick->model) return PRO_TK_BAD_INPUTS;
+        p_cmp_path->owner = reinterpret_cast<ProSolid>(root);
+        std::ranges::fill(p_cmp_path->comp_id_table, PRO_VALUE_UNUSED);
+        std::ranges::copy(pick->path, p_cmp_path->comp_id_table);
+        p_cmp_path->table_num = count;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSelectionCopy(ProSelection from, ProSelection* p_to) {
+    static const CallSite kSite("ProSelectionCopy", {PRO_TK_BAD_INPUTS, PRO_TK_OUT_OF_MEMORY});
+    return Traced(kSite, {from, Out(p_to)}, [&](Session& host) -> ProError {
+        const Pick* pick = FindPick(host, from);
+        if (pick == nullptr || p_to == nullptr) return PRO_TK_BAD_INPUTS;
+        *p_to = HandOut(host, *pick);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSelectionAlloc(ProAsmcomppath* p_cmp_path, ProModelitem* p_mdl_itm, ProSelection* p_selection) {
+    static const CallSite kSite("ProSelectionAlloc", {PRO_TK_BAD_INPUTS, PRO_TK_OUT_OF_MEMORY});
+    return Traced(kSite, {p_cmp_path, p_mdl_itm, Out(p_selection)}, [&](Session& host) -> ProError {
+        const auto pick = PickOf(host, p_cmp_path, p_mdl_itm);
+        if (!pick || p_selection == nullptr) return PRO_TK_BAD_INPUTS;
+        *p_selection = HandOut(host, *pick);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSelectionFree(ProSelection* p_selection) {
+    static const CallSite kSite("ProSelectionFree", {PRO_TK_BAD_INPUTS}, true);
+    return Traced(kSite, {p_selection}, [&](Session& host) -> ProError {
+        // Members of arrays, and what the user picked, are not the plug-in's to free.
+        if (p_selection == nullptr || !host.report.Closed(Account::kSelection, *p_selection))
+            return PRO_TK_BAD_INPUTS;
+        host.desk.DropSelection(*p_selection);
+        *p_selection = nullptr;
         return PRO_TK_NO_ERROR;
     });
 }

@@ -81,6 +81,27 @@ ProError ProSolidSurfaceVisit(ProSolid p_handle, ProSurfaceVisitAction visit_act
     });
 }
 
+ProError ProSolidCsysVisit(ProSolid p_handle, ProCsysVisitAction visit_action,
+                           ProCsysFilterAction filter_action, ProAppData app_data) {
+    static const CallSite kSite("ProSolidCsysVisit", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {p_handle, visit_action, filter_action, app_data}, [&](Session& host) -> ProError {
+        const SimModel* model = FindSolid(host, p_handle);
+        if (model == nullptr || visit_action == nullptr) return PRO_TK_BAD_INPUTS;
+        const auto system = [&](std::size_t i) {
+            return static_cast<ProCsys>(host.desk.HandOut(*model, model->CoordinateSystems()[i]));
+        };
+        return Visit(
+            host, *model, model->CoordinateSystems(),
+            [&](std::size_t i) {
+                if (filter_action == nullptr) return PRO_TK_NO_ERROR;
+                return CallPlugin(host.report, filter_action, system(i), app_data);
+            },
+            [&](std::size_t i, ProError chosen) {
+                return CallPlugin(host.report, visit_action, system(i), chosen, app_data);
+            });
+    });
+}
+
 ProError ProSolidRegenerate(ProSolid p_handle, int flags) {
     static const CallSite kSite("ProSolidRegenerate", {PRO_TK_BAD_INPUTS, PRO_TK_CANT_MODIFY,
                                                        PRO_TK_UNATTACHED_FEATS, PRO_TK_REGEN_AGAIN});

@@ -9,6 +9,7 @@
 #include "simulator/layout/text_file.h"
 #include "simulator/report/call_plugin.h"
 #include "simulator/report/utf8.h"
+#include "simulator/ui/replace_macro.h"
 #include "simulator/ui/sim_dialog.h"
 
 namespace sim {
@@ -236,11 +237,17 @@ ProError Interface::StartCommand(Command& command) {
     }
     --commandsRunning_;
     prompt.reset();
-    for (auto macro = loadedMacros.rbegin(); macro != loadedMacros.rend(); ++macro)
-        user_.macros.push_back(std::move(*macro));
-    loadedMacros.clear();
     desk_.EndCommand();
+    PlayMacros();
     return static_cast<ProError>(answer);
+}
+
+void Interface::PlayMacros() {
+    for (auto macro = loadedMacros.rbegin(); macro != loadedMacros.rend(); ++macro) {
+        if (const auto file = ReplacingFile(*macro, release)) desk_.ReplaceSelected(*file);
+        user_.macros.push_back(std::move(*macro));
+    }
+    loadedMacros.clear();
 }
 
 // ---- Menus

@@ -138,10 +138,12 @@ public:
     uiCmdAccessState Availability(const Command& command);
     // The user starts a command. One that is not available is refused with a problem (CANT_ACCESS), so is an
     // unknown one (E_NOT_FOUND) and any while a dialog is open (E_BUSY). Otherwise the answer is the action's
-    // own. Macros that the action loaded are played, that is recorded, afterwards, last in first out.
+    // own. Macros that the action loaded are played afterwards, last in first out: all are recorded, the one
+    // for replacing a component does that.
     ProError RunCommand(std::string_view name);
     bool IsCommandRunning() const { return commandsRunning_ > 0; }
     std::vector<std::wstring> loadedMacros;
+    std::string release;  // of the host, as it tells it
 
     // ---- Menus
     Menu* FindMenu(std::string_view name);
@@ -176,6 +178,7 @@ private:
     uiCmdAccessState AskCommand(const Command& command);
     ProError StartCommand(Command& command);
     void AskPopupButtons(PopupMenu& popup);
+    void PlayMacros();
 
     Report& report_;
     HostMemory& memory_;

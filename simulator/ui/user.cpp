@@ -12,6 +12,7 @@ std::vector<std::string> User::UnusedAnswers() const {
     add("file choice", files.size());
     add("prompt answer", prompts.size());
     add("pick", picks.size());
+    add("placement", placements.size());
     add("box answer", boxAnswers.size());
     return lines;
 }

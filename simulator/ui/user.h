@@ -86,12 +86,14 @@ public:
     std::deque<std::optional<std::wstring>> files;
     std::deque<PromptAnswer> prompts;
     std::deque<PickAnswer> picks;
-    std::deque<int> boxAnswers;  // for boxes with more than an OK button: IDYES, IDNO, ...
+    std::deque<bool> placements;  // in the host's dialog for constraints: true OK, false Cancel
+    std::deque<int> boxAnswers;   // for boxes with more than an OK button: IDYES, IDNO, ...
     ProgressPlay progress;
     bool programsFail = false;  // Windows starts nothing
     // What the user does before the command: selects, and asks for the right-click menu to start it from.
     std::vector<Pick> selected;
     bool rightClicks = false;
+    std::vector<Pick> activated;  // the component that is activated; at most one
     // The user's local application data.
     std::filesystem::path localData;
 

@@ -304,8 +304,10 @@ public:
         Append(user_.files, read_.files);
         Append(user_.prompts, read_.prompts);
         Append(user_.picks, read_.picks);
+        Append(user_.placements, read_.placements);
         Append(user_.boxAnswers, read_.boxAnswers);
         Append(user_.selected, read_.selected);
+        if (!read_.activated.empty()) user_.activated = read_.activated;
         user_.rightClicks = user_.rightClicks || read_.rightClicks;
     }
 
@@ -334,6 +336,10 @@ private:
             ArrangePick(step);
         else if (step.Is(L"answer"))
             ArrangeBoxAnswer(step);
+        else if (step.Is(L"placement"))
+            ArrangePlacement(step);
+        else if (step.Is(L"activated"))
+            ArrangeActivated(step);
         else if (step.Is(L"selected"))
             ArrangeSelected(step);
         else if (step.Is(L"rightclick"))
@@ -385,6 +391,19 @@ private:
     void ArrangeSelected(const Step& step) {
         NeedWords(step, 1, kAny, "selected MODEL [item TYPE ID] [path ID...] [and MODEL...]");
         for (std::size_t at = 1; at < step.words.size();) read_.selected.push_back(TakePick(step, at));
+    }
+
+    void ArrangeActivated(const Step& step) {
+        NeedWords(step, 1, 1, "activated MODEL");
+        std::size_t at = 1;
+        read_.activated = {TakePick(step, at)};
+    }
+
+    void ArrangePlacement(const Step& step) {
+        NeedWords(step, 1, 1, "placement ok|cancel");
+        const Word& word = step.words[1];
+        if (word.text != L"ok" && word.text != L"cancel") Fail(step, word, "expected ok or cancel");
+        read_.placements.push_back(word.text == L"ok");
     }
 
     void ArrangeRightClick(const Step& step) {

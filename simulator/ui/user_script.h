@@ -26,6 +26,8 @@
 //     pick BOLT                        also: pick none, pick quit, pick BOLT and NUT,
 //                                      pick BOLT item surface 7 path 3 5
 //     answer yes                       of a box with several buttons: yes, no, ok, cancel
+//     placement ok                     of the host's dialog for constraints: ok, cancel
+//     activated SUB                    before the command starts: a component of the open assembly
 //     selected BOLT path 3             before the command starts, in the words of pick; lines add up
 //     rightclick                       the command is chosen from the right-click menu of what is selected
 //

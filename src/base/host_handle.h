@@ -72,6 +72,7 @@ template <typename T>
 using HostArray = HostHandle<T*, ArrayFree<T>>;
 using HostString = HostHandle<wchar_t*, WideTextFree>;
 using HostTexts = HostHandle<wchar_t**, WideTextsFree>;
+using SelectionHandle = HostHandle<ProSelection, ProSelectionFree>;
 using SelectionArray = HostHandle<ProSelection*, SelectionsFree>;
 using GeometryData = HostHandle<ProGeomitemdata*, ProGeomitemdataFree>;
 

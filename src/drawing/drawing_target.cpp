@@ -2,13 +2,11 @@
 
 #include "drawing/drawing_target.h"
 
-#include <ProSelbuffer.h>
-
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "model/current_model.h"
 #include "model/model_data.h"
-#include "model/selected_model.h"
+#include "model/selection.h"
 #include "ui/message_box.h"
 #include "ui/prompt.h"
 
@@ -20,12 +18,9 @@ static constexpr char kOpenedFrom[] = "Existing drawing opened from:%0w";
 // A buffer that cannot be read, or that is empty, leaves the current model.
 static ProError TargetModelGet(ProMdl& model) {
     SelectionArray selections;
-    int count = 0;
-    ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
-    if (!Failed(status)) status = ProArraySizeGet(selections.Get(), &count);
-    if (Failed(status)) return ProMdlCurrentGet(&model);
-    return count == 1 ? SelectedModelGet(*selections.Get(), model)
-                      : ShowFailure(kOneOnly, PRO_TK_BAD_CONTEXT);
+    if (Failed(SelectionRead(selections))) return ProMdlCurrentGet(&model);
+    return Items(selections).size() == 1 ? SelectedModelGet(*selections.Get(), ComponentMeans::Owner, model)
+                                         : ShowFailure(kOneOnly, PRO_TK_BAD_CONTEXT);
 }
 
 ProError DrawingTargetGet(DrawingTarget& target) {

@@ -5,13 +5,12 @@
 #include <string>
 
 #include <ProMdl.h>
-#include <ProSelbuffer.h>
 
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "model/drawing_window.h"
 #include "model/model_data.h"
-#include "model/selected_model.h"
+#include "model/selection.h"
 #include "ui/message_box.h"
 
 namespace kv {
@@ -20,15 +19,12 @@ static constexpr wchar_t kNoDrawing[] = L"\t同名工程图打开失败，请确
 
 ProError KvOpenDrw() {
     SelectionArray selections;
-    ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
-    if (Failed(status)) return status;
-    int count = 0;
-    status = ProArraySizeGet(selections.Get(), &count);
-    if (Failed(status) || count != 1) return status;
+    ProError status = SelectionRead(selections);
+    if (Failed(status) || Items(selections).size() != 1) return status;
 
     ProMdl model = nullptr;
     std::wstring name;
-    status = SelectedModelGet(*selections.Get(), model);
+    status = SelectedModelGet(*selections.Get(), ComponentMeans::Owner, model);
     if (!Failed(status)) status = ModelNameGet(model, name);
     if (Failed(status)) return status;
 

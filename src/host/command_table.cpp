@@ -44,6 +44,9 @@
 
 #include <ProMenuBar.h>
 
+#include "assembly/clone_component.h"
+#include "assembly/merge.h"
+#include "assembly/new_component.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "bom/kv_bom.h"
@@ -81,9 +84,9 @@ static constexpr CommandRow CommandTable[] = {
     // name                   action                      help key                      icon                         available      designated
     {"KvOpenDir",             HostAction<KvOpenDir>,      "KvOpenDir_Help",             "KvOpenDir.png",             AccessAlways,  true},
     {"KvBackup",              HostAction<KvBackup>,       "KvBackup_Help",              "KvBackup.png",              AccessSolid,   true},
-    {"NewPart",               HostAction<NotAvailable>,   "NewPart_Help",               "NewPart.png",               AccessSolid,   true},
-    {"NewAsm",                HostAction<NotAvailable>,   "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
-    {"NewSmt",                HostAction<NotAvailable>,   "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
+    {"NewPart",               HostAction<NewPart>,        "NewPart_Help",               "NewPart.png",               AccessSolid,   true},
+    {"NewAsm",                HostAction<NewAsm>,         "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
+    {"NewSmt",                HostAction<NewSmt>,         "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
     {"BatchColor",            HostAction<NotAvailable>,   "Color_Help",                 "RandomColor.png",           AccessModel,   true},
     {"KvClearAllColor",       HostAction<NotAvailable>,   "KvClearAllColor_Help",       "KvClearAllColor.png",       AccessModel,   true},
     {"KvBoxSelSur",           HostAction<NotAvailable>,   "KvBoxSelSur_Help",           "KvBoxSelSur.png",           AccessModel,   true},
@@ -100,10 +103,10 @@ static constexpr CommandRow CommandTable[] = {
     {"KvParams",              HostAction<KvParams>,       "KvParams_Help",              "KvParams.png",              AccessSolid,   true},
     {"KvRelations",           HostAction<KvRelations>,    "KvRelations_Help",           "KvRelations.png",           AccessSolid,   true},
     {"SetUnit",               HostAction<SetUnit>,        "SetUnit_Help",               "SetUnit.png",               AccessPart,    true},
-    {"CloneComp",             HostAction<NotAvailable>,   "CloneComp_Help",             "CloneComp.png",             AccessSolid,   true},
-    {"CloneAndReplace",       HostAction<NotAvailable>,   "CloneAndReplace_Help",       "CloneAndReplace.png",       AccessSolid,   true},
-    {"KvMerge",               HostAction<NotAvailable>,   "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
-    {"KvMergeTo",             HostAction<NotAvailable>,   "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
+    {"CloneComp",             HostAction<CloneComp>,      "CloneComp_Help",             "CloneComp.png",             AccessSolid,   true},
+    {"CloneAndReplace",       HostAction<CloneAndReplace>, "CloneAndReplace_Help",      "CloneAndReplace.png",       AccessSolid,   true},
+    {"KvMerge",               HostAction<KvMerge>,        "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
+    {"KvMergeTo",             HostAction<KvMergeTo>,      "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
     {"TweViews",              HostAction<NotAvailable>,   "TweViews_Help",              "TweViews.png",              AccessModel,   true},
     {"NewDraw",               HostAction<NewDraw>,        "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
     {"KvExStp",               HostAction<KvExStp>,        "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},

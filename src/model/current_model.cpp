@@ -2,6 +2,7 @@
 
 #include "model/current_model.h"
 
+#include <ProAssembly.h>
 #include <ProMfg.h>
 
 #include "base/status.h"
@@ -21,7 +22,6 @@ ProError CurrentSolidGet(ProMdl& model, ProMdlType& type) {
 ProError SolidOf(ProMdl& model, ProMdlType& type) {
     const ProError status = ProMdlTypeGet(model, &type);
     if (Failed(status) || type != PRO_MDL_MFG) return status;
-
     ProAssembly assembly = nullptr;
     const ProError found = ProMfgAssemGet(static_cast<ProMfg>(model), &assembly);
     if (Failed(found)) return found;
@@ -36,6 +36,14 @@ ProError CurrentAssemblyGet(const wchar_t* refusal, ProMdl& assembly, MessageBox
     if (Failed(status) || type == PRO_MDL_ASSEMBLY) return status;
     show(refusal);
     return PRO_TK_INVALID_TYPE;
+}
+
+ProError ActiveAssemblyGet(const wchar_t* refusal, ProMdl& assembly) {
+    ProMdlType type = PRO_MDL_UNUSED;
+    ProError status = ProMdlActiveGet(&assembly);
+    if (!Failed(status)) status = SolidOf(assembly, type);
+    if (!Failed(status) && type == PRO_MDL_ASSEMBLY) return PRO_TK_NO_ERROR;
+    return ShowFailure(refusal, PRO_TK_INVALID_TYPE);
 }
 
 }  // namespace kv

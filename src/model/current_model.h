@@ -22,4 +22,9 @@ namespace kv {
 [[nodiscard]] ProError CurrentAssemblyGet(const wchar_t* refusal, ProMdl& assembly,
                                           MessageBoxForm show = ShowMessage);
 
+// The activated assembly, which may be a component of the current one, or the assembly of an activated
+// manufacturing model. For any other model, and when the host tells none, `refusal` is shown and the answer
+// is PRO_TK_INVALID_TYPE.
+[[nodiscard]] ProError ActiveAssemblyGet(const wchar_t* refusal, ProMdl& assembly);
+
 }  // namespace kv

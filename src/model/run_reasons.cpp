@@ -62,6 +62,7 @@ static constexpr ReasonRow kReasons[] = {
     {nullptr,            PRO_TK_NOT_VALID,          L"给出的值无效"},
     {nullptr,            PRO_TK_INVALID_FILE,       L"文件内容有误"},
     {nullptr,            PRO_TK_NO_LICENSE,         L"缺少许可证"},
+    {nullptr,            PRO_TK_NO_COORD_SYSTEM,    L"没有坐标系"},
 };
 // clang-format on
 

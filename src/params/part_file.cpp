@@ -41,7 +41,7 @@ std::vector<ProMdl> PartTargets::All() const {
     return all;
 }
 
-ProError PartTargetsGet(const DistinctModel& current, const Selection& selection, WalkVariant variant,
+ProError PartTargetsGet(const DistinctModel& current, const SelectedModels& selection, WalkVariant variant,
                         PartTargets& targets) {
     const bool isChosen = current.type == PRO_MDL_ASSEMBLY && selection.any;
     const std::vector<DistinctModel> models =
@@ -66,7 +66,7 @@ static ProError CollectBelow(ProMdl assembly, WalkVariant variant, PartTargets& 
     return PRO_TK_NO_ERROR;
 }
 
-ProError PartSelectionGet(const DistinctModel& current, Selection& selection) {
+ProError PartSelectionGet(const DistinctModel& current, SelectedModels& selection) {
     if (current.type != PRO_MDL_ASSEMBLY) return PRO_TK_NO_ERROR;
     const ProError status = SelectedModelsGet(selection);
     return Failed(status) ? ShowFailure(kNoSelection, status) : PRO_TK_NO_ERROR;

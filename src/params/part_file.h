@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "model/model_walk.h"
-#include "model/selected_models.h"
+#include "model/selection.h"
 
 namespace kv {
 
@@ -47,11 +47,11 @@ struct PartTargets {
 //
 // variant  CollectPartComponents or CollectSheetmetalComponents
 // Errors   PRO_TK_OUT_OF_MEMORY, which the user is told
-[[nodiscard]] ProError PartTargetsGet(const DistinctModel& current, const Selection& selection,
+[[nodiscard]] ProError PartTargetsGet(const DistinctModel& current, const SelectedModels& selection,
                                       WalkVariant variant, PartTargets& targets);
 
 // What is selected in a current assembly; nothing in any other model. Errors: those of SelectedModelsGet,
 // which the user is told: the wrong parts must not be changed.
-[[nodiscard]] ProError PartSelectionGet(const DistinctModel& current, Selection& selection);
+[[nodiscard]] ProError PartSelectionGet(const DistinctModel& current, SelectedModels& selection);
 
 }  // namespace kv

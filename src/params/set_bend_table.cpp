@@ -41,7 +41,7 @@ static constexpr wchar_t kNoSelectedParts[] = L"当前模型中没有钣金件";
 static constexpr wchar_t kDone[] = L"钣金件批量折弯表设置完成";
 
 static ProError ApplyWithOption(const PartFile& file, const DistinctModel& current,
-                                const Selection& selection, ChangedOption& option,
+                                const SelectedModels& selection, ChangedOption& option,
                                 std::optional<BatchRun>& run);
 static bool TellTargets(const PartTargets& targets, bool isSelection);
 static ProError Apply(ProMdl part, const std::wstring& name, const PartTargets& targets, RunEntry& entry);
@@ -53,7 +53,7 @@ ProError SetBendTable() {
     ProError status = CurrentModelGet(current.model, current.type);
     if (Failed(status)) return status;
     // Before any dialog, which might end the selection.
-    Selection selection;
+    SelectedModels selection;
     status = PartSelectionGet(current, selection);
     if (Failed(status)) return status;
     std::wstring before;
@@ -79,7 +79,7 @@ ProError SetBendTable() {
 // PRO_TK_E_NOT_FOUND for a selection without a sheet-metal part: the command ends there, and the option
 // stays.
 static ProError ApplyWithOption(const PartFile& file, const DistinctModel& current,
-                                const Selection& selection, ChangedOption& option,
+                                const SelectedModels& selection, ChangedOption& option,
                                 std::optional<BatchRun>& run) {
     PartTargets targets;
     const ProError status = PartTargetsGet(current, selection, CollectSheetmetalComponents, targets);

@@ -44,7 +44,7 @@ static constexpr wchar_t kNoParts[] = L"当前模型中没有零件";
 static constexpr wchar_t kDone[] = L"材料设置完成";
 
 static ProError FileChoose(PartFile& file);
-static ProError AssignIn(const PartFile& file, const DistinctModel& current, const Selection& selection);
+static ProError AssignIn(const PartFile& file, const DistinctModel& current, const SelectedModels& selection);
 static ProError Assign(ProMdl part, const std::wstring& name, RunEntry& entry);
 static void ActivateWindow();
 
@@ -54,7 +54,7 @@ ProError SetMat() {
     ProError status = CurrentModelGet(current.model, current.type);
     if (Failed(status)) return status;
     // Before any dialog, which might end the selection.
-    Selection selection;
+    SelectedModels selection;
     status = PartSelectionGet(current, selection);
     if (Failed(status)) return status;
     PartFile file;
@@ -73,7 +73,8 @@ static ProError FileChoose(PartFile& file) {
     return isShadowed ? ShowFailure(kShadowed, PRO_TK_E_FOUND) : PRO_TK_NO_ERROR;
 }
 
-static ProError AssignIn(const PartFile& file, const DistinctModel& current, const Selection& selection) {
+static ProError AssignIn(const PartFile& file, const DistinctModel& current,
+                         const SelectedModels& selection) {
     ModelBatch batch;
     PartTargets targets;
     ProError status = PRO_TK_NO_ERROR;

@@ -48,8 +48,9 @@ void ArrangeRightClick(SimHost& host) {
 
 static std::vector<Scenario> JoinRooms() {
     std::vector<Scenario> all;
-    for (const auto room : {HostScenarios, SettingsScenarios, FolderScenarios, ParamsScenarios,
-                            ModelDataScenarios, BomScenarios, ExportScenarios, DrawingScenarios}) {
+    for (const auto room :
+         {HostScenarios, SettingsScenarios, FolderScenarios, ParamsScenarios, ModelDataScenarios,
+          BomScenarios, ExportScenarios, DrawingScenarios, AssemblyScenarios}) {
         std::vector<Scenario> scenarios = room();
         std::move(scenarios.begin(), scenarios.end(), std::back_inserter(all));
     }

@@ -1,5 +1,6 @@
 // Scripts of the playing user: read strictly, played with the place of every step that goes wrong.
 
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -75,7 +76,7 @@ TEST(UserScript, ArrangesEveryKindOfAnswer) {
                            "file \"a \\\"b\\\".drw\"\n"
                            "prompt \"\\tx\"\nprompt enter\nprompt escape\n"
                            "pick bolt.prt item surface 7 path 3 5 and PUMP\npick none\npick quit\n"
-                           "answer no\n"
+                           "answer no\nplacement ok\nplacement cancel\nactivated BOLT\n"
                            "selected BOLT path 3\nselected PUMP and BOLT item csys 4\nrightclick\n"
                            "dialog D\n  show\ndialog D\n"),
               Lines{});
@@ -98,6 +99,9 @@ TEST(UserScript, ArrangesEveryKindOfAnswer) {
     EXPECT_TRUE(user.picks[1].picks.empty() && !user.picks[1].quit);
     EXPECT_TRUE(user.picks[2].quit);
     EXPECT_EQ(user.boxAnswers.front(), 7) << "IDNO";
+    EXPECT_EQ(user.placements, (std::deque<bool>{true, false}));
+    ASSERT_EQ(user.activated.size(), 1U);
+    EXPECT_EQ(user.activated[0].model, bolt);
     EXPECT_EQ(user.dialogs.at("D").size(), 2U);
     ASSERT_EQ(user.selected.size(), 3U);
     EXPECT_EQ(user.selected[0].path, std::vector<int>{3});
@@ -123,6 +127,8 @@ TEST(UserScript, IsFaultedAtTheExactPlaceAndThenArrangesNothing) {
         {"file \"a\"b", "1:9: expected a blank after the closing quote"},
         {"prompt ente", "1:8: expected a text in quotes, enter or escape"},
         {"answer maybe", "1:8: expected yes, no, ok or cancel"},
+        {"placement yes", "1:11: expected ok or cancel"},
+        {"activated BOLT path 3", "1:16: expected: activated MODEL"},
         {"pick NUT", "1:6: there is no model NUT"},
         {"pick BOLT item face 3", "1:16: expected a number"},
         {"pick BOLT path", "1:11: expected a number"},

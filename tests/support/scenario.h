@@ -51,6 +51,7 @@ std::vector<Scenario> ModelDataScenarios();
 std::vector<Scenario> BomScenarios();
 std::vector<Scenario> ExportScenarios();
 std::vector<Scenario> DrawingScenarios();
+std::vector<Scenario> AssemblyScenarios();
 
 const std::vector<Scenario>& Scenarios();
 

@@ -1,7 +1,9 @@
 // Features: type, status, visibility.
 #pragma once
 
+#include <ProElement.h>
 #include <ProFeatType.h>
+#include <ProItemerr.h>
 #include <ProObjects.h>
 
 PRO_BEGIN_C_DECLS
@@ -32,5 +34,14 @@ ProError ProFeatureStatusflagsGet(ProFeature* p_feat_handle, unsigned int* p_sta
 // False for internal construction features; says nothing about being hidden in the model tree.
 // BAD_INPUTS.
 ProError ProFeatureVisibilityGet(ProFeature* p_feat_handle, ProBoolean* p_visible);
+
+typedef enum pro_feature_create_options { PRO_FEAT_CR_NO_OPTS = 0 } ProFeatureCreateOptions;
+
+// Makes a feature from an element tree, which stays the caller's. `model` selects the part or assembly that
+// gets it, with a component path when it is a member of the open assembly; all selections in the tree share
+// its root. Without options NULL and 0. BAD_INPUTS; CANT_MODIFY; GENERAL_ERROR with the reasons in
+// `p_errors`.
+ProError ProFeatureCreate(ProSelection model, ProElement elemtree, ProFeatureCreateOptions options[],
+                          int num_opts, ProFeature* p_feature, ProErrorlist* p_errors);
 
 PRO_END_C_DECLS

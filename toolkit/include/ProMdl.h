@@ -87,6 +87,11 @@ ProError ProMdlnameRetrieve(ProFamilyMdlName name, ProMdlfileType type, ProMdl* 
 ProError ProMdlFiletypeLoad(ProPath full_path, ProMdlfileType type, ProBoolean ask_user_about_reps,
                             ProMdl* p_handle);
 
+// Copies the model under a new name of at most 31 characters, on disk and, when `p_new_handle` is not
+// NULL, in memory. Nothing says what becomes of a file that has the name already: look first.
+// BAD_INPUTS; NO_PERMISSION; UNSUPPORTED.
+ProError ProMdlnameCopy(ProMdl handle, ProMdlName new_name, ProMdl* p_new_handle);
+
 // Writes the model and what it depends on to `backup_dir`. From then on the model's saves go
 // to that directory too. BAD_INPUTS; CANT_WRITE; INVALID_DIR; GENERAL_ERROR.
 ProError ProMdlnameBackup(ProMdl handle, ProPath backup_dir);

@@ -82,6 +82,8 @@ typedef ProError (*ProFeatureVisitAction)(ProFeature* p_feature, ProError status
 typedef ProError (*ProFeatureFilterAction)(ProFeature* p_feature, ProAppData app_data);
 typedef ProError (*ProSurfaceVisitAction)(ProSurface p_surface, ProError status, ProAppData app_data);
 typedef ProError (*ProSurfaceFilterAction)(ProSurface p_surface, ProAppData app_data);
+typedef ProError (*ProCsysVisitAction)(ProCsys p_csys, ProError status, ProAppData app_data);
+typedef ProError (*ProCsysFilterAction)(ProCsys p_csys, ProAppData app_data);
 
 PRO_END_C_DECLS
 

@@ -22,6 +22,21 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
 // Gives the picked item. BAD_INPUTS; a further status for an item that is gone.
 ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* p_mdl_item);
 
+// Gives the component path from the root assembly to the model that owns the selected item. BAD_INPUTS.
+ProError ProSelectionAsmcomppathGet(ProSelection selection, ProAsmcomppath* p_cmp_path);
+
+// Copies a selection, such as one of ProSelect that has to outlive the next call; free it with
+// ProSelectionFree. BAD_INPUTS; OUT_OF_MEMORY.
+ProError ProSelectionCopy(ProSelection from, ProSelection* p_to);
+
+// Makes a selection of an item, by the component path to the model that owns it. The path may be NULL for an
+// item of a part, never for one of an assembly; without path and item the selection is empty. Free it with
+// ProSelectionFree. BAD_INPUTS; OUT_OF_MEMORY.
+ProError ProSelectionAlloc(ProAsmcomppath* p_cmp_path, ProModelitem* p_mdl_itm, ProSelection* p_selection);
+
+// Takes the address. BAD_INPUTS.
+ProError ProSelectionFree(ProSelection* p_selection);
+
 // Frees a ProArray of selections with its members; takes the array, not its address.
 // BAD_INPUTS.
 ProError ProSelectionarrayFree(ProSelection* sel_array);

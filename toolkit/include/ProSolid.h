@@ -18,6 +18,10 @@ ProError ProSolidFeatVisit(ProSolid p_handle, ProFeatureVisitAction visit_action
 ProError ProSolidSurfaceVisit(ProSolid p_handle, ProSurfaceVisitAction visit_action,
                               ProSurfaceFilterAction filter_action, ProAppData app_data);
 
+// Visits the coordinate systems of a part or an assembly. E_NOT_FOUND when none was visited.
+ProError ProSolidCsysVisit(ProSolid p_handle, ProCsysVisitAction visit_action,
+                           ProCsysFilterAction filter_action, ProAppData app_data);
+
 // Regenerates the model. UNATTACHED_FEATS; REGEN_AGAIN; GENERAL_ERROR; BAD_INPUTS.
 ProError ProSolidRegenerate(ProSolid p_handle, int flags);
 

@@ -75,6 +75,46 @@ void CopyMatrix(const Matrix& from, ProMatrix to) {
     for (std::size_t row = 0; row < 4; ++row) std::ranges::copy(from[row], to[row]);
 }
 
+Matrix MatrixFrom(ProMatrix matrix) {
+    Matrix copy;
+    for (std::size_t row = 0; row < 4; ++row) std::copy_n(matrix[row], 4, copy[row].begin());
+    return copy;
+}
+
+const Pick* FindPick(Session& host, ProSelection selection) {
+    if (selection == nullptr) return nullptr;
+    const Pick* pick = host.desk.FindSelection(selection);
+    if (pick == nullptr) host.report.Violation("is given a selection that does not exist, or no longer");
+    return pick;
+}
+
+SimModel* RootOf(Session& host, const Pick& pick) {
+    if (pick.isWithoutPath) return nullptr;
+    return pick.root == nullptr ? host.desk.Top() : host.models.FromHandle(pick.root);
+}
+
+std::optional<PathEnd> FindPathEnd(SimModel& top, const int* ids, int count) {
+    PathEnd end = {&top, IdentityMatrix()};
+    for (int level = 0; level < count; ++level) {
+        const Feature* feature = end.model->FindFeature(ids[level]);
+        if (feature == nullptr || feature->component == nullptr) return std::nullopt;
+        end.placement = Product(feature->placement, end.placement);
+        end.model = feature->component;
+    }
+    return end;
+}
+
+std::optional<PathEnd> FindPathEnd(Session& host, const ProAsmcomppath* path) {
+    if (path == nullptr) return std::nullopt;
+    if (path->table_num < 0 || path->table_num > PRO_MAX_ASSEM_LEVEL) {
+        host.report.Violation("is given a component path that was never filled");
+        return std::nullopt;
+    }
+    SimModel* top = FindSolid(host, path->owner);
+    if (top == nullptr) return std::nullopt;
+    return FindPathEnd(*top, path->comp_id_table, path->table_num);
+}
+
 bool FillPath(const std::filesystem::path& path, bool withSeparator, wchar_t* buffer) {
     std::wstring text = path.wstring();
     if (withSeparator && !text.ends_with(L'\\')) text += L'\\';

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include <ProObjects.h>
+#include <ProSelection.h>
 
 #include "simulator/session/session.h"
 
@@ -38,6 +39,23 @@ std::optional<std::wstring_view> TextInput(Session& host, const wchar_t* text, s
 std::optional<ModelKind> KindFromType(int type);
 
 void CopyMatrix(const Matrix& from, ProMatrix to);
+Matrix MatrixFrom(ProMatrix matrix);
+
+// The picked item behind a selection; null for NULL and, with a violation, for a selection that does not
+// exist or whose model is gone.
+const Pick* FindPick(Session& host, ProSelection selection);
+
+// The assembly that the pick's path begins in; null without a path.
+SimModel* RootOf(Session& host, const Pick& pick);
+
+// A component path as it was filled: its member, and the member's place in the path's top assembly. Nothing,
+// with a violation for a path that was never filled, for one that leads nowhere.
+struct PathEnd {
+    SimModel* model;
+    Matrix placement;
+};
+std::optional<PathEnd> FindPathEnd(Session& host, const ProAsmcomppath* path);
+std::optional<PathEnd> FindPathEnd(SimModel& top, const int* ids, int count);
 
 // A folder as the host writes it into a ProPath. False when it does not fit.
 [[nodiscard]] bool FillPath(const std::filesystem::path& path, bool withSeparator, wchar_t* buffer);

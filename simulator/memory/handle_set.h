@@ -16,14 +16,15 @@ template <typename Value>
 class HandleSet {
 public:
     // `kind` is the handle in words, "PDF options"; `first` sets the kinds apart.
-    HandleSet(std::string_view kind, std::uintptr_t first) : kind_(kind), next_(first) {}
+    HandleSet(std::string_view kind, std::uintptr_t first, Account account = Account::kOptionSet)
+        : kind_(kind), next_(first), account_(account) {}
 
     // Open in the accounts until Free. A number is never used twice, so that a stale handle is noticed.
     void* New(Report& report) {
         next_ += 16;
         values_[next_] = {};
         void* handle = std::bit_cast<void*>(next_);
-        report.Opened(Account::kOptionSet, handle, kind_);
+        report.Opened(account_, handle, kind_);
         return handle;
     }
 
@@ -37,13 +38,19 @@ public:
 
     bool Free(Report& report, const void* handle) {
         if (Find(report, handle) == nullptr) return false;
-        values_.erase(reinterpret_cast<std::uintptr_t>(handle));
-        return report.Closed(Account::kOptionSet, handle);
+        Drop(handle);
+        return report.Closed(account_, handle);
     }
+
+    // The host owns what the handle stands for from now on. False, and a violation, when it does already.
+    bool TakeOver(Report& report, const void* handle) { return report.Closed(account_, handle); }
+    // Forgets a handle that the host owns.
+    void Drop(const void* handle) { values_.erase(reinterpret_cast<std::uintptr_t>(handle)); }
 
 private:
     std::string kind_;
     std::uintptr_t next_;
+    Account account_;
     std::unordered_map<std::uintptr_t, Value> values_;
 };
 

@@ -1,0 +1,70 @@
+// What is selected, from the host's selection buffer.
+
+#include "model/selection.h"
+
+#include <algorithm>
+
+#include <ProAsmcomp.h>
+#include <ProFeatType.h>
+#include <ProFeature.h>
+#include <ProMdl.h>
+#include <ProModelitem.h>
+#include <ProSelbuffer.h>
+
+#include "base/status.h"
+
+namespace kv {
+
+static bool IsComponent(ProModelitem& item);
+
+ProError SelectionRead(SelectionArray& selections) {
+    const ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
+    if (Failed(status)) return status;
+    return Items(selections).empty() ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
+}
+
+ProModelitem SelectedItem(ProSelection selection) {
+    ProModelitem item = {};
+    const ProError status = ProSelectionModelitemGet(selection, &item);
+    return Failed(status) ? ProModelitem{PRO_TYPE_INVALID, PRO_VALUE_UNUSED, nullptr} : item;
+}
+
+bool IsWholeModel(const ProModelitem& item) {
+    return item.type == PRO_ASSEMBLY || item.type == PRO_PART;
+}
+
+ProError SelectedModelGet(ProSelection selection, ComponentMeans component, ProMdl& model) {
+    ProModelitem item = {};
+    const ProError status = ProSelectionModelitemGet(selection, &item);
+    if (Failed(status)) return status;
+    if (IsWholeModel(item)) return ProModelitemMdlGet(&item, &model);
+    if (component == ComponentMeans::Model && IsComponent(item)) return ProAsmcompMdlGet(&item, &model);
+    model = item.owner;
+    return PRO_TK_NO_ERROR;
+}
+
+ProError SelectedModelsGet(SelectedModels& selected) {
+    SelectionArray selections;
+    const ProError status = SelectionRead(selections);
+    if (status == PRO_TK_E_NOT_FOUND) return PRO_TK_NO_ERROR;
+    if (Failed(status)) return status;
+    selected.any = true;
+    for (ProSelection selection : Items(selections)) {
+        ProModelitem item = SelectedItem(selection);
+        if (!IsWholeModel(item) && !IsComponent(item)) continue;
+        DistinctModel met = {nullptr, PRO_MDL_UNUSED};
+        const ProError had =
+            IsWholeModel(item) ? ProModelitemMdlGet(&item, &met.model) : ProAsmcompMdlGet(&item, &met.model);
+        if (Failed(had) || Failed(ProMdlTypeGet(met.model, &met.type))) continue;
+        if (std::ranges::find(selected.models, met.model, &DistinctModel::model) == selected.models.end())
+            selected.models.push_back(met);
+    }
+    return PRO_TK_NO_ERROR;
+}
+
+static bool IsComponent(ProModelitem& item) {
+    ProFeattype type = 0;
+    return item.type == PRO_FEATURE && !Failed(ProFeatureTypeGet(&item, &type)) && type == PRO_FEAT_COMPONENT;
+}
+
+}  // namespace kv

@@ -1,0 +1,42 @@
+// What is selected, as far as it is items, models and components.
+#pragma once
+
+#include <vector>
+
+#include <ProObjects.h>
+#include <ProSelection.h>
+
+#include "base/host_handle.h"
+#include "model/model_walk.h"
+
+namespace kv {
+
+// The selected items in the order of selection; read them with Items. Errors: PRO_TK_E_NOT_FOUND when nothing
+// is selected, else those of ProSelbufferSelectionsGet.
+[[nodiscard]] ProError SelectionRead(SelectionArray& selections);
+
+// The item behind a selection; of the type PRO_TYPE_INVALID when the host cannot tell it.
+ProModelitem SelectedItem(ProSelection selection);
+
+// Whether an item is a part or an assembly as a whole. A component that is selected as a feature is not.
+bool IsWholeModel(const ProModelitem& item);
+
+// What a selected component feature stands for: the assembly that it is a feature of, as any other item does,
+// or the model that it places.
+enum class ComponentMeans { Owner, Model };
+
+// The model that a selected item is, or the one that it belongs to. Errors: those of
+// ProSelectionModelitemGet, ProModelitemMdlGet and ProAsmcompMdlGet.
+[[nodiscard]] ProError SelectedModelGet(ProSelection selection, ComponentMeans component, ProMdl& model);
+
+struct SelectedModels {
+    bool any = false;                   // something is selected, whatever it is
+    std::vector<DistinctModel> models;  // each once, in the order of the selection
+};
+
+// The models that are selected as such or by one of their components; other items are passed over, and so is
+// a component whose model cannot be had. Nothing selected is no failure. Errors: those of
+// ProSelbufferSelectionsGet.
+[[nodiscard]] ProError SelectedModelsGet(SelectedModels& selected);
+
+}  // namespace kv

@@ -1,0 +1,120 @@
+// Commands that build assemblies.
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "plugin/assembly_fixture.h"
+#include "simulator/host/sim_host.h"
+#include "support/arrange.h"
+#include "support/scenario.h"
+
+namespace test {
+
+using sim::SimHost;
+using sim::SimModel;
+
+// PUMP holds SUB, which is activated; both have a coordinate system. One name of the series is taken on disk.
+static void ArrangeActivated(SimHost& host) {
+    SimModel& pump = host.AddAssembly(L"PUMP").AddCoordinateSystem(L"ASM_DEF_CSYS");
+    SimModel& sub = host.AddAssembly(L"SUB").AddCoordinateSystem(L"ASM_DEF_CSYS");
+    pump.Place(host.AddPart(L"BOLT")).Place(sub);
+    LayPart(host, L"SUB-1");
+    host.Open(pump);
+    host.Activate(sub);
+}
+
+// Nobody's model gets a second version, unless the host says that there is none of that name.
+static void ExpectNothingOverwritten(SimHost& host) {
+    if (host.State().report.FaultedFunction() == "ProMdlnameRetrieve") return;
+    for (const wchar_t* name : {L"sub-1.prt.2", L"bolt-1.prt.2", L"taken.prt.2"})
+        EXPECT_FALSE(HasFile(host, name)) << testing::PrintToString(name);
+}
+
+static Scenario NewComponentScenario(const std::string& command) {
+    Scenario scenario = CommandScenario(command, [](SimHost& host) {
+        UsePartTemplate(host);
+        UseTemplate(host, host.AddAssembly(L"START").AddCoordinateSystem(L"ASM_DEF_CSYS"), kAssemblyTemplate);
+        UseTemplate(host, host.AddSheetmetal(L"START").AddCoordinateSystem(L"PRT_CSYS_DEF"),
+                    kSheetmetalTemplate);
+        ArrangeActivated(host);
+    });
+    scenario.holds = ExpectNothingOverwritten;
+    return scenario;
+}
+
+// What a fault leaves unanswered is no problem: how often a name is asked for depends on it.
+static Scenario Forgetting(Scenario scenario) {
+    scenario.act = [act = scenario.act](SimHost& host) {
+        act(host);
+        host.ForgetAnswers();
+    };
+    return scenario;
+}
+
+// A component of the open assembly is cloned under this rule; TAKEN is on disk.
+static Scenario CloneScenario(const std::string& command, const std::wstring& rule) {
+    const auto arrange = [rule](SimHost& host) {
+        ChangeSetting(L"KvConfig.ini", L"CompCopyAutoNum", L"value", rule);
+        ArrangeActivated(host);
+        LayPart(host, L"BOLT-1");
+        LayPart(host, L"TAKEN");
+        sim::Pick pick = Whole(Bolt(host));
+        pick.path = {2};
+        host.Select({pick});
+        host.AnswerPlacement(true);
+        for (const wchar_t* name : {L"TAKEN", L"NEW"})
+            host.AnswerPrompt({sim::PromptAnswer::Kind::kTyped, name});
+        for (int i = 0; i < 3; ++i) host.AnswerPrompt({sim::PromptAnswer::Kind::kEscape, {}});
+    };
+    Scenario scenario = Forgetting(CommandScenario(command, arrange, std::string(rule.begin(), rule.end())));
+    scenario.holds = ExpectNothingOverwritten;
+    return scenario;
+}
+
+// BOLT and SUB are selected, and picked when the command asks.
+static void ArrangeMerge(SimHost& host) {
+    UsePartTemplate(host);
+    ArrangeActivated(host);
+    LayPart(host, L"TAKEN");
+    SimModel& nut = host.AddPart(L"NUT").AddBlock(1, 1, 1);
+    SimModel& sub = *InMemory(host, L"SUB", sim::ModelKind::kAssembly);
+    sub.Place(nut);
+    Bolt(host).AddBlock(1, 1, 1);
+    sim::Pick bolt = Whole(Bolt(host));
+    bolt.path = {2};
+    sim::Pick assembly = Whole(sub);
+    assembly.path = {3};
+    host.Select({bolt, assembly});
+    for (const wchar_t* name : {L"TAKEN", L"NEW"}) host.AnswerPrompt({sim::PromptAnswer::Kind::kTyped, name});
+    for (int i = 0; i < 3; ++i) host.AnswerPrompt({sim::PromptAnswer::Kind::kEscape, {}});
+}
+
+static Scenario Merging(const std::string& command, Arrangement arrange) {
+    Scenario scenario = Forgetting(CommandScenario(command, std::move(arrange)));
+    scenario.holds = [](SimHost& host) {
+        ExpectNothingOverwritten(host);
+        EXPECT_TRUE(Bolt(host).Features().empty()) << "only the target changes";
+    };
+    return scenario;
+}
+
+static void ArrangeMergeTo(SimHost& host) {
+    ArrangeMerge(host);
+    const std::vector<sim::Pick> selected = host.State().desk.selected;
+    host.AnswerPick({false, {selected[0]}});
+    host.Activate(*InMemory(host, L"NUT"));
+}
+
+std::vector<Scenario> AssemblyScenarios() {
+    return {
+        NewComponentScenario("NewPart"),       NewComponentScenario("NewAsm"),
+        NewComponentScenario("NewSmt"),        CloneScenario("CloneComp", L"byUser"),
+        CloneScenario("CloneComp", L"byComp"), CloneScenario("CloneAndReplace", L"byAsm"),
+        Merging("KvMerge", ArrangeMerge),      Merging("KvMergeTo", ArrangeMergeTo),
+    };
+}
+
+}  // namespace test

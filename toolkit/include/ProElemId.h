@@ -1,0 +1,22 @@
+// Numbers of feature elements.
+#pragma once
+
+#include <ProToolkit.h>
+
+PRO_BEGIN_C_DECLS
+
+typedef int ProElemId;
+
+#define PRO_E_FEATURE_TREE 386
+#define PRO_E_FEATURE_TYPE 387
+#define PRO_E_COMPONENT_CONSTRAINTS 605
+#define PRO_E_COMPONENT_CONSTRAINT 606
+#define PRO_E_COMPONENT_CONSTR_TYPE 607
+#define PRO_E_STD_FEATURE_NAME 1964
+#define PRO_E_GMRG_FEAT_TYPE 3386
+#define PRO_E_DSF_REF_MDL 3388
+#define PRO_E_DSF_EXT_LOCAL_TYPE 3389
+#define PRO_E_DSF_SEL_REF_MDL 3390
+#define PRO_E_DSF_PLACEMENT 3391
+
+PRO_END_C_DECLS
