@@ -29,6 +29,7 @@ void Session::BeAsDocumented() {
     strict.bareProfileNameRefused = true;
     strict.pdfSheetRangeIsText = true;
     strict.exportsLeaveLog = true;
+    strict.eraseWaits = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;
     texts.upperCaseMessageFileRefused = true;

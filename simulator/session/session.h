@@ -40,6 +40,9 @@ struct Strictness {
     bool pdfSheetRangeIsText = false;
     // An export leaves a log beside its file.
     bool exportsLeaveLog = false;
+    // An erased model keeps its name until the command has returned; off: one that no window shows and nobody
+    // uses goes at once.
+    bool eraseWaits = false;
 };
 
 class Session {

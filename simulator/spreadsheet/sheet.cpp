@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cwchar>
 #include <cwctype>
 
 namespace sim {
@@ -15,6 +16,7 @@ constexpr double kStandardSize = 11;
 constexpr double kBoldFactor = 1.1;
 constexpr double kPadding = 1.5;  // characters beside a text
 constexpr double kMaxWidth = 255;
+constexpr double kStandardWidth = 8.43;
 
 // The standard palette, 0xRRGGBB as it is usually printed.
 constexpr std::array<unsigned, 56> kPalette = {
@@ -192,6 +194,33 @@ void Sheet::FitColumns(const CellArea& area) {
             width = std::max(width, WidthOf(value, Style(row, column)));
         }
     }
+}
+
+std::wstring Sheet::Shown(int row, int column) const {
+    const CellValue& value = Value(row, column);
+    if (value.kind == CellKind::kTruth) return value.number != 0 ? L"TRUE" : L"FALSE";
+    if (value.kind != CellKind::kNumber) return value.text;
+    const std::wstring& format = Style(row, column).numberFormat;
+    std::array<wchar_t, 64> text = {};
+    std::swprintf(text.data(), text.size(), L"%.10g", value.number);
+    std::wstring shown = text.data();
+    // Of the formats for numbers the one that fills with zeros.
+    const bool filled = format.find_first_not_of(L'0') == std::wstring::npos;
+    if (filled && shown.size() < format.size()) shown.insert(0, format.size() - shown.size(), L'0');
+    const auto width = columnWidths.find(column);
+    const double room = width == columnWidths.end() ? kStandardWidth : width->second;
+    return static_cast<double>(shown.size()) > room ? L"####" : shown;
+}
+
+CellArea Sheet::Used() const {
+    CellArea used = {LastRow(), kMaxSheetColumn, 0, 0};
+    for (int row = 1; row <= LastRow(); ++row) {
+        for (int column = 1; column <= LastColumn(row); ++column) {
+            if (Value(row, column).kind == CellKind::kEmpty) continue;
+            used = {std::min(used.top, row), std::min(used.left, column), row, std::max(used.right, column)};
+        }
+    }
+    return used.bottom == 0 ? CellArea() : used;
 }
 
 void Sheet::FitRows(const CellArea& area) {
