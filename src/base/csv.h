@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kv {
 
@@ -12,5 +13,12 @@ std::wstring CsvLine(std::span<const std::wstring> cells);
 
 // A text that no spreadsheet takes for a formula: one that begins like a formula gets an apostrophe in front.
 std::wstring HarmlessCell(std::wstring text);
+
+// The text that HarmlessCell was given.
+std::wstring CellAsWritten(std::wstring text);
+
+// The rows of a text, cells as they were before CsvLine. A semicolon divides like a comma where it comes
+// first in the first row. An empty line is no row.
+std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text);
 
 }  // namespace kv

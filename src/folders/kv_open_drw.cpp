@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <ProMdl.h>
-#include <ProModelitem.h>
 #include <ProSelbuffer.h>
 #include <ProWindows.h>
 
@@ -16,13 +15,13 @@
 #include "base/text.h"
 #include "model/drawing_window.h"
 #include "model/model_data.h"
+#include "model/selected_model.h"
 #include "ui/message_box.h"
 
 namespace kv {
 
 static constexpr wchar_t kNoDrawing[] = L"\t同名工程图打开失败，请确认该模型工程图在当前工作目录是否存在。\t";
 
-static ProError SelectedModelGet(ProSelection selection, ProMdl& model);
 static ProError ShowDrawing(const std::wstring& name, ProMdl drawing);
 
 ProError KvOpenDrw() {
@@ -35,23 +34,13 @@ ProError KvOpenDrw() {
 
     ProMdl model = nullptr;
     std::wstring name;
-    status = SelectedModelGet(*selections.Get(), model);
+    status = SelectedModelGet(*selections.Get(), ComponentMeans::Owner, model);
     if (!Failed(status)) status = ModelNameGet(model, name);
     if (Failed(status)) return status;
 
     ProMdl drawing = nullptr;
     status = ModelRetrieveByType(name, PRO_MDLFILE_DRAWING, drawing);
     return Failed(status) ? ShowFailure(kNoDrawing, status) : ShowDrawing(name, drawing);
-}
-
-// The model that the selected item is, or the one that the item belongs to.
-static ProError SelectedModelGet(ProSelection selection, ProMdl& model) {
-    ProModelitem item = {};
-    const ProError status = ProSelectionModelitemGet(selection, &item);
-    if (Failed(status)) return status;
-    if (item.type == PRO_ASSEMBLY || item.type == PRO_PART) return ProModelitemMdlGet(&item, &model);
-    model = item.owner;
-    return PRO_TK_NO_ERROR;
 }
 
 static ProError ShowDrawing(const std::wstring& name, ProMdl drawing) {

@@ -70,6 +70,10 @@ ProError RunUntypedDialog(const char* name, std::span<const DialogAction> action
     return destroyed;
 }
 
+ProError RunUntypedAfterAction(const char* dialog, DialogRun run, ProAppData data) {
+    return ProUIDialogAppActionSet(HostName(dialog), run, data);
+}
+
 ProError InputTextGet(const char* dialog, const char* component, std::wstring& text) {
     HostString value;
     const ProError status =
@@ -160,6 +164,8 @@ static ProError AttachAction(char* dialog, const DialogAction& action, ProAppDat
             return ProUIRadiogroupSelectActionSet(dialog, component, action.run, data);
         case DialogEvent::RowActivated:
             return ProUITableActivateActionSet(dialog, component, action.run, data);
+        case DialogEvent::RowArmed:
+            return ProUITableArmActionSet(dialog, component, action.run, data);
         case DialogEvent::AreaShown:
             return ProUIDrawingareaPostmanagenotifyActionSet(dialog, component, action.run, data);
         case DialogEvent::ButtonPressed:
