@@ -55,9 +55,19 @@ std::wstring CellText(int row, int column) {
 }
 
 // Chinese characters and their marks take two places.
+// Of the formats for numbers there is the one that fills with zeros.
+std::wstring NumberText(double number, const std::wstring& format) {
+    std::array<wchar_t, 64> digits = {};
+    std::swprintf(digits.data(), digits.size(), L"%.10g", number);
+    std::wstring text = digits.data();
+    const bool filled = format.find_first_not_of(L'0') == std::wstring::npos;
+    if (filled && text.size() < format.size()) text.insert(0, format.size() - text.size(), L'0');
+    return text;
+}
+
 double WidthOf(const CellValue& value, const CellStyle& style) {
     const std::wstring text =
-        value.kind == CellKind::kNumber ? std::to_wstring(std::llround(value.number)) : value.text;
+        value.kind == CellKind::kNumber ? NumberText(value.number, style.numberFormat) : value.text;
     double places = 0;
     for (const wchar_t c : text) places += c >= 0x2E80 ? 2 : 1;
     const double width = places * style.size / kStandardSize * (style.bold ? kBoldFactor : 1);
@@ -200,13 +210,7 @@ std::wstring Sheet::Shown(int row, int column) const {
     const CellValue& value = Value(row, column);
     if (value.kind == CellKind::kTruth) return value.number != 0 ? L"TRUE" : L"FALSE";
     if (value.kind != CellKind::kNumber) return value.text;
-    const std::wstring& format = Style(row, column).numberFormat;
-    std::array<wchar_t, 64> text = {};
-    std::swprintf(text.data(), text.size(), L"%.10g", value.number);
-    std::wstring shown = text.data();
-    // Of the formats for numbers the one that fills with zeros.
-    const bool filled = format.find_first_not_of(L'0') == std::wstring::npos;
-    if (filled && shown.size() < format.size()) shown.insert(0, format.size() - shown.size(), L'0');
+    const std::wstring shown = NumberText(value.number, Style(row, column).numberFormat);
     const auto width = columnWidths.find(column);
     const double room = width == columnWidths.end() ? kStandardWidth : width->second;
     return static_cast<double>(shown.size()) > room ? L"####" : shown;

@@ -119,7 +119,7 @@ TEST_F(KvRename, ShowsTheModelOfTheArmedRowAndThenTheTopAgain) {
 }
 
 TEST_F(KvRename, NeedsAnAssembly) {
-    host.Open(bolt);
+    host.Open(bolt, sim::HostMode::kAssembly);
     host.Run("KvRename");
     EXPECT_EQ(Messages(host), Texts{L"此功能仅组件/制造环境可用！"});
 }
@@ -278,9 +278,11 @@ TEST_F(KvRename, TakesANameBackThatCannotBeSaved) {
     host.State().models.renameTakesOldFiles = true;
     Use([this](SimDialog& dialog) {
         dialog.Type("input3", L"BOLT2").Press("KvDropUnchanged");
-        // The first save is the trial's.
-        for (long long nth = 2; nth <= 12; ++nth)
-            host.State().report.Arm(sim::Fault{"ProMdlSave", nth, PRO_TK_GENERAL_ERROR});
+        host.State().report.onCallEnded = [this] {
+            if (bolt.Name() != L"BOLT2") return;
+            host.State().report.onCallEnded = nullptr;
+            host.State().report.Arm(sim::Fault{"ProMdlSave", 0, PRO_TK_GENERAL_ERROR});
+        };
         dialog.Press("StartRename");
         host.State().report.DisarmAll();
     });
@@ -290,14 +292,24 @@ TEST_F(KvRename, TakesANameBackThatCannotBeSaved) {
     EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
 }
 
-TEST_F(KvRename, StopsForTheUserWithEverythingSaved) {
+TEST_F(KvRename, StopsForTheUserWithNothingDoneOrEverythingSaved) {
     host.State().models.renameTakesOldFiles = true;
-    host.WatchProgress(1000, 2);  // in the rename pass, after the check of three
+    host.WatchProgress(1000, 2);
     Rename({{"1", L"PUMP2"}, {"2", L"SUB2"}, {"3", L"BOLT2"}});
-    EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
+    EXPECT_EQ(pump.Name() + sub.Name() + bolt.Name(), L"PUMPSUBBOLT") << "in the check";
+
+    // The button is pressed once a model has its new name.
+    host.WatchProgress(1000);
+    host.State().report.onCallEnded = [this] {
+        if (pump.Name() == L"PUMP2") host.State().user.progress.cancelAfter = 0;
+    };
+    Rename({{"1", L"PUMP2"}, {"2", L"SUB2"}, {"3", L"BOLT2"}});
+    host.State().report.onCallEnded = nullptr;
+    EXPECT_EQ(pump.Name(), L"PUMP2");
     EXPECT_EQ(bolt.Name(), L"BOLT");
-    ASSERT_EQ(host.Boxes().size(), 1U);
-    EXPECT_NE(host.LastMessage().find(L"操作已取消"), std::wstring::npos);
+    EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
+    ASSERT_EQ(host.Boxes().size(), 2U);
+    for (const std::wstring& text : Messages(host)) EXPECT_NE(text.find(L"操作已取消"), std::wstring::npos);
 }
 
 // ---- Names by rule
@@ -342,7 +354,7 @@ TEST_F(KvRename, WhatGoesToAFileComesBackTheSame) {
     EXPECT_TRUE(server.opened[0].readOnly && !server.opened[0].updatesLinks && !server.opened[0].runsMacros);
     EXPECT_EQ(host.State().user.fileQuestions[0].name, L"PUMP 重命名");
     EXPECT_EQ(host.State().user.fileQuestions[1].filter,
-              L"Microsoft Excel 2000(*.xls)|*.xls|所有文件(*.*)|*.*||");
+              L"Microsoft Excel 2000(*.xls)|*.xls|所有文件(*.*)|*.*|");
 }
 
 TEST_F(KvRename, ReadsNumbersAsTheyAreShown) {

@@ -35,7 +35,7 @@ TEST_F(QuickRename, CopiesTheNameOfTheSelectedOrPickedModel) {
     host.Select({test::ItemOf(sub, 3, 1)});  // the component feature of BOLT
     EXPECT_EQ(host.Run("KvMdlNameCopy"), PRO_TK_NO_ERROR);
     EXPECT_EQ(host.State().user.clipboard, L"BOLT");
-    EXPECT_EQ(LastLine(), L"The model name has been copied");
+    EXPECT_EQ(LastLine(), L"模型名称已复制到剪贴板");
 
     host.Select({});
     host.AnswerPick({false, {test::Whole(sub)}});
@@ -66,7 +66,7 @@ TEST_F(QuickRename, RenamesTheModelAloneAndSavesIt) {
     EXPECT_TRUE(test::HasModelFile(host.WorkingDirectory(), L"bolt2.prt"));
     EXPECT_FALSE(test::HasModelFile(host.WorkingDirectory(), L"bolt2.drw"));
     EXPECT_EQ(Messages(host), Texts());
-    EXPECT_NE(LastLine().find(L"Assemblies that use it are not saved"), std::wstring::npos);
+    EXPECT_NE(LastLine().find(L"使用它的组件未保存"), std::wstring::npos);
 }
 
 TEST_F(QuickRename, DoesNothingForNothingAndRefusesInOneBox) {

@@ -67,6 +67,7 @@ void EndAfterEachCall(bool takesOldFiles) {
     test::TempDirectory workspace;
     test::TempDirectory data;
     int count = 0;
+    bool copied = true;
     {
         HostSetup setup;
         setup.workspace = workspace.Path();
@@ -79,8 +80,11 @@ void EndAfterEachCall(bool takesOldFiles) {
             for (int i = 0; i < 4; ++i) dialog.Type("input" + std::to_string(i + 1), names[i]);
             host.State().report.onCallEnded = [&] {
                 const fs::path place = snapshots / std::to_string(count++);
-                fs::copy(workspace.Path(), place / "models");
-                fs::copy(data.Path(), place / "data", fs::copy_options::recursive);
+                std::error_code error;
+                fs::create_directories(place, error);
+                fs::copy(workspace.Path(), place / "models", fs::copy_options::recursive, error);
+                fs::copy(data.Path(), place / "data", fs::copy_options::recursive, error);
+                copied = copied && !error;
             };
             dialog.Press("StartRename");
             host.State().report.onCallEnded = nullptr;
@@ -88,6 +92,7 @@ void EndAfterEachCall(bool takesOldFiles) {
         host.Run("KvRename");
         EXPECT_EQ(host.LastMessage(), L"\t批量重命名操作已完成\t");
     }
+    ASSERT_TRUE(copied);
     ASSERT_GT(count, 40);
     int healed = 0;
     for (int i = 0; i < count; ++i) {
