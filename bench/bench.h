@@ -60,5 +60,6 @@ void BenchWorkbook();
 void BenchDrawings();
 void BenchScales();
 void BenchAssembly();
+void BenchRename();
 
 }  // namespace bench

@@ -21,6 +21,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"drawings", bench::BenchDrawings},
     {"scales", bench::BenchScales},
     {"assembly", bench::BenchAssembly},
+    {"rename", bench::BenchRename},
 };
 // clang-format on
 

@@ -304,6 +304,17 @@ for model in drive_frame drive_base_plate; do
     grep -o '"name":"合并[0-9]*","reference":"[^"]*"' "$newest" >"$work/out" || fail "nothing was merged into $model"
     sed "s/.*\(合并[0-9]*\)\",\"reference\":\"\(.*\)\"/    $model: \1 of \2/" "$work/out"
 done
+headline "New names for sub-assemblies and parts, with their drawings; every assembly above finds them"
+printf '  The user at the dialog, scripts/rename.user:\n\n'
+print scripts/rename.user
+printf '\n'
+hostsim --plugin plugin run KvRename --workspace roller_conveyor --model roller_conveyor --user scripts/rename.user
+print
+[ -e roller_conveyor/rc2_roller_unit.asm.1 ] || fail "ROLLER_UNIT has no file of its new name"
+[ -e roller_conveyor/rc2_roller_unit.drw.1 ] || fail "the drawing was not renamed"
+start show roller_conveyor --workspace roller_conveyor --levels 1
+grep -q 'RC2_ROLLER_UNIT' "$work/out" || fail "the assembly on disk does not name RC2_ROLLER_UNIT"
+printf '\n    The assembly on disk names RC2_ROLLER_UNIT; 撤销上次重命名 would take it all back.\n'
 
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \

@@ -183,6 +183,10 @@ void Desk::ApplyPending() {
     setWindow_.reset();
     for (const int window : toClose_) Close(window);
     toClose_.clear();
+    EraseWaiting();
+}
+
+void Desk::EraseWaiting() {
     // The last user of a model may be erased after the model itself was to be: go round until nothing more
     // goes.
     std::vector<SimModel*> left;

@@ -65,6 +65,8 @@ public:
     void ActivateLater(int window) { pendingWindow_ = window; }
     void CloseCurrentLater() { toClose_.push_back(CurrentWindow()); }
     void EraseLater(SimModel& model);
+    // Erases what waits: the command goes on, but the host has had control.
+    void EraseWaiting();
     // True for a model that a command has erased and that must not be used any more.
     bool IsDoomed(const SimModel& model) const { return !doomed_.empty() && doomed_.contains(&model); }
 

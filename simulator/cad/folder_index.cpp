@@ -58,6 +58,14 @@ int ParseVersion(std::wstring_view text) {
 
 }  // namespace
 
+bool IsModelName(std::wstring_view name) {
+    const auto isNamePart = [](wchar_t c) {
+        return (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z') ||
+               c == L'_' || c == L'-' || c >= 0x80;
+    };
+    return !name.empty() && std::ranges::all_of(name, isNamePart);
+}
+
 std::wstring_view ExtensionOf(ModelKind kind) {
     return std::ranges::find(kExtensions, kind, &std::pair<ModelKind, std::wstring_view>::first)->second;
 }

@@ -14,6 +14,9 @@
 
 namespace sim {
 
+// Whether a model can be given this name: letters, digits, "_", "-" and what lies outside ASCII.
+bool IsModelName(std::wstring_view name);
+
 // A model file: `<name>.<extension>.<version>`, for example `pump.asm.3`.
 struct ModelFile {
     std::filesystem::path path;

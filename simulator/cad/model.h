@@ -152,6 +152,11 @@ public:
     SimModel(std::wstring name, ModelKind kind, ModelSubtype subtype);
 
     const std::wstring& Name() const { return name_; }
+    // For the store, which knows every model by its name.
+    void SetName(std::wstring_view name) {
+        name_ = name;
+        modified_ = true;
+    }
     ModelKind Kind() const { return kind_; }
     ModelSubtype Subtype() const { return subtype_; }
 

@@ -80,6 +80,18 @@ SimModel* ModelStore::Create(std::wstring_view name, ModelKind kind, ModelSubtyp
     return &model;
 }
 
+bool ModelStore::Rename(SimModel& model, std::wstring_view name) {
+    const SimModel* holder = Find(name, model.Kind());
+    if (!IsModelName(name) || name.size() > kLongestNewName) return false;
+    if (holder != nullptr && holder != &model) return false;
+    auto entry = models_.extract({model.Kind(), UpperName(model.Name())});
+    if (entry.empty()) return false;
+    entry.key().second = UpperName(name);
+    models_.insert(std::move(entry));
+    model.SetName(name);
+    return true;
+}
+
 SimModel* ModelStore::Find(std::wstring_view name, ModelKind kind) {
     const auto found = models_.find({kind, UpperName(name)});
     return found == models_.end() ? nullptr : found->second.get();
@@ -225,8 +237,9 @@ ProError ModelStore::Write(SimModel& model, const fs::path& folder) {
         if (MoveFileW(temporary.c_str(), file.path.c_str()) != 0) {
             index.Wrote(file);
             model.directory = folder;
-            model.origin = file.path;
+            const fs::path before = std::exchange(model.origin, file.path);
             model.SetModified(false);
+            if (renameTakesOldFiles) TakeOldFiles(model, before);
             return PRO_TK_NO_ERROR;
         }
         // Somebody else was faster with this version.
@@ -236,6 +249,27 @@ ProError ModelStore::Write(SimModel& model, const fs::path& folder) {
     std::error_code error;
     fs::remove(temporary, error);
     return PRO_TK_CANT_WRITE;
+}
+
+void ModelStore::TakeOldFiles(const SimModel& model, const fs::path& origin) {
+    const std::optional<ModelFile> old = ParseModelFileName(origin.filename().wstring());
+    if (!old || UpperName(old->name) == UpperName(model.Name())) return;
+    // Another model that has taken the name has taken the files, too.
+    if (Find(old->name, model.Kind()) != nullptr) return;
+    const fs::path folder = origin.parent_path();
+    std::vector<fs::path> files;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::optional<ModelFile> file = ParseModelFileName(entry->path().filename().wstring());
+        if (file && file->kind == model.Kind() && UpperName(file->name) == UpperName(old->name))
+            files.push_back(entry->path());
+    }
+    for (const fs::path& file : files) fs::remove(file, error);
+    folders_.try_emplace(folder, folder).first->second.Forget();
+}
+
+const fs::path& ModelStore::SaveFolder(const SimModel& model) const {
+    return savesInWorkingDirectory ? workingDirectory_ : model.directory;
 }
 
 namespace {
@@ -262,8 +296,8 @@ std::vector<SimModel*> AllBelow(SimModel& top) {
 ProError ModelStore::Save(SimModel& model) {
     bool isWhole = true;
     for (SimModel* below : AllBelow(model))
-        if (below->IsModified() && Write(*below, below->directory) != PRO_TK_NO_ERROR) isWhole = false;
-    if (Write(model, model.directory) != PRO_TK_NO_ERROR) return PRO_TK_GENERAL_ERROR;
+        if (below->IsModified() && Write(*below, SaveFolder(*below)) != PRO_TK_NO_ERROR) isWhole = false;
+    if (Write(model, SaveFolder(model)) != PRO_TK_NO_ERROR) return PRO_TK_GENERAL_ERROR;
     return isWhole ? PRO_TK_NO_ERROR : PRO_TK_CHECKOUT_CONFLICT;
 }
 

@@ -27,6 +27,10 @@ public:
     // ---- Memory
     // A new model in memory; the name must be free for its kind (else null) and at most 31 characters.
     SimModel* Create(std::wstring_view name, ModelKind kind, ModelSubtype subtype = ModelSubtype::kNone);
+    // Gives a model in memory another name. What refers to it in memory follows and does not count as
+    // changed; files keep the old name until they are written anew. False: no model can have this name, or
+    // another one has it.
+    [[nodiscard]] bool Rename(SimModel& model, std::wstring_view name);
     // By name without regard to letter case; null: not in memory.
     SimModel* Find(std::wstring_view name, ModelKind kind);
     // Null when the handle is no model in memory. O(1). An erased model's handle is never given to another
@@ -63,6 +67,10 @@ public:
     // version of whatever has that name there. INVALID_NAME: no name for a model, or taken in memory;
     // CANT_WRITE: there is no copy then.
     ProError Copy(SimModel& model, std::wstring_view name, SimModel*& copy);
+    // The first save of a renamed model takes the files of its old name away; off: they stay.
+    bool renameTakesOldFiles = false;
+    // Saves go to the working directory, wherever a model came from.
+    bool savesInWorkingDirectory = false;
     // Writes the model (and everything below it) into `folder` with version 1 or the next free one; later
     // saves go there. What is below it and has its present state in `folder` already is not written again.
     // INVALID_DIR; CANT_WRITE.
@@ -88,6 +96,8 @@ private:
     SimModel* FindOrLoad(std::wstring_view name, ModelKind kind, const std::filesystem::path& folder,
                          std::vector<Pending>& pending);
     ProError Write(SimModel& model, const std::filesystem::path& folder);
+    void TakeOldFiles(const SimModel& model, const std::filesystem::path& origin);
+    const std::filesystem::path& SaveFolder(const SimModel& model) const;
     SimModel& Add(std::unique_ptr<SimModel> model);
 
     std::filesystem::path workingDirectory_;

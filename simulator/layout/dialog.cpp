@@ -333,6 +333,13 @@ bool Dialog::Remove(std::string_view component) {
 
 bool Dialog::IsShown(const Component& component) const {
     if (!component.visible) return false;
+    if (!component.inTable.empty()) {
+        const Component* around = Find(component.inTable);
+        const TableCell* cell =
+            around == nullptr ? nullptr : around->table.Cell(component.cell.row, component.cell.column);
+        return cell != nullptr && cell->component == component.name &&
+               around->table.IsInSight(component.cell.row) && IsShown(*around);
+    }
     const ResContainer* container = layout_.Find(component.container);
     if (container == nullptr) return true;
     if (container->type == ContainerType::kTable || container->type == ContainerType::kTree) return false;

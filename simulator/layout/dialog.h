@@ -114,7 +114,9 @@ private:
 struct Component {
     std::string name;
     ComponentKind kind = ComponentKind::kLabel;
-    std::string container;     // the dialog, layout or table that lists it
+    std::string container;     // the dialog, layout or table that lists it; empty: a copy in a table cell
+    std::string inTable;       // of a copy: where its cell is,
+    CellName cell;             // and which one
     ResAttributes attributes;  // as the file gives them; what can change stands in the fields below
     std::vector<std::string> children;
 
@@ -170,6 +172,7 @@ public:
 
     // ---- Activation
     bool active = false;
+    std::optional<DialogAction> appAction;  // runs once when control is back at the dialog
     bool exitAsked = false;
     int exitStatus = 0;
     int actionsRunning = 0;

@@ -81,6 +81,7 @@ void Report::LeaveCall(const CallSite& site, ProError status) {
         trace_[traceStack_.back()].status = status;
         traceStack_.pop_back();
     }
+    if (onCallEnded) onCallEnded();
 }
 
 // A callback is a null entry on the stack: what runs above it is the plug-in again.

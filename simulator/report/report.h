@@ -80,6 +80,8 @@ public:
     // Whether calls are kept with their arguments; they are only counted otherwise.
     void SetTracing(bool on) { tracing_ = on; }
     const std::vector<CallRecord>& Trace() const { return trace_; }
+    // Called when a call has ended: a test looks there at what a crash now would leave behind.
+    std::function<void()> onCallEnded;
     // The function of the last injected fault, empty when none has hit.
     const std::string& FaultedFunction() const { return faultedFunction_; }
     long long FaultsHit() const { return faultsHit_; }

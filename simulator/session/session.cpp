@@ -36,6 +36,7 @@ void Session::BeAsDocumented() {
     strict.referenceNeedsTopPath = true;
     strict.mergeNeedsPath = true;
     strict.mergeNeedsPlacementBeside = true;
+    strict.eraseWaits = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;
     texts.upperCaseMessageFileRefused = true;

@@ -64,6 +64,9 @@ struct Strictness {
     // path and have the placement beside the selection.
     bool mergeNeedsPath = false;
     bool mergeNeedsPlacementBeside = false;
+    // An erased model keeps its name until the command has returned; off: one that no window shows and nobody
+    // uses goes at once.
+    bool eraseWaits = false;
 };
 
 class Session {

@@ -142,8 +142,9 @@ ApplicationState::~ApplicationState() {
 }
 
 const char* KindName(ObjectKind kind) {
-    constexpr std::array<const char*, 8> kNames = {"Application", "Workbooks", "Workbook", "Sheets",
-                                                   "Worksheet",   "Range",     "Interior", "Font"};
+    constexpr std::array<const char*, 9> kNames = {"Application", "Workbooks", "Workbook",
+                                                   "Sheets",      "Worksheet", "Range",
+                                                   "Interior",    "Font",      "Borders"};
     return kNames[static_cast<std::size_t>(kind)];
 }
 

@@ -16,7 +16,17 @@
 
 namespace sim {
 
-enum class ObjectKind { kApplication, kWorkbooks, kWorkbook, kSheets, kWorksheet, kRange, kInterior, kFont };
+enum class ObjectKind {
+    kApplication,
+    kWorkbooks,
+    kWorkbook,
+    kSheets,
+    kWorksheet,
+    kRange,
+    kInterior,
+    kFont,
+    kBorders
+};
 
 // Ranges of whole columns or rows can be fitted to their content.
 enum class WholeLines { kNone, kColumns, kRows };
@@ -37,6 +47,8 @@ struct ApplicationState {
     std::vector<std::shared_ptr<WorkbookState>> workbooks;
     bool visible = false;
     bool userControl = false;
+    bool alerts = true;
+    int macroSecurity = 1;  // 1: macros run, 3: none does
     bool toldToQuit = false;
     bool ended = false;
 };

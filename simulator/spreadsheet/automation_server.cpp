@@ -12,6 +12,8 @@ void AutomationServer::Reset() {
     calls_ = 0;
     callsByMember_.clear();
     problems_.clear();
+    opened.clear();
+    saved.clear();
 }
 
 long long AutomationServer::Calls(const std::string& member) const {

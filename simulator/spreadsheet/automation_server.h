@@ -36,8 +36,25 @@ struct AutomationFault {
     HRESULT status = kApplicationError;
 };
 
+// A workbook that was opened, and how.
+struct OpenedBook {
+    std::wstring path;
+    bool updatesLinks;
+    bool readOnly;
+    bool runsMacros;
+};
+
+// A workbook that was saved under a name, with the number of its file format.
+struct SavedBook {
+    std::wstring path;
+    int format;
+};
+
 class AutomationServer {
 public:
+    std::vector<OpenedBook> opened;
+    std::vector<SavedBook> saved;
+
     // ---- Arranging
     void Fail(const AutomationFault& fault) { faults_.push_back(fault); }
     // From the n-th call on the application is gone.

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <system_error>
+#include <utility>
 
 #include <windows.h>
 
@@ -19,6 +22,11 @@ constexpr std::size_t kMaxTextLength = 32767;
 constexpr long long kMaxCells = 4000000;  // of one value or format put
 constexpr std::size_t kMaxAddress = 255;
 constexpr int kNoColour = -4142;
+constexpr int kMacrosOff = 3;
+constexpr int kUsualFormat = 51;  // .xlsx
+constexpr int kOldFormat = 56;    // .xls
+constexpr int kLineNone = -4142;
+constexpr int kLinePlain = 1;
 
 // ---- Application
 
@@ -44,6 +52,23 @@ HRESULT UserControlPut(ObjectState& object, const CallArguments& arguments, VARI
     return TakeTruth(*arguments.assigned, object.application->userControl);
 }
 
+HRESULT AlertsGet(ObjectState& object, const CallArguments&, VARIANT* result) {
+    return GiveTruth(object.application->alerts, result);
+}
+
+HRESULT AlertsPut(ObjectState& object, const CallArguments& arguments, VARIANT*) {
+    return TakeTruth(*arguments.assigned, object.application->alerts);
+}
+
+HRESULT MacroSecurityPut(ObjectState& object, const CallArguments& arguments, VARIANT*) {
+    double level = 0;
+    const HRESULT status = TakeNumber(*arguments.assigned, level);
+    if (FAILED(status)) return status;
+    if (level != 1 && level != 2 && level != kMacrosOff) return kApplicationError;
+    object.application->macroSecurity = static_cast<int>(level);
+    return S_OK;
+}
+
 HRESULT Quit(ObjectState& object, const CallArguments&, VARIANT*) {
     ApplicationState& application = *object.application;
     const bool unsaved =
@@ -63,6 +88,55 @@ HRESULT AddWorkbook(ObjectState& object, const CallArguments&, VARIANT* result) 
     workbook.workbook = std::make_shared<WorkbookState>();
     object.application->workbooks.push_back(workbook.workbook);
     return GiveObject(std::move(workbook), result);
+}
+
+// Links are updated unless their argument is 0.
+HRESULT OpenWorkbook(ObjectState& object, const CallArguments& arguments, VARIANT* result) {
+    std::wstring path;
+    double links = 3;
+    bool readOnly = false;
+    HRESULT status = TakeText(arguments.given[0], path);
+    if (SUCCEEDED(status) && arguments.given.size() > 1) status = TakeNumber(arguments.given[1], links);
+    if (SUCCEEDED(status) && arguments.given.size() > 2) status = TakeTruth(arguments.given[2], readOnly);
+    if (FAILED(status)) return status;
+    std::optional<Sheet> sheet = ReadXlsx(path);
+    if (!sheet) return kApplicationError;
+    const ApplicationState& application = *object.application;
+    application.server->opened.push_back(
+        {path, links != 0, readOnly, application.macroSecurity != kMacrosOff});
+    ObjectState workbook = object;
+    workbook.kind = ObjectKind::kWorkbook;
+    workbook.workbook = std::make_shared<WorkbookState>();
+    workbook.workbook->sheet = std::move(*sheet);
+    object.application->workbooks.push_back(workbook.workbook);
+    return GiveObject(std::move(workbook), result);
+}
+
+HRESULT SaveAs(ObjectState& object, const CallArguments& arguments, VARIANT*) {
+    std::wstring path;
+    double format = kUsualFormat;
+    HRESULT status = TakeText(arguments.given[0], path);
+    if (SUCCEEDED(status) && arguments.given.size() > 1) status = TakeNumber(arguments.given[1], format);
+    if (FAILED(status)) return status;
+    if (path.empty() || (format != kUsualFormat && format != kOldFormat)) return kApplicationError;
+    AutomationServer& server = *object.application->server;
+    std::error_code error;
+    if (object.application->alerts && std::filesystem::exists(path, error))
+        server.Problem("SaveAs asks whether to replace a file");
+    // There is one format of files here: what was asked for is kept in the books.
+    if (!WriteXlsx(object.workbook->sheet, path)) return kApplicationError;
+    server.saved.push_back({path, static_cast<int>(format)});
+    object.workbook->saved = true;
+    return S_OK;
+}
+
+HRESULT CloseWorkbook(ObjectState& object, const CallArguments& arguments, VARIANT*) {
+    bool saves = false;
+    if (!arguments.given.empty() && FAILED(TakeTruth(arguments.given[0], saves))) return DISP_E_TYPEMISMATCH;
+    if (arguments.given.empty() && !object.workbook->saved)
+        object.application->server->Problem("Close asks whether to save a changed workbook");
+    std::erase(object.application->workbooks, object.workbook);
+    return S_OK;
 }
 
 HRESULT WorkbookSheets(ObjectState& object, const CallArguments&, VARIANT* result) {
@@ -138,6 +212,28 @@ HRESULT SheetRange(ObjectState& object, const CallArguments& arguments, VARIANT*
     area = {std::min(area.top, areas[1].top), std::min(area.left, areas[1].left),
             std::max(area.bottom, areas[1].bottom), std::max(area.right, areas[1].right)};
     return GiveRange(object, area, WholeLines::kNone, result);
+}
+
+HRESULT SheetUsedRange(ObjectState& object, const CallArguments&, VARIANT* result) {
+    return GiveRange(object, object.workbook->sheet.Used(), WholeLines::kNone, result);
+}
+
+HRESULT RangeRow(ObjectState& object, const CallArguments&, VARIANT* result) {
+    return GiveNumber(object.area.top, result);
+}
+
+HRESULT RangeColumn(ObjectState& object, const CallArguments&, VARIANT* result) {
+    return GiveNumber(object.area.left, result);
+}
+
+HRESULT RangeText(ObjectState& object, const CallArguments&, VARIANT* result) {
+    return GiveText(object.workbook->sheet.Shown(object.area.top, object.area.left), result);
+}
+
+HRESULT RangeBorders(ObjectState& object, const CallArguments&, VARIANT* result) {
+    ObjectState borders = object;
+    borders.kind = ObjectKind::kBorders;
+    return GiveObject(std::move(borders), result);
 }
 
 constexpr CellArea kWholeSheet = {1, 1, kMaxSheetRow, kMaxSheetColumn};
@@ -411,6 +507,14 @@ HRESULT SizePut(ObjectState& object, const CallArguments& arguments, VARIANT*) {
     return size < 1 || size > 409 ? kApplicationError : FormatPut(object, &CellStyle::size, size);
 }
 
+HRESULT LineStylePut(ObjectState& object, const CallArguments& arguments, VARIANT*) {
+    double style = 0;
+    const HRESULT status = TakeNumber(*arguments.assigned, style);
+    if (FAILED(status)) return status;
+    if (style != kLinePlain && style != kLineNone) return kApplicationError;
+    return FormatPut(object, &CellStyle::bordered, style == kLinePlain);
+}
+
 HRESULT ColourGet(ObjectState& object, const CallArguments&, VARIANT* result) {
     std::optional<unsigned> fill;
     return FormatGet(object, &CellStyle::fill, fill) ? GiveNumber(fill.value_or(0xFFFFFF), result)
@@ -454,18 +558,30 @@ const std::vector<Member>& Members() {
         {kApplication, 558,  "Visible",             kPut,    0, 0, VisiblePut},
         {kApplication, 1210, "UserControl",         kGet,    0, 0, UserControlGet},
         {kApplication, 1210, "UserControl",         kPut,    0, 0, UserControlPut},
+        {kApplication, 343,  "DisplayAlerts",       kGet,    0, 0, AlertsGet},
+        {kApplication, 343,  "DisplayAlerts",       kPut,    0, 0, AlertsPut},
+        {kApplication, 2805, "AutomationSecurity",  kPut,    0, 0, MacroSecurityPut},
         {kApplication, 302,  "Quit",                kMethod, 0, 0, Quit},
         {kWorkbooks,   181,  "Add",                 kMethod, 0, 0, AddWorkbook},
+        {kWorkbooks,   1923, "Open",                kMethod, 1, 3, OpenWorkbook},
+        {kWorkbook,    1925, "SaveAs",              kMethod, 1, 2, SaveAs},
+        {kWorkbook,    277,  "Close",               kMethod, 0, 1, CloseWorkbook},
         {kWorkbook,    485,  "Sheets",              kGet,    0, 0, WorkbookSheets},
         {kWorkbook,    175,  "SaveCopyAs",          kMethod, 1, 1, SaveCopyAs},
         {kWorkbook,    298,  "Saved",               kGet,    0, 0, SavedGet},
         {kWorkbook,    298,  "Saved",               kPut,    0, 0, SavedPut},
         {kSheets,      170,  "Item",                kGet,    1, 1, SheetItem},
         {kWorksheet,   197,  "Range",               kGet,    1, 2, SheetRange},
+        {kWorksheet,   412,  "UsedRange",           kGet,    0, 0, SheetUsedRange},
         {kWorksheet,   241,  "Columns",             kGet,    0, 0, SheetColumns},
         {kWorksheet,   258,  "Rows",                kGet,    0, 0, SheetRows},
         {kRange,       1388, "Value2",              kGet,    0, 0, Value2Get},
         {kRange,       1388, "Value2",              kPut,    0, 0, Value2Put},
+        {kRange,       257,  "Row",                 kGet,    0, 0, RangeRow},
+        {kRange,       240,  "Column",              kGet,    0, 0, RangeColumn},
+        {kRange,       138,  "Text",                kGet,    0, 0, RangeText},
+        {kRange,       435,  "Borders",             kGet,    0, 0, RangeBorders},
+        {kBorders,     119,  "LineStyle",           kPut,    0, 0, LineStylePut},
         {kRange,       564,  "Merge",               kMethod, 0, 0, RangeMerge},
         {kRange,       129,  "Interior",            kGet,    0, 0, RangeInterior},
         {kRange,       246,  "EntireColumn",        kGet,    0, 0, RangeEntireColumn},

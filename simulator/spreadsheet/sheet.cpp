@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cwchar>
 #include <cwctype>
 
 namespace sim {
@@ -15,6 +16,7 @@ constexpr double kStandardSize = 11;
 constexpr double kBoldFactor = 1.1;
 constexpr double kPadding = 1.5;  // characters beside a text
 constexpr double kMaxWidth = 255;
+constexpr double kStandardWidth = 8.43;
 
 // The standard palette, 0xRRGGBB as it is usually printed.
 constexpr std::array<unsigned, 56> kPalette = {
@@ -53,9 +55,19 @@ std::wstring CellText(int row, int column) {
 }
 
 // Chinese characters and their marks take two places.
+// Of the formats for numbers there is the one that fills with zeros.
+std::wstring NumberText(double number, const std::wstring& format) {
+    std::array<wchar_t, 64> digits = {};
+    std::swprintf(digits.data(), digits.size(), L"%.10g", number);
+    std::wstring text = digits.data();
+    const bool filled = format.find_first_not_of(L'0') == std::wstring::npos;
+    if (filled && text.size() < format.size()) text.insert(0, format.size() - text.size(), L'0');
+    return text;
+}
+
 double WidthOf(const CellValue& value, const CellStyle& style) {
     const std::wstring text =
-        value.kind == CellKind::kNumber ? std::to_wstring(std::llround(value.number)) : value.text;
+        value.kind == CellKind::kNumber ? NumberText(value.number, style.numberFormat) : value.text;
     double places = 0;
     for (const wchar_t c : text) places += c >= 0x2E80 ? 2 : 1;
     const double width = places * style.size / kStandardSize * (style.bold ? kBoldFactor : 1);
@@ -192,6 +204,27 @@ void Sheet::FitColumns(const CellArea& area) {
             width = std::max(width, WidthOf(value, Style(row, column)));
         }
     }
+}
+
+std::wstring Sheet::Shown(int row, int column) const {
+    const CellValue& value = Value(row, column);
+    if (value.kind == CellKind::kTruth) return value.number != 0 ? L"TRUE" : L"FALSE";
+    if (value.kind != CellKind::kNumber) return value.text;
+    const std::wstring shown = NumberText(value.number, Style(row, column).numberFormat);
+    const auto width = columnWidths.find(column);
+    const double room = width == columnWidths.end() ? kStandardWidth : width->second;
+    return static_cast<double>(shown.size()) > room ? L"####" : shown;
+}
+
+CellArea Sheet::Used() const {
+    CellArea used = {LastRow(), kMaxSheetColumn, 0, 0};
+    for (int row = 1; row <= LastRow(); ++row) {
+        for (int column = 1; column <= LastColumn(row); ++column) {
+            if (Value(row, column).kind == CellKind::kEmpty) continue;
+            used = {std::min(used.top, row), std::min(used.left, column), row, std::max(used.right, column)};
+        }
+    }
+    return used.bottom == 0 ? CellArea() : used;
 }
 
 void Sheet::FitRows(const CellArea& area) {

@@ -29,6 +29,7 @@ struct CellStyle {
     double size = 11;              // points
     std::optional<unsigned> fill;  // 0xBBGGRR; nothing: no fill
     int alignment = kAlignGeneral;
+    bool bordered = false;  // with lines on all sides; not kept in files
 
     bool operator==(const CellStyle&) const = default;
 };
@@ -96,6 +97,11 @@ public:
     // Widths in characters and heights in points, where they differ from the standard.
     std::map<int, double> columnWidths;
     std::map<int, double> rowHeights;
+
+    // What a cell shows: a number that its column is too narrow for shows as "#" alone.
+    std::wstring Shown(int row, int column) const;
+    // The smallest area with all that is filled; the first cell for an empty sheet.
+    CellArea Used() const;
 
     int LastRow() const { return static_cast<int>(rows_.size()); }
     int LastColumn(int row) const {

@@ -32,6 +32,12 @@ ProMdlsubtype SubtypeOf(const SimModel& model) {
     return PROMDLSTYPE_NONE;
 }
 
+bool IsOptionOn(const Session& host, const wchar_t* option) {
+    const auto values = host.configOptions.find(option);
+    return values != host.configOptions.end() && !values->second.empty() &&
+           UpperName(values->second.front()) == L"YES";
+}
+
 }  // namespace
 
 ProError ProMdlCurrentGet(ProMdl* p_handle) {
@@ -238,7 +244,34 @@ ProError ProMdlSave(ProMdl handle) {
                                 {PRO_TK_BAD_INPUTS, PRO_TK_CHECKOUT_CONFLICT, PRO_TK_NO_PERMISSION});
     return Traced(kSite, {handle}, [&](Session& host) -> ProError {
         SimModel* model = FindModel(host, handle);
-        return model == nullptr ? PRO_TK_BAD_INPUTS : host.models.Save(*model);
+        if (model == nullptr) return PRO_TK_BAD_INPUTS;
+        host.models.savesInWorkingDirectory = IsOptionOn(host, L"OVERRIDE_STORE_BACK");
+        return host.models.Save(*model);
+    });
+}
+
+ProError ProMdlnameInit(ProMdlName name, ProMdlfileType type, ProMdl* p_mdl_handle) {
+    static const CallSite kSite("ProMdlnameInit", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {name, type, Out(p_mdl_handle)}, [&](Session& host) -> ProError {
+        const auto text = TextInput(host, name, PRO_MDLNAME_SIZE);
+        const auto kind = KindFromType(type);
+        if (!text || text->empty() || !kind || p_mdl_handle == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel* model = host.models.Find(*text, *kind);
+        if (model == nullptr) return PRO_TK_E_NOT_FOUND;
+        *p_mdl_handle = model;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlnameRename(ProMdl handle, ProMdlName new_name) {
+    static const CallSite kSite("ProMdlnameRename",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_CANT_MODIFY, PRO_TK_NO_PERMISSION});
+    return Traced(kSite, {handle, new_name}, [&](Session& host) -> ProError {
+        SimModel* model = FindModel(host, handle);
+        const auto name = TextInput(host, new_name, PRO_MDLNAME_SIZE);
+        if (model == nullptr || !name) return PRO_TK_BAD_INPUTS;
+        if (model->IsReadOnly()) return PRO_TK_CANT_MODIFY;
+        return host.models.Rename(*model, *name) ? PRO_TK_NO_ERROR : PRO_TK_BAD_INPUTS;
     });
 }
 
@@ -257,7 +290,8 @@ ProError ProMdlErase(ProMdl handle) {
     return Traced(kSite, {handle}, [&](Session& host) -> ProError {
         SimModel* model = FindModel(host, handle);
         if (model == nullptr) return PRO_TK_BAD_INPUTS;
-        host.desk.EraseLater(*model);
+        const bool goesNow = !host.strict.eraseWaits && !host.desk.IsShown(*model);
+        if (!goesNow || !host.models.Erase(*model)) host.desk.EraseLater(*model);
         return PRO_TK_NO_ERROR;
     });
 }

@@ -31,6 +31,23 @@ ProError Visit(Session& host, const SimModel& model, const Items& items, Filter 
 
 }  // namespace
 
+ProError ProSolidMdlnameCreate(ProMdlName name, ProType type, ProSolid* p_handle) {
+    static const CallSite kSite("ProSolidMdlnameCreate",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_E_FOUND, PRO_TK_LINE_TOO_LONG});
+    return Traced(kSite, {name, type, Out(p_handle)}, [&](Session& host) -> ProError {
+        const auto text = TextInput(host, name, PRO_MDLNAME_SIZE);
+        if (!text || text->empty() || p_handle == nullptr || (type != PRO_PART && type != PRO_ASSEMBLY))
+            return PRO_TK_BAD_INPUTS;
+        if (text->size() >= PRO_NAME_SIZE) return PRO_TK_LINE_TOO_LONG;
+        const ModelKind kind = type == PRO_PART ? ModelKind::kPart : ModelKind::kAssembly;
+        if (host.models.Find(*text, kind) != nullptr) return PRO_TK_E_FOUND;
+        SimModel* model = IsModelName(*text) ? host.models.Create(*text, kind) : nullptr;
+        if (model == nullptr) return PRO_TK_GENERAL_ERROR;
+        *p_handle = reinterpret_cast<ProSolid>(model);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProSolidFeatVisit(ProSolid p_handle, ProFeatureVisitAction visit_action,
                            ProFeatureFilterAction filter_action, ProAppData app_data) {
     static const CallSite kSite("ProSolidFeatVisit", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});

@@ -86,4 +86,14 @@ ProError ProUIDialogAboveactivewindowSet(char* dialog, ProBoolean above_active_w
     });
 }
 
+ProError ProUIDialogAppActionSet(char* dialog, ProUIAction action, ProAppData appdata) {
+    static const CallSite kSite("ProUIDialogAppActionSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, action, appdata}, [&](Session& host) -> ProError {
+        Dialog* found = NamedDialog(host, dialog);
+        if (found == nullptr || action == nullptr) return PRO_TK_BAD_INPUTS;
+        found->appAction = DialogAction{action, appdata};
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 }  // extern "C"

@@ -129,6 +129,81 @@ ProError ProUITableActivateActionSet(char* dialog, char* component, ProUIAction 
     });
 }
 
+ProError ProUITableArmActionSet(char* dialog, char* component, ProUIAction callback, ProAppData data) {
+    static const CallSite kSite("ProUITableArmActionSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, callback, data}, [&](Session& host) -> ProError {
+        return SetAction(host, dialog, component, ComponentKind::kTable, DialogEvent::kArm, {callback, data});
+    });
+}
+
+ProError ProUITableFocusCellGet(char* dialog, char* component, char** row, char** column) {
+    static const CallSite kSite("ProUITableFocusCellGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, Out(row), Out(column)}, [&](Session& host) -> ProError {
+        const Table* table = NamedTable(host, dialog, component);
+        if (table == nullptr) return PRO_TK_GENERAL_ERROR;
+        if (row == nullptr || column == nullptr)
+            return Refuse(host, PRO_TK_BAD_INPUTS, "an output's address is null");
+        if (!table->focus) return PRO_TK_GENERAL_ERROR;
+        *row = NewHostText(host.memory, table->focus->row);
+        *column = NewHostText(host.memory, table->focus->column);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProUITableCellComponentCopy(char* dialog, char* component, char* row, char* column,
+                                     char* source_device, char* source_component, char* name) {
+    static const CallSite kSite("ProUITableCellComponentCopy", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, row, column, source_device, source_component, name},
+                  [&](Session& host) -> ProError {
+                      TableCell* cell = NamedCell(host, dialog, component, row, column);
+                      Dialog* source = cell == nullptr ? nullptr : NamedDialog(host, source_device);
+                      if (source == nullptr) return PRO_TK_GENERAL_ERROR;
+                      const Component* model =
+                          source_component == nullptr ? nullptr : source->Find(source_component);
+                      if (model == nullptr || model->container != component)
+                          return Refuse(host, PRO_TK_GENERAL_ERROR,
+                                        "the table " + Named(component) + " has no component " +
+                                            Named(source_component));
+                      if (const std::string fault = NameFault(name, PRO_NAME_SIZE); !fault.empty())
+                          return Refuse(host, PRO_TK_BAD_INPUTS, "the copy's name " + fault);
+                      Component copy = *model;
+                      copy.name = name;
+                      copy.container.clear();
+                      copy.inTable = component;
+                      copy.cell = {row, column};
+                      // A name in use is no misuse: whether deleting rows frees it nobody says.
+                      if (NamedDialog(host, dialog)->Add(std::move(copy)) == nullptr)
+                          return PRO_TK_GENERAL_ERROR;
+                      cell->component = name;
+                      return PRO_TK_NO_ERROR;
+                  });
+}
+
+ProError ProUITableCellComponentNameSet(char* dialog, char* component, char* row, char* column, char* name) {
+    static const CallSite kSite("ProUITableCellComponentNameSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, row, column, name}, [&](Session& host) -> ProError {
+        TableCell* cell = NamedCell(host, dialog, component, row, column);
+        if (cell == nullptr) return PRO_TK_GENERAL_ERROR;
+        Component* copy = name == nullptr ? nullptr : NamedDialog(host, dialog)->Find(name);
+        // Asking for a copy that may be there or not is how a plug-in finds out.
+        if (copy == nullptr || copy->inTable != component) return PRO_TK_GENERAL_ERROR;
+        copy->cell = {row, column};
+        cell->component = name;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProUITableCellComponentDelete(char* dialog, char* component, char* row, char* column) {
+    static const CallSite kSite("ProUITableCellComponentDelete", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, row, column}, [&](Session& host) -> ProError {
+        TableCell* cell = NamedCell(host, dialog, component, row, column);
+        if (cell == nullptr || cell->component.empty()) return PRO_TK_GENERAL_ERROR;
+        NamedDialog(host, dialog)->Remove(cell->component);
+        cell->component.clear();
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProUITableActivateonreturnEnable(char* dialog, char* component) {
     static const CallSite kSite("ProUITableActivateonreturnEnable", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {dialog, component}, [&](Session& host) -> ProError {

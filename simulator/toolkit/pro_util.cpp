@@ -362,6 +362,28 @@ ProError ProFileMdlnameOpen(ProName dialog_label, ProLine filter_string, ProPath
                   });
 }
 
+ProError ProFileMdlnameSave(ProName dialog_label, ProLine filter_string, ProPath* shortcut_path_arr,
+                            ProName* shortcut_name_arr, ProPath default_path,
+                            ProMdlFileName pre_sel_file_name, ProPath r_selected_file) {
+    static const CallSite kSite("ProFileMdlnameSave", {PRO_TK_USER_ABORT});
+    return Traced(
+        kSite,
+        {dialog_label, filter_string, shortcut_path_arr, shortcut_name_arr, default_path, pre_sel_file_name,
+         Out(r_selected_file, PRO_PATH_SIZE)},
+        [&](Session& host) -> ProError {
+            const auto choice = ReadChoice(host, dialog_label, L"Save", default_path);
+            const auto masks = TextInput(host, filter_string == nullptr ? L"" : filter_string, PRO_LINE_SIZE);
+            const auto proposed = TextInput(host, pre_sel_file_name == nullptr ? L"" : pre_sel_file_name,
+                                            PRO_FILE_MDLNAME_SIZE);
+            if (!choice || !masks || !proposed || r_selected_file == nullptr) return PRO_TK_BAD_INPUTS;
+            host.user.fileQuestions.push_back(
+                {choice->start.wstring(), std::wstring(*masks), {}, 0, std::wstring(*proposed)});
+            const auto file = TakeAnswer(host, *choice, host.user.files);
+            if (!file) return PRO_TK_USER_ABORT;
+            return FillPath(*file, false, r_selected_file) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
+        });
+}
+
 ProError ProToolkitApplTextPathGet(ProPath text_path) {
     static const CallSite kSite("ProToolkitApplTextPathGet", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {Out(text_path, PRO_PATH_SIZE)}, [&](Session& host) -> ProError {

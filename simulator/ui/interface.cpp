@@ -159,13 +159,24 @@ void Interface::RunAction(Dialog& dialog, const std::string& component, const Di
     NameBuffers::Fill(names.component, component);
     ++actionDepth_;
     ++dialog.actionsRunning;
-    const AtEnd leave([&] {
-        --actionDepth_;
-        --dialog.actionsRunning;
-        names.Wipe();
-    });
-    const DialogAction now = action;  // it may set itself anew
-    CallPlugin(report_, now.run, names.dialog.data(), names.component.data(), now.data);
+    {
+        const AtEnd leave([&] {
+            --actionDepth_;
+            --dialog.actionsRunning;
+            names.Wipe();
+        });
+        const DialogAction now = action;  // it may set itself anew
+        CallPlugin(report_, now.run, names.dialog.data(), names.component.data(), now.data);
+    }
+    RunAppAction(dialog);
+}
+
+// Control is back at the dialog: what waits is erased, and an application action runs once.
+void Interface::RunAppAction(Dialog& dialog) {
+    if (dialog.actionsRunning > 0 || !dialog.active || dialog.exitAsked || !dialog.appAction) return;
+    desk_.EraseWaiting();
+    const DialogAction next = *std::exchange(dialog.appAction, std::nullopt);
+    RunAction(dialog, dialog.Name(), next);
 }
 
 // ---- Commands

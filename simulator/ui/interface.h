@@ -173,6 +173,7 @@ public:
 private:
     struct NameBuffers;
 
+    void RunAppAction(Dialog& dialog);
     // What an access function answered; what no access function may answer is a violation.
     uiCmdAccessState CheckedState(int state, const std::string& whose);
     uiCmdAccessState AskCommand(const Command& command);

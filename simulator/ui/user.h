@@ -105,6 +105,7 @@ public:
     std::vector<StartedProgram> started;
     std::vector<std::wstring> macros;
     std::wstring clipboard;
+    bool clipboardBusy = false;  // another program has it open
 
     // ---- Problems: unexpected questions, and user actions that the screen did not allow
     void Problem(const std::string& text) { problems.push_back(text); }

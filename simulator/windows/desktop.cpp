@@ -160,10 +160,14 @@ BOOL WINAPI FindUserFolder(HWND owner, LPWSTR path, int folder, BOOL create) {
 // ---- The clipboard, one text
 
 bool clipboardOpen = false;
+HWND clipboardOwner = nullptr;
 
-BOOL WINAPI ClipboardOpen(HWND) {
-    if (clipboardOpen) return FALSE;
+BOOL WINAPI ClipboardOpen(HWND owner) {
+    if (clipboardOpen || host->user.clipboardBusy) return FALSE;
+    if (owner != nullptr && !IsWindow(owner))
+        host->report.Violation("OpenClipboard with a window that is none");
     clipboardOpen = true;
+    clipboardOwner = owner;
     return TRUE;
 }
 
@@ -174,7 +178,9 @@ BOOL WINAPI ClipboardEmpty() {
 }
 
 HANDLE WINAPI ClipboardSet(UINT format, HANDLE memory) {
-    if (!clipboardOpen || format != CF_UNICODETEXT || memory == nullptr) return nullptr;
+    // Emptied by nobody, the clipboard belongs to nobody, and takes nothing.
+    const bool isTaken = clipboardOpen && clipboardOwner != nullptr;
+    if (!isTaken || format != CF_UNICODETEXT || memory == nullptr) return nullptr;
     if (const void* text = GlobalLock(memory)) {
         host->user.clipboard = static_cast<const wchar_t*>(text);
         GlobalUnlock(memory);

@@ -34,7 +34,9 @@ ChangedOption::ChangedOption(const wchar_t* option, std::wstring before, const s
     : option_(option), before_(std::move(before)), status_(ConfigOptionSet(option, value)) {}
 
 ChangedOption::~ChangedOption() {
-    if (!Failed(status_) && !isKept_) (void)ConfigOptionSet(option_, before_);
+    if (Failed(status_) || isKept_) return;
+    // One refusal is not taken for an answer: the option is the user's.
+    if (Failed(ConfigOptionSet(option_, before_))) (void)ConfigOptionSet(option_, before_);
 }
 
 }  // namespace kv

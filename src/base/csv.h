@@ -18,4 +18,11 @@ std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text);
 // A text that no spreadsheet takes for a formula: one that begins like a formula gets an apostrophe in front.
 std::wstring HarmlessCell(std::wstring text);
 
+// The text that HarmlessCell was given.
+std::wstring CellAsWritten(std::wstring text);
+
+// The rows of a text, cells as they were before CsvLine. A semicolon divides like a comma where it comes
+// first in the first row. An empty line is no row.
+std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text);
+
 }  // namespace kv

@@ -22,6 +22,7 @@ namespace kv {
 
 static constexpr wchar_t kHome[] = L"Korvane\\";
 static constexpr wchar_t kExtension[] = L".csv";
+static constexpr std::wstring_view kLineEnd = L"\r\n";
 static constexpr char kMark[] = "\xEF\xBB\xBF";
 static constexpr std::size_t kKeptFiles = 100;
 // Two runs in one millisecond are told apart by waiting for the next.
@@ -43,6 +44,16 @@ ProError RunFolderGet(const wchar_t* folder, std::wstring& path) {
     if (!Failed(status)) status = FolderMake(made);
     if (!Failed(status)) path = WithBackslash(made);
     return status;
+}
+
+std::vector<std::wstring> RunFilesNewestFirst(const wchar_t* folder, const char* command) {
+    std::wstring place;
+    if (Failed(RunFolderGet(folder, place))) return {};
+    std::vector<std::wstring> names = FileNamesIn(place, (WideName(command) + L"_*" + kExtension).c_str());
+    std::erase_if(names, [](const std::wstring& name) { return StampOf(name).empty(); });
+    std::ranges::sort(names, std::ranges::greater(), [](const std::wstring& name) { return StampOf(name); });
+    for (std::wstring& name : names) name.insert(0, place);
+    return names;
 }
 
 std::vector<std::wstring> RunFilesToDelete(std::vector<std::wstring> names, std::size_t kept) {
@@ -96,8 +107,14 @@ ProError RunFile::RowWrite(std::span<const std::wstring> cells) {
     return BytesWrite(Utf8(CsvLine(cells)));
 }
 
-ProError RunFile::RowReserve(const std::wstring& title, std::size_t width) {
-    const std::string start = Utf8(title) + ",";
+ProError RunFile::Flush() {
+    return file_ != nullptr && FlushFileBuffers(file_) ? PRO_TK_NO_ERROR : PRO_TK_CANT_WRITE;
+}
+
+ProError RunFile::RowReserve(std::span<const std::wstring> cells, std::size_t width) {
+    std::wstring line = CsvLine(cells);
+    line.replace(line.size() - kLineEnd.size(), kLineEnd.size(), L",");
+    const std::string start = Utf8(line);
     ProError status = BytesWrite(start);
     LARGE_INTEGER here = {};
     if (!Failed(status) && !SetFilePointerEx(file_, {}, &here, FILE_CURRENT)) status = PRO_TK_CANT_WRITE;

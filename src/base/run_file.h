@@ -23,6 +23,9 @@ inline constexpr wchar_t kRelationFolder[] = L"relations";
 // Path of such a folder, with a backslash at its end; it is made when it is missing. PRO_TK_INVALID_DIR.
 [[nodiscard]] ProError RunFolderGet(const wchar_t* folder, std::wstring& path);
 
+// Paths of a command's files in such a folder, the newest first.
+std::vector<std::wstring> RunFilesNewestFirst(const wchar_t* folder, const char* command);
+
 // Which of the names in a folder may go: those made like the names of run files, but for the `kept` newest.
 std::vector<std::wstring> RunFilesToDelete(std::vector<std::wstring> names, std::size_t kept);
 
@@ -44,10 +47,13 @@ public:
     // Adds a row. PRO_TK_CANT_WRITE, also for a file that was never made.
     [[nodiscard]] ProError RowWrite(std::span<const std::wstring> cells);
 
-    // Adds a row whose second cell is filled later: it keeps `width` characters free for it.
-    [[nodiscard]] ProError RowReserve(const std::wstring& title, std::size_t width);
+    // Adds a row whose last cell is filled later: it keeps `width` characters free for it behind `cells`.
+    [[nodiscard]] ProError RowReserve(std::span<const std::wstring> cells, std::size_t width);
     // Fills it; a longer text is left out, and so is one with characters outside ASCII. PRO_TK_CANT_WRITE.
     [[nodiscard]] ProError ReservedWrite(const std::wstring& text);
+
+    // Sees to it that what was written so far outlives the machine's fall. PRO_TK_CANT_WRITE.
+    [[nodiscard]] ProError Flush();
 
     // Full path; empty when there is no file.
     const std::wstring& Path() const { return path_; }

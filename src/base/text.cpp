@@ -66,4 +66,23 @@ ProError DecodeText(std::string_view bytes, CodePage page, std::wstring& text) {
     return PRO_TK_NO_ERROR;
 }
 
+ProError DecodeFile(std::string_view bytes, std::wstring& text) {
+    const bool isLittle = bytes.starts_with("\xFF\xFE");
+    const bool isBig = bytes.starts_with("\xFE\xFF");
+    if (!isLittle && !isBig) {
+        if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+        text.clear();
+        return bytes.empty() ? PRO_TK_NO_ERROR : DecodeText(bytes, CodePage::Utf8, text);
+    }
+    bytes.remove_prefix(2);
+    if (bytes.size() % 2 != 0) return PRO_TK_NOT_VALID;
+    text.clear();
+    for (std::size_t i = 0; i < bytes.size(); i += 2) {
+        const auto first = static_cast<unsigned char>(bytes[i]);
+        const auto second = static_cast<unsigned char>(bytes[i + 1]);
+        text += static_cast<wchar_t>(isLittle ? first | second << 8 : first << 8 | second);
+    }
+    return PRO_TK_NO_ERROR;
+}
+
 }  // namespace kv

@@ -54,4 +54,8 @@ std::wstring WideName(std::string_view name);
 // The text that bytes of a code page stand for. PRO_TK_NOT_VALID for bytes that are no text in it.
 [[nodiscard]] ProError DecodeText(std::string_view bytes, CodePage page, std::wstring& text);
 
+// The text of a file: UTF-16 with its byte-order mark, UTF-8 with or without one. PRO_TK_NOT_VALID for
+// anything else.
+[[nodiscard]] ProError DecodeFile(std::string_view bytes, std::wstring& text);
+
 }  // namespace kv

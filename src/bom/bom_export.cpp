@@ -7,7 +7,6 @@
 
 #include "base/file.h"
 #include "base/file_name.h"
-#include "base/scope_exit.h"
 #include "base/status.h"
 #include "bom/bom_table.h"
 #include "model/current_model.h"
@@ -33,8 +32,6 @@ static constexpr wchar_t kNoApplication[] = L"创建Excel失败";
 static ProError TitleGet(std::wstring& title);
 static ProError RowsGet(const std::vector<TableColumn>& columns, SheetTable& sheet);
 static std::vector<SheetCell> RowOf(const std::vector<TableColumn>& columns, const std::string& row);
-static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path,
-                             std::vector<RefusedCell>& refused);
 static void ReportRefused(const SheetTable& sheet, const std::vector<RefusedCell>& refused);
 
 // Whatever refuses the export is found before an earlier workbook is touched.
@@ -60,7 +57,7 @@ void BomExport() {
     }
 
     std::vector<RefusedCell> refused;
-    const SheetExport result = WriteFile(sheet, path, refused);
+    const SheetExport result = SheetFileWrite(sheet, path, refused);
     if (result == SheetExport::NotCreated) ShowWarning(kNoApplication);
     if (result != SheetExport::Written) return;
     if (!refused.empty()) ReportRefused(sheet, refused);
@@ -96,21 +93,6 @@ static std::vector<SheetCell> RowOf(const std::vector<TableColumn>& columns, con
         cells.push_back({CellText(kBomTable, row, column.name), marked});
     }
     return cells;
-}
-
-// The earlier workbook gives up its place for the writing and gets it back when nothing was written.
-static SheetExport WriteFile(const SheetTable& sheet, const std::wstring& path,
-                             std::vector<RefusedCell>& refused) {
-    SheetExport result = SheetExport::Failed;
-    const std::wstring earlier = FileSetAside(path);
-    const ScopeExit settle([&] {
-        if (result == SheetExport::Written)
-            FileDelete(earlier);
-        else
-            FileBringBack(earlier, path);
-    });
-    result = SheetTableWrite(sheet, path, refused);
-    return result;
 }
 
 // A workbook with gaps must not pass for a whole one.

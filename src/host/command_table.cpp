@@ -70,6 +70,8 @@
 #include "params/set_bend_table.h"
 #include "params/set_mat.h"
 #include "params/set_unit.h"
+#include "rename/kv_rename.h"
+#include "rename/quick_rename.h"
 #include "settings/kv_config.h"
 #include "ui/prompt.h"
 
@@ -113,7 +115,7 @@ static constexpr CommandRow CommandTable[] = {
     {"KvExIgs",               HostAction<KvExIgs>,        "KvExIgs_Help",               "KvExIgs.png",               AccessSolid,   true},
     {"KvExSat",               HostAction<KvExSat>,        "KvExSat_Help",               "KvExSat.png",               AccessSolid,   true},
     {"KvBom",                 HostAction<KvBom>,          "KvBom_Help",                 "KvBom.png",                 AccessSolid,   true},
-    {"KvRename",              HostAction<NotAvailable>,   "KvRename_Help",              "KvRename.png",              AccessSolid,   true},
+    {"KvRename",              HostAction<KvRename>,       "KvRename_Help",              "KvRename.png",              AccessSolid,   true},
     {"KvRemoveCons",          HostAction<NotAvailable>,   "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
     {"KvExport",              HostAction<KvExport>,       "KvExport_Help",              "KvExport.png",              AccessAlways,  true},
     {"KvMdlCount",            HostAction<KvMdlCount>,     "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
@@ -125,8 +127,8 @@ static constexpr CommandRow CommandTable[] = {
     {"KvBox",                 HostAction<NotAvailable>,   "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
     {"KvExportDwg",           HostAction<KvExportDwg>,    "KvExportDwg_Help",           "KvExportDwg.png",           AccessDrawing, true},
     {"KvExportPdf",           HostAction<KvExportPdf>,    "KvExportPdf_Help",           "KvExportPdf.png",           AccessDrawing, true},
-    {"KvMdlNameCopy",         HostAction<NotAvailable>,   "KvMdlNameCopy_Help",         "KvMdlNameCopy.png",         AccessSolid,   true},
-    {"KvMdlRename",           HostAction<NotAvailable>,   "KvMdlRename_Help",           "KvMdlRename.png",           AccessSolid,   true},
+    {"KvMdlNameCopy",         HostAction<KvMdlNameCopy>,  "KvMdlNameCopy_Help",         "KvMdlNameCopy.png",         AccessSolid,   true},
+    {"KvMdlRename",           HostAction<KvMdlRename>,    "KvMdlRename_Help",           "KvMdlRename.png",           AccessSolid,   true},
     {"KvExportStp",           HostAction<KvExportStp>,    "KvExportStp_Help",           "KvExportStp.png",           AccessModel,   true},
     {"KvUpdateSheetScale",    HostAction<KvUpdateSheetScale>, "KvUpdateSheetScale_Help",    "KvUpdateSheetScale.png",    AccessDrawing, true},
     {"KvUpdateMainViewScale", HostAction<KvUpdateMainViewScale>, "KvUpdateMainViewScale_Help", "KvUpdateMainViewScale.png", AccessDrawing, true},

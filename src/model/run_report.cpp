@@ -36,7 +36,7 @@ RunReport::RunReport(const char* command) : start_(GetTickCount64()) {
     head(L"主程序版本", HostVersion());
     head(L"工作目录", WorkingDirectoryText());
     head(L"开始时间", LocalTimeText());
-    if (!Failed(status)) status = file_.RowReserve(L"用时（秒）", kDurationWidth);
+    if (!Failed(status)) status = file_.RowReserve(std::array{std::wstring(L"用时（秒）")}, kDurationWidth);
     if (!Failed(status)) (void)file_.RowWrite(EntryRow{L"模型", L"步骤", L"结果", L"原因", L"文件", L"替换"});
 }
 

@@ -13,7 +13,7 @@ namespace kv {
 // An application that shows a question or is still loading turns calls away for a while.
 static constexpr int kBusyAttempts = 40;
 static constexpr DWORD kBusyPause = 50;  // milliseconds
-static constexpr std::size_t kMaxArguments = 2;
+static constexpr std::size_t kMaxArguments = 3;
 
 static bool IsBusy(HRESULT result);
 static BSTR NewText(std::wstring_view text);
@@ -119,6 +119,18 @@ HRESULT Dispatch::Get(DISPID property, Dispatch& result, std::span<const Variant
 
 HRESULT Dispatch::CallFor(DISPID method, Dispatch& result, std::span<const Variant> arguments) const {
     return Fetch(method, DISPATCH_METHOD, result, arguments);
+}
+
+HRESULT Dispatch::GetValue(DISPID property, Variant& value) const {
+    return Invoke(property, DISPATCH_PROPERTYGET, {}, value.Receive());
+}
+
+HRESULT Dispatch::PutNamed(const wchar_t* property, const Variant& value) const {
+    if (object_ == nullptr) return E_POINTER;
+    auto* name = const_cast<wchar_t*>(property);  // the interface takes it without const
+    DISPID id = DISPID_UNKNOWN;
+    const HRESULT status = object_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_NEUTRAL, &id);
+    return SUCCEEDED(status) ? Put(id, value) : status;
 }
 
 HRESULT Dispatch::Put(DISPID property, const Variant& value) const {

@@ -75,7 +75,11 @@ public:
                               std::span<const Variant> arguments = {}) const;
     [[nodiscard]] HRESULT CallFor(DISPID method, Dispatch& result,
                                   std::span<const Variant> arguments = {}) const;
+    // Reads a property whose result is a value, in whichever form the application has it.
+    [[nodiscard]] HRESULT GetValue(DISPID property, Variant& value) const;
     [[nodiscard]] HRESULT Put(DISPID property, const Variant& value) const;
+    // The same for a property whose identifier is not published: it is asked for by its name.
+    [[nodiscard]] HRESULT PutNamed(const wchar_t* property, const Variant& value) const;
     [[nodiscard]] HRESULT Call(DISPID method, std::span<const Variant> arguments = {}) const;
 
 private:

@@ -11,6 +11,10 @@
 
 #include <windows.h>
 
+#include <oleauto.h>
+
+#include "base/file.h"
+#include "base/scope_exit.h"
 #include "office/automation.h"
 
 namespace kv {
@@ -42,6 +46,22 @@ static constexpr DISPID kBold = 96;
 static constexpr DISPID kSize = 104;
 static constexpr DISPID kNumberFormat = 193;
 static constexpr DISPID kAutoFit = 237;
+static constexpr DISPID kDisplayAlerts = 343;
+static constexpr DISPID kOpen = 1923;
+static constexpr DISPID kSaveAs = 1925;
+static constexpr DISPID kClose = 277;
+static constexpr DISPID kUsedRange = 412;
+static constexpr DISPID kRow = 257;
+static constexpr DISPID kColumn = 240;
+static constexpr DISPID kText = 138;
+static constexpr DISPID kBorders = 435;
+static constexpr DISPID kLineStyle = 119;
+static constexpr wchar_t kMacroSecurity[] = L"AutomationSecurity";
+
+static constexpr long kOldFormat = 56;
+static constexpr long kPlainLine = 1;
+static constexpr long kMacrosOff = 3;
+static constexpr long kLinksLeft = 0;
 
 static constexpr long kYellow = 65535;
 static constexpr long kLightGreen = 35;  // place in the palette
@@ -78,9 +98,13 @@ public:
 
     [[nodiscard]] HRESULT Start() { return application_.Create(kProgram); }
     [[nodiscard]] HRESULT NewWorkbook(Dispatch& sheet);
-    [[nodiscard]] HRESULT Save(const std::wstring& path);
+    [[nodiscard]] HRESULT OpenWorkbook(const std::wstring& path, Dispatch& sheet);
+    [[nodiscard]] HRESULT Save(const std::wstring& path, SheetForm form);
 
 private:
+    [[nodiscard]] HRESULT FirstSheet(Dispatch& sheet) const;
+    [[nodiscard]] HRESULT WriteFile(const std::wstring& path, SheetForm form) const;
+
     Dispatch application_;
     Dispatch workbook_;
     bool saved_ = false;
@@ -104,9 +128,12 @@ static HRESULT RangeGet(const Dispatch& sheet, const CellBlock& block, Dispatch&
 static std::wstring CornerName(const CellBlock& block, bool first);
 static HRESULT PartPut(const Dispatch& object, DISPID part, DISPID property, const Variant& value);
 static HRESULT AutoFit(const Dispatch& sheet, DISPID lines);
+static HRESULT Border(const Dispatch& sheet, const SheetTable& table);
+static SheetImport RowsRead(const Dispatch& sheet, std::size_t columns, std::size_t most,
+                            std::vector<std::vector<std::wstring>>& rows);
 
 SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path,
-                            std::vector<RefusedCell>& refused) {
+                            std::vector<RefusedCell>& refused, SheetForm form) {
     if (table.columns.empty() || table.columns.size() > kMaxSheetColumns) return SheetExport::Failed;
     try {
         const ComApartment apartment;
@@ -116,11 +143,46 @@ SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path,
         Dispatch sheet;
         HRESULT status = application.NewWorkbook(sheet);
         if (SUCCEEDED(status)) status = TableFill(sheet, table, refused);
+        if (SUCCEEDED(status) && form.isBordered) status = Border(sheet, table);
         sheet.Release();
-        if (SUCCEEDED(status)) status = application.Save(path);
+        if (SUCCEEDED(status)) status = application.Save(path, form);
         return SUCCEEDED(status) ? SheetExport::Written : SheetExport::Failed;
     } catch (const std::bad_alloc&) {
         return SheetExport::Failed;
+    }
+}
+
+// The earlier workbook gives up its place for the writing and gets it back when nothing was written.
+SheetExport SheetFileWrite(const SheetTable& table, const std::wstring& path,
+                           std::vector<RefusedCell>& refused, SheetForm form) {
+    SheetExport result = SheetExport::Failed;
+    const std::wstring earlier = FileSetAside(path);
+    const ScopeExit settle([&] {
+        if (result == SheetExport::Written)
+            FileDelete(earlier);
+        else
+            FileBringBack(earlier, path);
+    });
+    result = SheetTableWrite(table, path, refused, form);
+    return result;
+}
+
+SheetImport SheetTableRead(const std::wstring& path, std::size_t columns, std::size_t most,
+                           std::vector<std::vector<std::wstring>>& rows) {
+    rows.clear();
+    if (columns == 0 || columns > kMaxSheetColumns) return SheetImport::Failed;
+    try {
+        const ComApartment apartment;
+        HiddenApplication application;
+        if (FAILED(apartment.Status()) || FAILED(application.Start())) return SheetImport::NotCreated;
+        Dispatch sheet;
+        if (FAILED(application.OpenWorkbook(path, sheet))) return SheetImport::Failed;
+        const SheetImport result = RowsRead(sheet, columns, most, rows);
+        if (result != SheetImport::Read) rows.clear();
+        return result;
+    } catch (const std::bad_alloc&) {
+        rows.clear();
+        return SheetImport::Failed;
     }
 }
 
@@ -139,18 +201,42 @@ HRESULT HiddenApplication::NewWorkbook(Dispatch& sheet) {
     HRESULT status = application_.Get(kWorkbooks, workbooks);
     const std::array<Variant, 1> noTemplate = {Variant::Omitted()};
     if (SUCCEEDED(status)) status = workbooks.CallFor(kAdd, workbook_, noTemplate);
-    Dispatch sheets;
-    if (SUCCEEDED(status)) status = workbook_.Get(kSheets, sheets);
-    const std::array<Variant, 1> first = {Variant(1L)};
-    if (SUCCEEDED(status)) status = sheets.Get(kItem, sheet, first);
-    return status;
+    return SUCCEEDED(status) ? FirstSheet(sheet) : status;
 }
 
-HRESULT HiddenApplication::Save(const std::wstring& path) {
+// A workbook from anywhere may hold macros and ask questions: neither may happen.
+HRESULT HiddenApplication::OpenWorkbook(const std::wstring& path, Dispatch& sheet) {
+    HRESULT status = application_.Put(kDisplayAlerts, Variant(false));
+    if (SUCCEEDED(status)) status = application_.PutNamed(kMacroSecurity, Variant(kMacrosOff));
+    Dispatch workbooks;
+    if (SUCCEEDED(status)) status = application_.Get(kWorkbooks, workbooks);
+    const std::array<Variant, 3> file = {Variant(path), Variant(kLinksLeft), Variant(true)};
+    if (SUCCEEDED(status)) status = workbooks.CallFor(kOpen, workbook_, file);
+    return SUCCEEDED(status) ? FirstSheet(sheet) : status;
+}
+
+HRESULT HiddenApplication::FirstSheet(Dispatch& sheet) const {
+    Dispatch sheets;
+    const HRESULT status = workbook_.Get(kSheets, sheets);
+    const std::array<Variant, 1> first = {Variant(1L)};
+    return SUCCEEDED(status) ? sheets.Get(kItem, sheet, first) : status;
+}
+
+// A copy keeps the new workbook's format; another one asks about what it cannot hold.
+HRESULT HiddenApplication::WriteFile(const std::wstring& path, SheetForm form) const {
+    if (!form.isOld) {
+        const std::array<Variant, 1> file = {Variant(path)};
+        return workbook_.Call(kSaveCopyAs, file);
+    }
+    const HRESULT status = application_.Put(kDisplayAlerts, Variant(false));
+    const std::array<Variant, 2> file = {Variant(path), Variant(kOldFormat)};
+    return SUCCEEDED(status) ? workbook_.Call(kSaveAs, file) : status;
+}
+
+HRESULT HiddenApplication::Save(const std::wstring& path, SheetForm form) {
     HRESULT status = application_.Put(kVisible, Variant(false));
     if (SUCCEEDED(status)) status = application_.Put(kUserControl, Variant(false));
-    const std::array<Variant, 1> file = {Variant(path)};
-    if (SUCCEEDED(status)) status = workbook_.Call(kSaveCopyAs, file);
+    if (SUCCEEDED(status)) status = WriteFile(path, form);
     // The file is complete now; what fails from here on concerns the application alone.
     if (SUCCEEDED(status)) saved_ = SUCCEEDED(workbook_.Put(kSaved, Variant(true)));
     return status;
@@ -337,6 +423,106 @@ static HRESULT AutoFit(const Dispatch& sheet, DISPID lines) {
     Dispatch range;
     const HRESULT status = sheet.Get(lines, range);
     return SUCCEEDED(status) ? range.Call(kAutoFit) : status;
+}
+
+static HRESULT Border(const Dispatch& sheet, const SheetTable& table) {
+    Dispatch all;
+    const CellBlock block = {0, kTitleRow, table.columns.size(), kHeaderRow + table.rows.size()};
+    const HRESULT status = RangeGet(sheet, block, all);
+    return SUCCEEDED(status) ? PartPut(all, kBorders, kLineStyle, Variant(kPlainLine)) : status;
+}
+
+// ---- Reading
+
+// Where the used part of a sheet begins, counted from 0, and what is in it.
+struct UsedPart {
+    std::size_t firstRow = 0;
+    std::size_t firstColumn = 0;
+    std::size_t rows = 1;
+    std::size_t columns = 1;
+    Variant values = {};
+};
+
+static HRESULT PlaceGet(const Dispatch& range, DISPID property, std::size_t& place) {
+    Variant value;
+    const HRESULT status = range.GetValue(property, value);
+    if (FAILED(status)) return status;
+    Variant number;
+    if (FAILED(VariantChangeType(number.Receive(), value.Receive(), 0, VT_I4))) return DISP_E_TYPEMISMATCH;
+    if (number.Get().lVal < 1) return DISP_E_OVERFLOW;
+    place = static_cast<std::size_t>(number.Get().lVal) - 1;
+    return S_OK;
+}
+
+static HRESULT UsedPartGet(const Dispatch& sheet, UsedPart& used) {
+    Dispatch range;
+    HRESULT status = sheet.Get(kUsedRange, range);
+    if (SUCCEEDED(status)) status = PlaceGet(range, kRow, used.firstRow);
+    if (SUCCEEDED(status)) status = PlaceGet(range, kColumn, used.firstColumn);
+    if (SUCCEEDED(status)) status = range.GetValue(kValue2, used.values);
+    // A single cell comes without an array.
+    if (FAILED(status) || (used.values.Get().vt & VT_ARRAY) == 0) return status;
+    SAFEARRAY* cells = used.values.Get().parray;
+    if (used.values.Get().vt != (VT_ARRAY | VT_VARIANT) || cells == nullptr || cells->cDims != 2)
+        return DISP_E_TYPEMISMATCH;
+    // The bounds stand in the reverse order of the indices.
+    used.rows = cells->rgsabound[1].cElements;
+    used.columns = cells->rgsabound[0].cElements;
+    return S_OK;
+}
+
+// A value of the used part; null outside it.
+static const VARIANT* ValueAt(const UsedPart& used, std::size_t row, std::size_t column) {
+    const bool isUsed = row >= used.firstRow && row < used.firstRow + used.rows &&
+                        column >= used.firstColumn && column < used.firstColumn + used.columns;
+    if (!isUsed) return nullptr;
+    if ((used.values.Get().vt & VT_ARRAY) == 0) return &used.values.Get();
+    SAFEARRAY* cells = used.values.Get().parray;
+    std::array<LONG, 2> index = {cells->rgsabound[1].lLbound + static_cast<LONG>(row - used.firstRow),
+                                 cells->rgsabound[0].lLbound + static_cast<LONG>(column - used.firstColumn)};
+    void* place = nullptr;
+    return FAILED(SafeArrayPtrOfIndex(cells, index.data(), &place)) ? nullptr
+                                                                    : static_cast<const VARIANT*>(place);
+}
+
+// A number reads as it is shown: "0012" by its format. The columns have been fitted, for a number without
+// room shows none of its digits.
+static HRESULT ShownText(const Dispatch& sheet, std::size_t row, std::size_t column, std::wstring& text) {
+    Dispatch cell;
+    HRESULT status = RangeGet(sheet, {column, row + 1}, cell);
+    Variant shown;
+    if (SUCCEEDED(status)) status = cell.GetValue(kText, shown);
+    if (SUCCEEDED(status) && shown.Get().vt == VT_BSTR)
+        text.assign(shown.Get().bstrVal, SysStringLen(shown.Get().bstrVal));
+    return status;
+}
+
+static HRESULT CellRead(const Dispatch& sheet, const VARIANT* value, bool& fitted, std::size_t row,
+                        std::size_t column, std::wstring& text) {
+    if (value == nullptr || value->vt == VT_EMPTY || value->vt == VT_NULL) return S_OK;
+    if (value->vt == VT_BSTR) {
+        text.assign(value->bstrVal, SysStringLen(value->bstrVal));
+        return S_OK;
+    }
+    HRESULT status = fitted ? S_OK : AutoFit(sheet, kColumns);
+    fitted = true;
+    if (SUCCEEDED(status)) status = ShownText(sheet, row, column, text);
+    return status;
+}
+
+static SheetImport RowsRead(const Dispatch& sheet, std::size_t columns, std::size_t most,
+                            std::vector<std::vector<std::wstring>>& rows) {
+    UsedPart used;
+    if (FAILED(UsedPartGet(sheet, used))) return SheetImport::Failed;
+    const std::size_t count = used.firstRow + used.rows;
+    if (count > most) return SheetImport::TooMany;
+    rows.assign(count, std::vector<std::wstring>(columns));
+    bool fitted = false;
+    for (std::size_t row = 0; row < count; ++row)
+        for (std::size_t column = 0; column < columns; ++column)
+            if (FAILED(CellRead(sheet, ValueAt(used, row, column), fitted, row, column, rows[row][column])))
+                return SheetImport::Failed;
+    return SheetImport::Read;
 }
 
 }  // namespace kv

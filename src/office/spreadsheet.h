@@ -1,4 +1,5 @@
-// Tables as workbooks of the spreadsheet application, which is driven from outside and never seen.
+// Tables as workbooks of the spreadsheet application, which is driven from outside and never seen: writing
+// and reading.
 #pragma once
 
 #include <cstddef>
@@ -36,7 +37,13 @@ enum class SheetExport {
     Failed,      // it started and then refused something; there is no file
 };
 
-// Writes the table into a new .xlsx file: starts the application, fills a workbook, saves it and quits, on
+// What a workbook is to be besides its content.
+struct SheetForm {
+    bool isOld = false;       // .xls in place of .xlsx
+    bool isBordered = false;  // lines around all cells of the table
+};
+
+// Writes the table into a new workbook file: starts the application, fills a workbook, saves it and quits, on
 // every path out. Works whether or not COM is initialised on this thread.
 //
 // refused    gets the cells that the application did not take
@@ -45,6 +52,28 @@ enum class SheetExport {
 // Cost       a fixed number of calls, and three for every twenty or so blocks of marked cells: neighbouring
 //            rows marked in the same columns are one block for each unbroken stretch of marked columns.
 [[nodiscard]] SheetExport SheetTableWrite(const SheetTable& table, const std::wstring& path,
-                                          std::vector<RefusedCell>& refused);
+                                          std::vector<RefusedCell>& refused, SheetForm form = {});
+
+// The same where an earlier workbook may be in the place: it is kept when nothing was written.
+[[nodiscard]] SheetExport SheetFileWrite(const SheetTable& table, const std::wstring& path,
+                                         std::vector<RefusedCell>& refused, SheetForm form = {});
+
+enum class SheetImport {
+    Read,
+    NotCreated,  // the application is missing or does not start
+    Failed,      // it started and then refused something
+    TooMany,     // there are more rows than asked for
+};
+
+// Reads the texts of the first sheet as they are shown, from row 1 and column A on, empty cells included.
+//
+// columns  read of each row, at most kMaxSheetColumns
+// most     rows
+// rows     each has `columns` cells; the last one has something in it
+// Cost     a fixed number of calls, and two for each cell that is no text
+//
+// Nothing of the workbook runs, no link is followed, and the file is only read.
+[[nodiscard]] SheetImport SheetTableRead(const std::wstring& path, std::size_t columns, std::size_t most,
+                                         std::vector<std::vector<std::wstring>>& rows);
 
 }  // namespace kv

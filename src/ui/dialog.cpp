@@ -75,6 +75,10 @@ void DialogClose(const char* name) {
     ProUIDialogExit(HostName(name), 0);
 }
 
+ProError RunUntypedAfterAction(const char* dialog, DialogRun run, ProAppData data) {
+    return ProUIDialogAppActionSet(HostName(dialog), run, data);
+}
+
 ProError InputTextGet(const char* dialog, const char* component, std::wstring& text) {
     HostString value;
     const ProError status =
@@ -177,6 +181,8 @@ static ProError AttachAction(char* dialog, const DialogAction& action, ProAppDat
             return ProUIRadiogroupSelectActionSet(dialog, component, action.run, data);
         case DialogEvent::RowActivated:
             return ProUITableActivateActionSet(dialog, component, action.run, data);
+        case DialogEvent::RowArmed:
+            return ProUITableArmActionSet(dialog, component, action.run, data);
         case DialogEvent::AreaShown:
             return ProUIDrawingareaPostmanagenotifyActionSet(dialog, component, action.run, data);
         case DialogEvent::ButtonPressed:

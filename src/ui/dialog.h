@@ -28,6 +28,13 @@ template <DialogData Data>
 
 // Ends the dialog once the action that asks for it has returned.
 void DialogClose(const char* name);
+// Runs `Function` once on the dialog's data when the action that runs now has returned: by then the host has
+// erased what it was told to. Errors: those of ProUIDialogAppActionSet.
+template <auto Function, DialogData Data>
+[[nodiscard]] ProError RunAfterAction(const char* dialog, Data& data) {
+    return RunUntypedAfterAction(dialog, DialogCallback<Function>, &data);
+}
+[[nodiscard]] ProError RunUntypedAfterAction(const char* dialog, DialogRun run, ProAppData data);
 
 // Text of an input panel. Errors: those of ProUIInputpanelValueGet; `text` is then empty.
 [[nodiscard]] ProError InputTextGet(const char* dialog, const char* component, std::wstring& text);

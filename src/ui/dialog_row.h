@@ -20,7 +20,7 @@
 namespace kv {
 
 // What has to happen at a component to run its action.
-enum class DialogEvent { ButtonPressed, RadioChosen, RowActivated, AreaShown };
+enum class DialogEvent { ButtonPressed, RadioChosen, RowActivated, RowArmed, AreaShown };
 
 // The host's form of an action. Being noexcept is part of the type, so that only a callback that cannot throw
 // into the host fits into a row.
@@ -113,6 +113,12 @@ RowFor<Function> Chosen(const char* group) {
 template <auto Function>
 RowFor<Function> Activated(const char* table) {
     return {{table, DialogEvent::RowActivated, DialogCallback<Function>}};
+}
+
+// when the user moves to another row of the table,
+template <auto Function>
+RowFor<Function> Armed(const char* table) {
+    return {{table, DialogEvent::RowArmed, DialogCallback<Function>}};
 }
 
 // when the drawing area is on the screen.

@@ -38,13 +38,15 @@ std::wstring SaveFileChoose(const std::wstring& name, std::wstring filter, const
     request.Flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR;
     if (!GetSaveFileNameW(&request)) return {};
 
-    std::wstring chosen = path;
-    if (UpperCase(chosen).ends_with(UpperCase(extension))) return chosen;
-    chosen += extension;
-    if (chosen.size() >= MAX_PATH) return {};
-    // Windows has asked about the shorter name only.
-    if (FileExists(chosen) && !AskUser((kReplaceStart + chosen).c_str())) return {};
-    return chosen;
+    return WithExtension(path, extension);
+}
+
+std::wstring WithExtension(std::wstring path, const wchar_t* extension) {
+    if (UpperCase(path).ends_with(UpperCase(extension))) return path;
+    path += extension;
+    if (path.size() >= MAX_PATH) return {};
+    if (FileExists(path) && !AskUser((kReplaceStart + path).c_str())) return {};
+    return path;
 }
 
 }  // namespace kv

@@ -13,4 +13,8 @@ namespace kv {
 // Empty when the user cancels, and for a path longer than Windows takes.
 std::wstring SaveFileChoose(const std::wstring& name, std::wstring filter, const wchar_t* extension);
 
+// A chosen path with this ending. Where it is added and a file is in the way, the user is asked: nobody has
+// asked about that name yet. Empty when the user says no, and for a path longer than Windows takes.
+std::wstring WithExtension(std::wstring path, const wchar_t* extension);
+
 }  // namespace kv

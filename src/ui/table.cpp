@@ -8,6 +8,7 @@
 #include <ProUITable.h>
 
 #include "base/host_handle.h"
+#include "base/scope_exit.h"
 #include "base/status.h"
 #include "base/text.h"
 
@@ -136,6 +137,44 @@ ProError TableSelectionAllow(TableName table) {
     if (Failed(status)) return status;
     return ProUITableColumnselectionpolicySet(HostName(table.dialog), HostName(table.component),
                                               PROUISELPOLICY_MULTIPLE);
+}
+
+ProError TableSingleSelection(TableName table) {
+    return ProUITableSelectionpolicySet(HostName(table.dialog), HostName(table.component),
+                                        PROUISELPOLICY_SINGLE);
+}
+
+std::string FocusedRow(TableName table) {
+    char* row = nullptr;
+    char* column = nullptr;
+    const ProError status =
+        ProUITableFocusCellGet(HostName(table.dialog), HostName(table.component), &row, &column);
+    if (Failed(status)) return {};
+    const ScopeExit give([&] {
+        if (row != nullptr) ProStringFree(row);
+        if (column != nullptr) ProStringFree(column);
+    });
+    return row == nullptr ? std::string() : std::string(row);
+}
+
+ProError CellComponentSet(TableName table, const std::string& row, const std::string& column,
+                          const char* source, const std::string& name) {
+    const ProError status = ProUITableCellComponentCopy(
+        HostName(table.dialog), HostName(table.component), HostName(row.c_str()), HostName(column.c_str()),
+        HostName(table.dialog), HostName(source), HostName(name.c_str()));
+    if (!Failed(status)) return status;
+    return ProUITableCellComponentNameSet(HostName(table.dialog), HostName(table.component),
+                                          HostName(row.c_str()), HostName(column.c_str()),
+                                          HostName(name.c_str()));
+}
+
+void CellComponentDelete(TableName table, const std::string& row, const std::string& column) {
+    ProUITableCellComponentDelete(HostName(table.dialog), HostName(table.component), HostName(row.c_str()),
+                                  HostName(column.c_str()));
+}
+
+ProError TableRowsDelete(TableName table, const TableNames& rows) {
+    return ForNames(ProUITableRowsDelete, table, rows);
 }
 
 void TableReturnActivates(TableName table) {

@@ -64,6 +64,23 @@ void CellColorSet(TableName table, const std::string& row, const std::string& co
 // two calls.
 [[nodiscard]] ProError TableSelectionAllow(TableName table);
 
+// Lets the user select one row at a time. Errors: those of ProUITableSelectionpolicySet.
+[[nodiscard]] ProError TableSingleSelection(TableName table);
+
+// The row that the user is at; empty for none.
+std::string FocusedRow(TableName table);
+
+// Puts a copy of a predefined component into a cell, under a name of its own, or what already goes by that
+// name: whether copies go with their rows is the host's affair. Errors: those of
+// ProUITableCellComponentNameSet.
+[[nodiscard]] ProError CellComponentSet(TableName table, const std::string& row, const std::string& column,
+                                        const char* source, const std::string& name);
+// Takes it away. A host that refuses keeps it for CellComponentSet.
+void CellComponentDelete(TableName table, const std::string& row, const std::string& column);
+
+// Deletes the rows. Errors: those of ProUITableRowsDelete.
+[[nodiscard]] ProError TableRowsDelete(TableName table, const TableNames& rows);
+
 // Lets Return in the table count as a double click. A host that refuses leaves the user the double click.
 void TableReturnActivates(TableName table);
 

@@ -50,7 +50,7 @@ static std::vector<Scenario> JoinRooms() {
     std::vector<Scenario> all;
     for (const auto room :
          {HostScenarios, SettingsScenarios, FolderScenarios, ParamsScenarios, ModelDataScenarios,
-          BomScenarios, ExportScenarios, DrawingScenarios, AssemblyScenarios}) {
+          BomScenarios, ExportScenarios, RenameScenarios, DrawingScenarios, AssemblyScenarios}) {
         std::vector<Scenario> scenarios = room();
         std::move(scenarios.begin(), scenarios.end(), std::back_inserter(all));
     }

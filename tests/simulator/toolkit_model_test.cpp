@@ -77,6 +77,7 @@ TEST_F(HostModels, RefuseHandlesOfNoModel) {
 }
 
 TEST_F(HostModels, ErasedModelsGoWhenTheCommandHasReturned) {
+    session.strict.eraseWaits = true;
     SimModel& bolt = Part(L"BOLT");
     SimModel& pump = Assembly(L"PUMP").Place(bolt);
     session.desk.Open(pump);

@@ -52,6 +52,7 @@ std::vector<Scenario> BomScenarios();
 std::vector<Scenario> ExportScenarios();
 std::vector<Scenario> DrawingScenarios();
 std::vector<Scenario> AssemblyScenarios();
+std::vector<Scenario> RenameScenarios();
 
 const std::vector<Scenario>& Scenarios();
 

@@ -8,6 +8,10 @@ PRO_BEGIN_C_DECLS
 // Regeneration flags, to be combined as bits.
 #define PRO_REGEN_NO_FLAGS 0
 
+// Creates an empty part or assembly in memory, neither displayed nor current. BAD_INPUTS; E_FOUND;
+// LINE_TOO_LONG for a name of more than PRO_NAME_SIZE - 1 characters; GENERAL_ERROR.
+ProError ProSolidMdlnameCreate(ProMdlName name, ProType type, ProSolid* p_handle);
+
 // Visits the features in regeneration order, internal ones included; components are features.
 // A NULL filter takes all. E_NOT_FOUND when no feature was visited, else the action's answer.
 ProError ProSolidFeatVisit(ProSolid p_handle, ProFeatureVisitAction visit_action,

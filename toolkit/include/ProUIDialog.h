@@ -27,4 +27,7 @@ ProError ProUIDialogCloseActionSet(char* dialog, ProUIAction action, ProAppData 
 // Keeps the dialog above the host's active window; due again after that window has changed. BAD_INPUTS.
 ProError ProUIDialogAboveactivewindowSet(char* dialog, ProBoolean above_active_window);
 
+// Sets what runs once when control is back at the dialog. BAD_INPUTS.
+ProError ProUIDialogAppActionSet(char* dialog, ProUIAction action, ProAppData appdata);
+
 PRO_END_C_DECLS

@@ -10,6 +10,23 @@ PRO_BEGIN_C_DECLS
 // Sets what runs on a double click or Return in the table.
 ProError ProUITableActivateActionSet(char* dialog, char* component, ProUIAction callback, ProAppData data);
 
+// Sets what runs when the user has moved to another cell.
+ProError ProUITableArmActionSet(char* dialog, char* component, ProUIAction callback, ProAppData data);
+
+// Gives the names of the cell that the user is at; free each with ProStringFree.
+ProError ProUITableFocusCellGet(char* dialog, char* component, char** row, char** column);
+
+// Copies a component of the dialog `source_device`, a predefined one of the table, into a cell. The copy
+// goes by `name` and is used like any other component of that name.
+ProError ProUITableCellComponentCopy(char* dialog, char* component, char* row, char* column,
+                                     char* source_device, char* source_component, char* name);
+
+// Shows in a cell what is there under that name already.
+ProError ProUITableCellComponentNameSet(char* dialog, char* component, char* row, char* column, char* name);
+
+// Takes the cell's component away.
+ProError ProUITableCellComponentDelete(char* dialog, char* component, char* row, char* column);
+
 // Lets Return in the table count as a double click.
 ProError ProUITableActivateonreturnEnable(char* dialog, char* component);
 

@@ -54,6 +54,12 @@ ProError ProFileMdlnameOpen(ProName dialog_label, ProLine filter_string, ProPath
                             ProName* shortcut_name_arr, ProPath default_path,
                             ProMdlFileName pre_sel_file_name, ProPath r_selected_file);
 
+// Lets the user choose a file to save to; the same arguments. The label holds at most 31
+// characters. USER_ABORT.
+ProError ProFileMdlnameSave(ProName dialog_label, ProLine filter_string, ProPath* shortcut_path_arr,
+                            ProName* shortcut_name_arr, ProPath default_path,
+                            ProMdlFileName pre_sel_file_name, ProPath r_selected_file);
+
 // Gives the directory that contains the application's "text" directory. BAD_INPUTS.
 ProError ProToolkitApplTextPathGet(ProPath text_path);
 
