@@ -203,6 +203,7 @@ void Desk::Forget(const SimModel& model) {
     if (const auto own = windowOf_.find(&model); own != windowOf_.end()) Put(own->second, nullptr);
     std::erase_if(selected, [&model](const Pick& pick) { return pick.model == &model; });
     doomed_.erase(&model);
+    views_.erase(&model);
     sheetsBefore_.erase(&model);
     for (const auto& surface : model.Surfaces()) surfaces_.erase(surface.get());
 }
@@ -250,6 +251,19 @@ void Desk::NoteLeftOpen() {
 }
 
 // ---- Selection and surfaces
+
+const Matrix& Desk::ViewOf(const SimModel& model) const {
+    static constexpr double kScale = 0.5;
+    static constexpr double kLevel = 0.70710678118654752 * kScale;
+    static constexpr double kThird = 0.57735026918962576 * kScale;
+    static constexpr double kSixth = 0.40824829046386302 * kScale;
+    static constexpr Matrix kFromCorner = {{{kLevel, -kSixth, kThird, 0},
+                                            {0, 2 * kSixth, kThird, 0},
+                                            {-kLevel, -kSixth, kThird, 0},
+                                            {500, 400, 0, 1}}};
+    const auto found = views_.find(&model);
+    return found == views_.end() ? kFromCorner : found->second;
+}
 
 void* Desk::NewSelection(const Pick& pick) {
     nextSelection_ += 16;

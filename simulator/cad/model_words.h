@@ -51,6 +51,19 @@ inline constexpr std::array<Word<int>, 8> kStatuses = {{
     {"unregenerated", 6},
 }};
 
+inline constexpr std::array<Word<double Look::*>, 6> kLookNumbers = {{
+    {"ambient", &Look::ambient},
+    {"diffuse", &Look::diffuse},
+    {"highlight", &Look::highlight},
+    {"shininess", &Look::shininess},
+    {"transparency", &Look::transparency},
+    {"reflection", &Look::reflection},
+}};
+inline constexpr std::array<Word<std::array<double, 3> Look::*>, 2> kLookColours = {{
+    {"colour", &Look::colour},
+    {"highlightColour", &Look::highlightColour},
+}};
+
 enum class ParameterType { kReal, kInteger, kBoolean, kString };
 inline constexpr std::array<Word<ParameterType>, 4> kParameterTypes = {{
     {"real", ParameterType::kReal},

@@ -29,6 +29,8 @@ void Session::BeAsDocumented() {
     strict.bareProfileNameRefused = true;
     strict.pdfSheetRangeIsText = true;
     strict.exportsLeaveLog = true;
+    strict.featuresHide = false;
+    strict.scaledViewRefused = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;
     texts.upperCaseMessageFileRefused = true;

@@ -38,6 +38,12 @@ struct Strictness {
     bool pdfHoldsAllSheets = true;
     // PDF option 29 is a text, as the documents have it, and refuses a choice of sheets; that is option 28.
     bool pdfSheetRangeIsText = false;
+    // Components are hidden as items of the kind feature; off: as sub-assemblies (not documented either way).
+    bool featuresHide = true;
+    // ProViewMatrixSet takes only what is documented: rows of length 1 and no shift.
+    bool scaledViewRefused = false;
+    // An occurrence has no look of its own.
+    bool occurrenceLooksRefused = false;
     // An export leaves a log beside its file.
     bool exportsLeaveLog = false;
 };

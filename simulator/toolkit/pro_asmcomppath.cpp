@@ -26,6 +26,20 @@ std::optional<Matrix> PlacementAlong(SimModel& top, const int* ids, int count) {
 
 }  // namespace
 
+ProError ProAsmcomppathMdlGet(ProAsmcomppath* p_path, ProMdl* p_model) {
+    static const CallSite kSite("ProAsmcomppathMdlGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {p_path, Out(p_model)}, [&](Session& host) -> ProError {
+        if (p_path == nullptr || p_model == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel* top = FindPathTop(host, *p_path);
+        if (top == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel* model =
+            ModelAlong(*top, {p_path->comp_id_table, p_path->comp_id_table + p_path->table_num});
+        if (model == nullptr) return PRO_TK_E_NOT_FOUND;
+        *p_model = model;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProAsmcomppathInit(ProSolid p_solid_handle, ProIdTable memb_id_tab, int table_size,
                             ProAsmcomppath* p_handle) {
     static const CallSite kSite("ProAsmcomppathInit", {PRO_TK_BAD_INPUTS});
@@ -51,11 +65,7 @@ ProError ProAsmcomppathTrfGet(ProAsmcomppath* p_path, ProBoolean bottom_up, ProM
     static const CallSite kSite("ProAsmcomppathTrfGet", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {p_path, bottom_up, Out(transformation, 4)}, [&](Session& host) -> ProError {
         if (p_path == nullptr || transformation == nullptr) return PRO_TK_BAD_INPUTS;
-        if (p_path->table_num < 0 || p_path->table_num > PRO_MAX_ASSEM_LEVEL) {
-            host.report.Violation("is given a component path that was never filled");
-            return PRO_TK_BAD_INPUTS;
-        }
-        SimModel* top = FindSolid(host, p_path->owner);
+        SimModel* top = FindPathTop(host, *p_path);
         if (top == nullptr) return PRO_TK_BAD_INPUTS;
         std::optional<Matrix> placement = PlacementAlong(*top, p_path->comp_id_table, p_path->table_num);
         if (placement && bottom_up == PRO_B_FALSE) placement = Inverse(*placement);

@@ -55,6 +55,12 @@ std::vector<int> AllowedTypes(Session& host, std::string_view option) {
     }
 }
 
+// The assembly that paths begin at.
+SimModel* TopOf(Session& host) {
+    SimModel* current = host.models.current;
+    return current != nullptr && current->MfgAssembly() != nullptr ? current->MfgAssembly() : current;
+}
+
 // The picks that a person could have made here; the others are problems.
 std::vector<Pick> PossiblePicks(Session& host, const std::vector<Pick>& picks, const std::vector<int>& types,
                                 int maximum) {
@@ -96,8 +102,10 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
             if (option == nullptr || max_count == 0 || max_count < -1 || p_sel_array == nullptr ||
                 p_n_sels == nullptr)
                 return PRO_TK_BAD_INPUTS;
-            if (p_in_sel != nullptr || sel_func != nullptr || sel_env != nullptr ||
-                appl_act_data != nullptr) {
+            if (sel_env != nullptr &&
+                host.memory.Find({BlockKind::kSelectionEnvironment}, sel_env) == nullptr)
+                return PRO_TK_BAD_INPUTS;
+            if (p_in_sel != nullptr || sel_func != nullptr || appl_act_data != nullptr) {
                 host.report.Violation(
                     "is given preselected items or filter functions, which the simulator does not have");
                 return PRO_TK_BAD_INPUTS;
@@ -121,6 +129,53 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
             *p_n_sels = static_cast<int>(result.size());
             return PRO_TK_NO_ERROR;
         });
+}
+
+ProError ProSelectionEnvAlloc(ProSelectionEnvOption* sel_env_array, int count, ProSelectionEnv* p_sel_env) {
+    static const CallSite kSite("ProSelectionEnvAlloc", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {sel_env_array, count, Out(p_sel_env)}, [&](Session& host) -> ProError {
+        if (sel_env_array == nullptr || count <= 0 || p_sel_env == nullptr) return PRO_TK_BAD_INPUTS;
+        for (int i = 0; i < count; ++i) {
+            const int attribute = sel_env_array[i].attribute;
+            if (attribute >= PRO_SELECT_DONE_REQUIRED && attribute <= PRO_SELECT_HIDE_SEL_DLG) continue;
+            host.report.Violation("is given the unknown option " + std::to_string(attribute));
+            return PRO_TK_BAD_INPUTS;
+        }
+        const HostBlock& block = host.memory.Allocate(
+            BlockKind::kSelectionEnvironment, static_cast<std::size_t>(count), sizeof(*sel_env_array));
+        std::copy_n(sel_env_array, count, reinterpret_cast<ProSelectionEnvOption*>(block.Data()));
+        *p_sel_env = reinterpret_cast<ProSelectionEnv>(block.Data());
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSelectionEnvFree(ProSelectionEnv sel_env) {
+    static const CallSite kSite("ProSelectionEnvFree", {PRO_TK_BAD_INPUTS}, true);
+    return Traced(kSite, {sel_env}, [&](Session& host) -> ProError {
+        return host.memory.Release(BlockKind::kSelectionEnvironment, sel_env) ? PRO_TK_NO_ERROR
+                                                                              : PRO_TK_BAD_INPUTS;
+    });
+}
+
+ProError ProSelectionAsmcomppathGet(ProSelection selection, ProAsmcomppath* p_cmp_path) {
+    static const CallSite kSite("ProSelectionAsmcomppathGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {selection, Out(p_cmp_path)}, [&](Session& host) -> ProError {
+        if (selection == nullptr || p_cmp_path == nullptr) return PRO_TK_BAD_INPUTS;
+        const Pick* pick = host.desk.FindSelection(selection);
+        if (pick == nullptr) {
+            host.report.Violation("is given a selection that does not exist, or no longer");
+            return PRO_TK_BAD_INPUTS;
+        }
+        SimModel* top = pick->path.empty() ? pick->model : TopOf(host);
+        if (top == nullptr || pick->path.size() > PRO_MAX_ASSEM_LEVEL) return PRO_TK_BAD_INPUTS;
+        ProAsmcomppath path = {};
+        path.owner = reinterpret_cast<ProSolid>(top);
+        std::fill(std::begin(path.comp_id_table), std::end(path.comp_id_table), PRO_VALUE_UNUSED);
+        std::ranges::copy(pick->path, path.comp_id_table);
+        path.table_num = static_cast<int>(pick->path.size());
+        *p_cmp_path = path;
+        return PRO_TK_NO_ERROR;
+    });
 }
 
 ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* p_mdl_item) {

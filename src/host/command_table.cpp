@@ -47,6 +47,11 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "bom/kv_bom.h"
+#include "display/box_selection.h"
+#include "display/component_display.h"
+#include "display/kv_clear_all_color.h"
+#include "display/kv_normal_view.h"
+#include "display/transparency.h"
 #include "export/assembly_export.h"
 #include "export/kv_export.h"
 #include "export/single_export.h"
@@ -77,18 +82,18 @@ static constexpr CommandRow CommandTable[] = {
     {"NewAsm",                HostAction<NotAvailable>,   "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
     {"NewSmt",                HostAction<NotAvailable>,   "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
     {"BatchColor",            HostAction<NotAvailable>,   "Color_Help",                 "RandomColor.png",           AccessModel,   true},
-    {"KvClearAllColor",       HostAction<NotAvailable>,   "KvClearAllColor_Help",       "KvClearAllColor.png",       AccessModel,   true},
-    {"KvBoxSelSur",           HostAction<NotAvailable>,   "KvBoxSelSur_Help",           "KvBoxSelSur.png",           AccessModel,   true},
-    {"KvTransparent",         HostAction<NotAvailable>,   "KvTransparent_Help",         "KvTransparent.png",         AccessModel,   true},
-    {"SurfTransparent",       HostAction<NotAvailable>,   "SurfTransparent_Help",       "SurfTransparent.png",       AccessModel,   true},
-    {"BoxSel",                HostAction<NotAvailable>,   "BoxSel_Help",                "BoxSel.png",                AccessSolid,   true},
+    {"KvClearAllColor",       HostAction<KvClearAllColor>, "KvClearAllColor_Help",       "KvClearAllColor.png",       AccessModel,   true},
+    {"KvBoxSelSur",           HostAction<KvBoxSelSur>,    "KvBoxSelSur_Help",           "KvBoxSelSur.png",           AccessModel,   true},
+    {"KvTransparent",         HostAction<KvTransparent>,  "KvTransparent_Help",         "KvTransparent.png",         AccessModel,   true},
+    {"SurfTransparent",       HostAction<SurfTransparent>, "SurfTransparent_Help",       "SurfTransparent.png",       AccessModel,   true},
+    {"BoxSel",                HostAction<BoxSel>,         "BoxSel_Help",                "BoxSel.png",                AccessSolid,   true},
     {"SetMat",                HostAction<NotAvailable>,   "SetMat_Help",                "SetMat.png",                AccessPart,    true},
     {"SetBendTable",          HostAction<NotAvailable>,   "SetBendTable_Help",          "SetBendTable.png",          AccessPart,    true},
     {"SameScale",             HostAction<NotAvailable>,   "SameScale_Help",             "SameScale.png",             AccessDrawing, true},
-    {"KvIsolate",             HostAction<NotAvailable>,   "KvIsolate_Help",             "KvIsolate.png",             AccessSolid,   true},
-    {"KvHideReverse",         HostAction<NotAvailable>,   "KvHideReverse_Help",         "KvHideReverse.png",         AccessSolid,   true},
-    {"KvShowAllComp",         HostAction<NotAvailable>,   "KvShowAllComp_Help",         "KvShowAllComp.png",         AccessSolid,   true},
-    {"KvNormalView",          HostAction<NotAvailable>,   "KvNormalView_Help",          "KvNormalView.png",          AccessAlways,  true},
+    {"KvIsolate",             HostAction<KvIsolate>,      "KvIsolate_Help",             "KvIsolate.png",             AccessSolid,   true},
+    {"KvHideReverse",         HostAction<KvHideReverse>,  "KvHideReverse_Help",         "KvHideReverse.png",         AccessSolid,   true},
+    {"KvShowAllComp",         HostAction<KvShowAllComp>,  "KvShowAllComp_Help",         "KvShowAllComp.png",         AccessSolid,   true},
+    {"KvNormalView",          HostAction<KvNormalView>,   "KvNormalView_Help",          "KvNormalView.png",          AccessAlways,  true},
     {"KvParams",              HostAction<KvParams>,       "KvParams_Help",              "KvParams.png",              AccessSolid,   true},
     {"KvRelations",           HostAction<NotAvailable>,   "KvRelations_Help",           "KvRelations.png",           AccessSolid,   true},
     {"SetUnit",               HostAction<NotAvailable>,   "SetUnit_Help",               "SetUnit.png",               AccessPart,    true},

@@ -10,6 +10,9 @@ PRO_BEGIN_C_DECLS
 ProError ProAsmcomppathInit(ProSolid p_solid_handle, ProIdTable memb_id_tab, int table_size,
                             ProAsmcomppath* p_handle);
 
+// Gives the model at the end of the path. BAD_INPUTS; E_NOT_FOUND for a path that leads nowhere.
+ProError ProAsmcomppathMdlGet(ProAsmcomppath* p_path, ProMdl* p_model);
+
 // Gives the transformation along the path, from the member to the assembly when `bottom_up` is
 // true. BAD_INPUTS.
 ProError ProAsmcomppathTrfGet(ProAsmcomppath* p_path, ProBoolean bottom_up, ProMatrix transformation);

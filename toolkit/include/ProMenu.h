@@ -1,4 +1,4 @@
-// Names of menus and their buttons.
+// Names of menus and their buttons; recorded macros.
 #pragma once
 
 #include <ProToolkit.h>
@@ -7,5 +7,9 @@ PRO_BEGIN_C_DECLS
 
 typedef char ProMenuName[PRO_NAME_SIZE];
 typedef char ProMenubuttonName[PRO_NAME_SIZE];
+
+// Puts a recorded macro on the stack of those to be played once the command has returned to the host: the one
+// put last is played first. GENERAL_ERROR.
+ProError ProMacroLoad(wchar_t* macro);
 
 PRO_END_C_DECLS

@@ -53,6 +53,22 @@ const Feature* FindFeature(Session& host, const ProModelitem* item) {
     return feature;
 }
 
+SimModel* FindPathTop(Session& host, const ProAsmcomppath& path) {
+    if (path.table_num >= 0 && path.table_num <= PRO_MAX_ASSEM_LEVEL) return FindSolid(host, path.owner);
+    host.report.Violation("is given a component path that was never filled");
+    return nullptr;
+}
+
+SimModel* ModelAlong(SimModel& top, const std::vector<int>& ids) {
+    SimModel* model = &top;
+    for (const int id : ids) {
+        const Feature* feature = model->FindFeature(id);
+        if (feature == nullptr || feature->component == nullptr) return nullptr;
+        model = feature->component;
+    }
+    return model;
+}
+
 std::optional<std::wstring_view> TextInput(Session& host, const wchar_t* text, std::size_t size) {
     if (text == nullptr) return std::nullopt;
     const wchar_t* end = std::find(text, text + size, L'\0');

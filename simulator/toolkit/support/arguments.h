@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include <ProObjects.h>
 
@@ -29,6 +30,12 @@ SimModel* FindSolid(Session& host, const void* handle);
 // The feature behind an item; null when there is none. An item that was never filled, or whose feature or
 // owner is gone, is a violation.
 const Feature* FindFeature(Session& host, const ProModelitem* item);
+
+// The top assembly of a component path. A path that was never filled is a violation.
+SimModel* FindPathTop(Session& host, const ProAsmcomppath& path);
+
+// The model at the end of component feature ids from `top` down; null when they lead nowhere.
+SimModel* ModelAlong(SimModel& top, const std::vector<int>& ids);
 
 // A text input of a buffer type of `size` characters. Nothing for NULL, and, with a violation, for a text
 // that does not end within that size.
