@@ -57,5 +57,6 @@ void BenchParams();
 void BenchBom();
 void BenchWorkbook();
 void BenchDrawings();
+void BenchDisplay();
 
 }  // namespace bench

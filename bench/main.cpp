@@ -17,6 +17,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"bom", bench::BenchBom},
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
+    {"display", bench::BenchDisplay},
 };
 
 bool RunNamed(std::string_view name) {

@@ -203,6 +203,17 @@ for format in DWG DXF PDF STP IGS; do
 done
 [ "$(tail -n 1 "$work/out")" = "98 exported files" ] || fail "there are not 98 exported files"
 
+headline "The drive unit alone: all other parts are hidden"
+hostsim --plugin plugin run KvIsolate --workspace roller_conveyor --model roller_conveyor \
+    --select "drive_unit path 11" --picture isolated.svg --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+start show roller_conveyor --workspace roller_conveyor --levels 1
+grep -q 'DRIVE_UNIT.ASM$' "$work/out" || fail "the drive unit is hidden"
+grep -q 'BUY_CONTROL_BOX.PRT  hidden$' "$work/out" || fail "the control box is not hidden"
+grep -q '<polygon' isolated.svg || fail "isolated.svg shows nothing"
+printf '\n    isolated.svg: the window afterwards\n'
+
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \
     --user scripts/update_project_number.user --profile

@@ -258,8 +258,8 @@ const Matrix& Desk::ViewOf(const SimModel& model) const {
     static constexpr double kThird = 0.57735026918962576 * kScale;
     static constexpr double kSixth = 0.40824829046386302 * kScale;
     static constexpr Matrix kFromCorner = {{{kLevel, -kSixth, kThird, 0},
+                                            {kLevel, kSixth, -kThird, 0},
                                             {0, 2 * kSixth, kThird, 0},
-                                            {-kLevel, -kSixth, kThird, 0},
                                             {500, 400, 0, 1}}};
     const auto found = views_.find(&model);
     return found == views_.end() ? kFromCorner : found->second;

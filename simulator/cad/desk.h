@@ -49,8 +49,8 @@ public:
     int Repaints() const { return repaints_; }
     void CountRefresh() { ++refreshes_; }
     int Refreshes() const { return refreshes_; }
-    // How the model's window shows it: from model to screen, with scale and shift. Seen from (1, 1, 1) until
-    // somebody turns it.
+    // How the model's window shows it: from model to screen, with scale and shift. Seen from (1, -1, 1)
+    // with z upwards until somebody turns it.
     const Matrix& ViewOf(const SimModel& model) const;
     void SetView(const SimModel& model, const Matrix& view) { views_[&model] = view; }
 

@@ -48,7 +48,7 @@ void ArrangeRightClick(SimHost& host) {
 static std::vector<Scenario> JoinRooms() {
     std::vector<Scenario> all;
     for (const auto room : {HostScenarios, SettingsScenarios, FolderScenarios, ParamsScenarios, BomScenarios,
-                            ExportScenarios}) {
+                            ExportScenarios, DisplayScenarios}) {
         std::vector<Scenario> scenarios = room();
         std::move(scenarios.begin(), scenarios.end(), std::back_inserter(all));
     }

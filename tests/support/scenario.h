@@ -48,6 +48,7 @@ std::vector<Scenario> FolderScenarios();
 std::vector<Scenario> ParamsScenarios();
 std::vector<Scenario> BomScenarios();
 std::vector<Scenario> ExportScenarios();
+std::vector<Scenario> DisplayScenarios();
 
 const std::vector<Scenario>& Scenarios();
 
