@@ -36,32 +36,35 @@ public:
     Scene(const SimModel& top, const Matrix& view) : top_(top), turn_(view) { turn_[3] = {0, 0, 0, 1}; }
 
     std::vector<Face> Faces() {
-        Add(top_, turn_);
+        Add(top_, turn_, nullptr);
         // The farthest are drawn first.
         std::ranges::stable_sort(faces_, {}, &Face::depth);
         return std::move(faces_);
     }
 
 private:
-    void Add(const SimModel& model, const Matrix& placement) {
-        if (model.Kind() == ModelKind::kPart) AddPart(model, placement);
+    // `given`: the look that an assembly above gives to all that is in it; null: each has its own.
+    void Add(const SimModel& model, const Matrix& placement, const Look* given) {
+        const auto own = top_.occurrenceLooks.find(path_);
+        if (given == nullptr && own != top_.occurrenceLooks.end()) given = &own->second;
+        if (given == nullptr && model.look) given = &*model.look;
+        if (model.Kind() == ModelKind::kPart) AddPart(model, placement, given);
         if (path_.size() == kDeepest) return;
         for (const Feature& feature : model.Features()) {
             const bool isShown = feature.component != nullptr && feature.isVisible && !feature.isHidden &&
                                  feature.status == kFeatureActive;
             if (!isShown) continue;
             path_.push_back(feature.id);
-            Add(*feature.component, Product(feature.placement, placement));
+            Add(*feature.component, Product(feature.placement, placement), given);
             path_.pop_back();
         }
     }
 
-    // An occurrence's look counts before that of the part; a surface's of a box that is one is not told.
-    void AddPart(const SimModel& part, const Matrix& placement) {
+    // The looks of single surfaces are not seen on the box around them.
+    void AddPart(const SimModel& part, const Matrix& placement, const Look* given) {
         const std::optional<Box> box = BoxOf(part);
         if (!box) return;
-        const auto own = top_.occurrenceLooks.find(path_);
-        const Look look = own != top_.occurrenceLooks.end() ? own->second : part.look.value_or(Look());
+        const Look look = given == nullptr ? Look() : *given;
         for (const auto& numbers : kFaces) {
             Face face;
             face.look = look;
