@@ -61,5 +61,6 @@ void BenchDrawings();
 void BenchScales();
 void BenchAssembly();
 void BenchRename();
+void BenchDisplay();
 
 }  // namespace bench

@@ -22,6 +22,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"scales", bench::BenchScales},
     {"assembly", bench::BenchAssembly},
     {"rename", bench::BenchRename},
+    {"display", bench::BenchDisplay},
 };
 // clang-format on
 

@@ -315,6 +315,16 @@ print
 start show roller_conveyor --workspace roller_conveyor --levels 1
 grep -q 'RC2_ROLLER_UNIT' "$work/out" || fail "the assembly on disk does not name RC2_ROLLER_UNIT"
 printf '\n    The assembly on disk names RC2_ROLLER_UNIT; 撤销上次重命名 would take it all back.\n'
+headline "The drive unit alone: all other parts are hidden"
+hostsim --plugin plugin run KvIsolate --workspace roller_conveyor --model roller_conveyor \
+    --select "drive_unit path 11" --picture isolated.svg --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+start show roller_conveyor --workspace roller_conveyor --levels 1
+grep -q 'DRIVE_UNIT.ASM$' "$work/out" || fail "the drive unit is hidden"
+grep -q 'BUY_CONTROL_BOX.PRT  hidden$' "$work/out" || fail "the control box is not hidden"
+grep -q '<polygon' isolated.svg || fail "isolated.svg shows nothing"
+printf '\n    isolated.svg: the window afterwards\n'
 
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \

@@ -60,3 +60,20 @@ for drawing in "$work"/*.svg; do
     mv "$work/picture.png" "$picture"
     echo "$picture"
 done
+
+# What the window shows before and after a display command.
+window() {
+    name=$1
+    shift
+    (cd "$work" && "$repo/tools/wine.sh" "$hostsim" --plugin plugin run "$@" --workspace "C:\\conveyor" --model roller_conveyor \
+        --picture "$name.svg" >"$work/out" 2>&1) || {
+        cat "$work/out" >&2
+        fail "$name cannot be drawn"
+    }
+    rsvg-convert --zoom=1 --output="docs/$name.png" "$work/$name.svg"
+    echo "docs/$name.png"
+}
+printf 'pick base_frame path 2\n' >"$work/transparent.user"
+window display_before KvShowAllComp
+window display_after KvIsolate --select "drive_unit path 11"
+window display_transparent KvTransparent --user transparent.user

@@ -232,6 +232,7 @@ void Desk::Forget(const SimModel& model) {
     std::erase_if(systems_, [&model](const auto& system) { return system.first.first == &model; });
     if (activated_ == &model) activated_ = nullptr;
     doomed_.erase(&model);
+    views_.erase(&model);
     sheetsBefore_.erase(&model);
     for (const auto& surface : model.Surfaces()) surfaces_.erase(surface.get());
 }
@@ -298,6 +299,19 @@ void Desk::ReplaceSelected(std::wstring_view file) {
     if (model == owner || model->HasBelow(*owner)) return;
     owner->ReplaceComponent(*component, *model);
     selected.clear();
+}
+
+const Matrix& Desk::ViewOf(const SimModel& model) const {
+    static constexpr double kScale = 0.5;
+    static constexpr double kLevel = 0.70710678118654752 * kScale;
+    static constexpr double kThird = 0.57735026918962576 * kScale;
+    static constexpr double kSixth = 0.40824829046386302 * kScale;
+    static constexpr Matrix kFromCorner = {{{kLevel, -kSixth, kThird, 0},
+                                            {kLevel, kSixth, -kThird, 0},
+                                            {0, 2 * kSixth, kThird, 0},
+                                            {500, 400, 0, 1}}};
+    const auto found = views_.find(&model);
+    return found == views_.end() ? kFromCorner : found->second;
 }
 
 void* Desk::NewSelection(const Pick& pick) {

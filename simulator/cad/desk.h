@@ -52,6 +52,12 @@ public:
     int CurrentWindow();
     void CountRepaint() { ++repaints_; }
     int Repaints() const { return repaints_; }
+    void CountRefresh() { ++refreshes_; }
+    int Refreshes() const { return refreshes_; }
+    // How the model's window shows it: from model to screen, with scale and shift. Seen from (1, -1, 1)
+    // with z upwards until somebody turns it.
+    const Matrix& ViewOf(const SimModel& model) const;
+    void SetView(const SimModel& model, const Matrix& view) { views_[&model] = view; }
 
     // ---- The activated model
     // The user activates a component of the open assembly, until another model is opened.
@@ -136,6 +142,8 @@ private:
     std::unordered_map<const SimModel*, int> sheetsBefore_;  // of drawings that the command turned
     std::vector<std::string> leftovers_;
     int repaints_ = 0;
+    int refreshes_ = 0;
+    std::unordered_map<const SimModel*, Matrix> views_;  // of the models that were turned
     std::vector<SimModel*> toErase_;
     std::unordered_set<const SimModel*> doomed_;
     std::unordered_map<std::uintptr_t, Pick> selections_;

@@ -351,6 +351,12 @@ SimModel& SimModel::AddSurface(const Box& box) {
     return *this;
 }
 
+SurfaceItem* SimModel::FindSurface(int id) {
+    const auto hasId = [id](const std::unique_ptr<SurfaceItem>& surface) { return surface->id == id; };
+    const auto found = std::ranges::find_if(surfaces_, hasId);
+    return found == surfaces_.end() ? nullptr : found->get();
+}
+
 SimModel& SimModel::AddBlock(double x, double y, double z) {
     AddSurface({{0, 0, 0}, {0, y, z}});
     AddSurface({{x, 0, 0}, {x, y, z}});

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,9 +44,19 @@ struct Box {
     Vec3 minimum, maximum;
 };
 
+// How a model, an occurrence or a surface looks; numbers from 0 to 1.
+struct Look {
+    double ambient = 0.5, diffuse = 0.8, highlight = 0.3, shininess = 0.4, transparency = 0, reflection = 0;
+    std::array<double, 3> colour = {0.62, 0.68, 0.75};
+    std::array<double, 3> highlightColour = {1, 1, 1};
+    bool operator==(const Look&) const = default;
+};
+
 struct SurfaceItem {
     int id = 0;
     Box box;
+    // Along its normal and on the other side; none: as its part.
+    std::array<std::optional<Look>, 2> looks = {};
 };
 
 // Rows 0-2 are the component's axes, row 3 its origin in the assembly: point' = point * M.
@@ -232,6 +243,12 @@ public:
     const std::vector<CoordinateSystem>& CoordinateSystems() const { return coordinateSystems_; }
     const CoordinateSystem* FindCoordinateSystem(int id) const;
     const std::vector<std::unique_ptr<SurfaceItem>>& Surfaces() const { return surfaces_; }
+
+    // Of the model itself; none: the host's default.
+    std::optional<Look> look;
+    // Of occurrences below it, by the component feature ids that lead there; none: as their models.
+    std::map<std::vector<int>, Look> occurrenceLooks;
+    SurfaceItem* FindSurface(int id);
 
     // ---- Drawings and manufacturing models
     SimModel& AddSheet(std::wstring_view size);

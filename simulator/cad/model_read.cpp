@@ -81,6 +81,9 @@ public:
         root.Optional("bendTable",
                       [&](const Node& node) { model_.SetBendTable(node.WideText(kLongestName)); });
         root.Optional("surfaces", [&](const Node& node) { ReadList(node, &ModelReader::ReadSurface); });
+        root.Optional("look", [&](const Node& node) { model_.look = ReadLook(node); });
+        root.Optional("occurrenceLooks",
+                      [&](const Node& node) { ReadList(node, &ModelReader::ReadOccurrenceLook); });
         root.Optional("coordinateSystems",
                       [&](const Node& node) { ReadList(node, &ModelReader::ReadSystem); });
         root.Optional("sheets", [&](const Node& node) { ReadList(node, &ModelReader::ReadSheet); });
@@ -317,6 +320,37 @@ private:
         return constraint;
     }
 
+    static double ReadShare(const Node& node) {
+        const double share = node.Real();
+        if (!(share >= 0 && share <= 1)) node.Fail("a number from 0 to 1");
+        return share;
+    }
+
+    static Look ReadLook(const Node& node) {
+        Entries entries(node);
+        Look look;
+        for (const Word<double Look::*>& number : kLookNumbers)
+            entries.Optional(number.text, [&](const Node& entry) { look.*number.value = ReadShare(entry); });
+        for (const Word<std::array<double, 3> Look::*>& colour : kLookColours)
+            entries.Optional(colour.text, [&](const Node& entry) {
+                look.*colour.value = entry.Numbers<3>();
+                std::size_t place = 0;
+                entry.ForEach([&](const Node& share) { (look.*colour.value)[place++] = ReadShare(share); });
+            });
+        entries.Close();
+        return look;
+    }
+
+    void ReadOccurrenceLook(const Node& node) {
+        Entries entries(node);
+        std::vector<int> path;
+        entries.Required("path", [&](const Node& ids) {
+            ids.ForEach([&](const Node& id) { path.push_back(id.Int(1)); });
+        });
+        entries.Required("look", [&](const Node& look) { model_.occurrenceLooks[path] = ReadLook(look); });
+        entries.Close();
+    }
+
     void ReadSurface(const Node& node) {
         Entries entries(node);
         SurfaceItem surface;
@@ -332,6 +366,8 @@ private:
         const Box& box = surface.box;
         if (box.minimum.x > box.maximum.x || box.minimum.y > box.maximum.y || box.minimum.z > box.maximum.z)
             node.Fail("a minimum that is nowhere above the maximum");
+        entries.Optional("look", [&](const Node& look) { surface.looks[0] = ReadLook(look); });
+        entries.Optional("lookInside", [&](const Node& look) { surface.looks[1] = ReadLook(look); });
         entries.Close();
         model_.surfaces_.push_back(std::make_unique<SurfaceItem>(surface));
     }

@@ -61,6 +61,19 @@ inline constexpr std::array<Word<ViewType>, 7> kViewTypes = {{
     {"flat", ViewType::kFlat},
 }};
 
+inline constexpr std::array<Word<double Look::*>, 6> kLookNumbers = {{
+    {"ambient", &Look::ambient},
+    {"diffuse", &Look::diffuse},
+    {"highlight", &Look::highlight},
+    {"shininess", &Look::shininess},
+    {"transparency", &Look::transparency},
+    {"reflection", &Look::reflection},
+}};
+inline constexpr std::array<Word<std::array<double, 3> Look::*>, 2> kLookColours = {{
+    {"colour", &Look::colour},
+    {"highlightColour", &Look::highlightColour},
+}};
+
 enum class ParameterType { kReal, kInteger, kBoolean, kString };
 inline constexpr std::array<Word<ParameterType>, 4> kParameterTypes = {{
     {"real", ParameterType::kReal},

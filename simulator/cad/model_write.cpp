@@ -43,10 +43,13 @@ public:
             root["familyColumns"].push_back(Utf8(column));
         for (const Feature& feature : model_.features_) root["features"].push_back(Write(feature));
         WriteData(root);
-        for (const auto& surface : model_.surfaces_)
-            root["surfaces"].push_back({{"id", surface->id},
-                                        {"minimum", Write(surface->box.minimum)},
-                                        {"maximum", Write(surface->box.maximum)}});
+        for (const auto& surface : model_.surfaces_) root["surfaces"].push_back(Write(*surface));
+        if (model_.look) root["look"] = Write(*model_.look);
+        for (const auto& [path, look] : model_.occurrenceLooks) {
+            Json entry = {{"path", path}};
+            entry["look"] = Write(look);
+            root["occurrenceLooks"].push_back(std::move(entry));
+        }
         for (const CoordinateSystem& system : model_.coordinateSystems_) {
             Json entry = {{"id", system.id}, {"name", Utf8(system.name)}};
             WritePlacing(entry, system.placement);
@@ -133,6 +136,30 @@ private:
 
     Json Write(const Vec3& point) const {
         return Json::array({Write(point.x), Write(point.y), Write(point.z)});
+    }
+
+    // What differs from the default.
+    Json Write(const Look& look) const {
+        const Look usual;
+        Json entry = Json::object();
+        for (const Word<double Look::*>& number : kLookNumbers)
+            if (look.*number.value != usual.*number.value)
+                entry[std::string(number.text)] = Write(look.*number.value);
+        for (const Word<std::array<double, 3> Look::*>& colour : kLookColours) {
+            const auto& [red, green, blue] = look.*colour.value;
+            if (look.*colour.value != usual.*colour.value)
+                entry[std::string(colour.text)] = Write(Vec3{red, green, blue});
+        }
+        return entry;
+    }
+
+    Json Write(const SurfaceItem& surface) const {
+        Json entry = {{"id", surface.id},
+                      {"minimum", Write(surface.box.minimum)},
+                      {"maximum", Write(surface.box.maximum)}};
+        if (surface.looks[0]) entry["look"] = Write(*surface.looks[0]);
+        if (surface.looks[1]) entry["lookInside"] = Write(*surface.looks[1]);
+        return entry;
     }
 
     Json Write(const ModelParameter& parameter) const {

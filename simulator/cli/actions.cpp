@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "simulator/cad/generate.h"
+#include "simulator/cad/model_drawing.h"
 #include "simulator/cli/plugin_copy.h"
 #include "simulator/cli/print.h"
 #include "simulator/host/sim_host.h"
@@ -210,6 +211,18 @@ void SaveChanged(ModelStore& models) {
     }
 }
 
+// A manufacturing model shows its assembly.
+void DrawWindow(const Session& session, const fs::path& file) {
+    const SimModel* shown = session.models.current;
+    if (shown != nullptr && shown->MfgAssembly() != nullptr) shown = shown->MfgAssembly();
+    const bool isSolid =
+        shown != nullptr && (shown->Kind() == ModelKind::kPart || shown->Kind() == ModelKind::kAssembly);
+    if (!isSolid) throw BadInput("the window shows neither a part nor an assembly to draw");
+    std::ofstream stream(file, std::ios::binary);
+    stream << ModelDrawing(*shown, session.desk.ViewOf(*session.models.current));
+    if (!stream.flush()) throw BadInput("cannot write " + Utf8(file.wstring()));
+}
+
 bool SaveDrawings(ModelStore& models, const std::vector<SimModel*>& drawings) {
     return std::ranges::all_of(
         drawings, [&models](SimModel* drawing) { return models.Save(*drawing) == PRO_TK_NO_ERROR; });
@@ -253,6 +266,7 @@ int RunCommand(const Places& places, const RunOptions& options) {
     std::printf("%s answered %d\n", options.command.c_str(), static_cast<int>(status));
     if (options.profile) PrintProfile(session.report);
     PrintDamagedFiles(session.models);
+    if (!options.picture.empty()) DrawWindow(session, options.picture);
     if (options.save) SaveChanged(session.models);
     return ReportProblems(host.TakeProblems());
 }

@@ -32,7 +32,8 @@ struct RunOptions {
     std::vector<std::string> options;   // "OPTION=VALUE", configuration options of the host
     bool trace = false;
     bool profile = false;
-    bool save = false;  // saves what was changed, as the user would afterwards
+    std::filesystem::path picture;  // of the window after the command, empty: none is drawn
+    bool save = false;              // saves what was changed, as the user would afterwards
 };
 
 struct GenerateOptions {

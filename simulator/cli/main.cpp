@@ -86,6 +86,8 @@ void AddPluginCommands(CLI::App& app, Line& line) {
         ->allow_extra_args(false);
     command->add_flag("--trace", run.trace, "print every host call");
     command->add_flag("--profile", run.profile, "print calls by function, times and memory");
+    AddFolder(command, "--picture", run.picture, "draw the window after the command into this file")
+        ->type_name("FILE.svg");
     command->add_flag("--save", run.save, "save changed models afterwards, as the user would");
     command->callback([&line] { line.exitCode = sim::cli::RunCommand(line.places, line.run); });
 }

@@ -1,6 +1,7 @@
 #include "simulator/cli/print.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -41,6 +42,12 @@ std::string StateText(const Feature& feature) {
     return text;
 }
 
+// "  see-through 70 %"; empty for what hides what is behind it.
+std::string SeeThroughText(const std::optional<Look>& look) {
+    if (!look || look->transparency == 0) return {};
+    return "  see-through " + std::to_string(std::lround(100 * look->transparency)) + " %";
+}
+
 const char* SubtypeText(ModelSubtype subtype) {
     switch (subtype) {
         case ModelSubtype::kSheetmetal:
@@ -68,10 +75,19 @@ std::string CellText(const CellValue& value) {
 }
 
 struct TreePrint {
+    const SimModel& top;
     int levels;
     bool withIds;
     std::vector<const SimModel*> above;
+    std::vector<int> path;  // of component feature ids from the top down
 };
+
+// Of a component: its own look in this place, else that of its model.
+std::string SeeThroughText(const Feature& feature, const TreePrint& print) {
+    const auto own = print.top.occurrenceLooks.find(print.path);
+    if (own != print.top.occurrenceLooks.end()) return SeeThroughText(own->second);
+    return feature.component == nullptr ? "" : SeeThroughText(feature.component->look);
+}
 
 void PrintComponents(const SimModel& model, int level, TreePrint& print) {
     if (level > print.levels) return;
@@ -81,9 +97,12 @@ void PrintComponents(const SimModel& model, int level, TreePrint& print) {
         const std::string id = print.withIds ? std::to_string(feature.id) + "  " : std::string();
         const std::string name =
             feature.component == nullptr ? Utf8(feature.missingName) : FileLabel(*feature.component);
-        std::printf("%*s%s%s%s\n", 2 * level, "", id.c_str(), name.c_str(), StateText(feature).c_str());
+        print.path.push_back(feature.id);
+        std::printf("%*s%s%s%s%s\n", 2 * level, "", id.c_str(), name.c_str(), StateText(feature).c_str(),
+                    SeeThroughText(feature, print).c_str());
         const bool contained = std::ranges::find(print.above, feature.component) != print.above.end();
         if (feature.component != nullptr && !contained) PrintComponents(*feature.component, level + 1, print);
+        print.path.pop_back();
     }
     print.above.pop_back();
 }
@@ -151,8 +170,8 @@ void PrintMenu(Session& session) {
 }
 
 void PrintModel(const SimModel& model, int levels, bool withIds) {
-    std::printf("%s%s%s\n", FileLabel(model).c_str(), SubtypeText(model.Subtype()),
-                model.IsReadOnly() ? "  read-only" : "");
+    std::printf("%s%s%s%s\n", FileLabel(model).c_str(), SubtypeText(model.Subtype()),
+                model.IsReadOnly() ? "  read-only" : "", SeeThroughText(model.look).c_str());
     if (!model.Parameters().empty()) std::printf("parameters\n");
     for (const ModelParameter& parameter : model.Parameters())
         std::printf("  %s = %s%s%s\n", Utf8(parameter.name).c_str(),
@@ -163,7 +182,7 @@ void PrintModel(const SimModel& model, int levels, bool withIds) {
     if (model.MfgAssembly() != nullptr) std::printf("assembly %s\n", FileLabel(*model.MfgAssembly()).c_str());
     if (model.Features().empty()) return;
     std::printf("components\n");
-    TreePrint print{levels, withIds, {}};
+    TreePrint print{model, levels, withIds, {}, {}};
     PrintComponents(model, 1, print);
 }
 
@@ -174,7 +193,8 @@ void PrintItems(const SimModel& model) {
             items += "  feature " + std::to_string(feature.id) + "  type " + std::to_string(feature.type) +
                      (feature.name.empty() ? "" : "  " + Utf8(feature.name)) +
                      (feature.reference == nullptr ? "" : "  of " + FileLabel(*feature.reference)) + "\n";
-    for (const auto& surface : model.Surfaces()) items += "  surface " + std::to_string(surface->id) + "\n";
+    for (const auto& surface : model.Surfaces())
+        items += "  surface " + std::to_string(surface->id) + SeeThroughText(surface->looks.front()) + "\n";
     for (const CoordinateSystem& system : model.CoordinateSystems())
         items += "  csys " + std::to_string(system.id) + "  " + Utf8(system.name) + "\n";
     if (!items.empty()) std::printf("items\n%s", items.c_str());

@@ -23,6 +23,7 @@ Account AccountOf(BlockKind kind) {
         case BlockKind::kArray:
             return Account::kArray;
         case BlockKind::kSelectionArray:
+        case BlockKind::kSelectionEnvironment:
             return Account::kSelection;
         case BlockKind::kString:
         case BlockKind::kText:
@@ -50,6 +51,8 @@ const char* KindName(BlockKind kind) {
             return "list of wide strings";
         case BlockKind::kTextArray:
             return "list of 8-bit strings";
+        case BlockKind::kSelectionEnvironment:
+            return "selection environment";
         case BlockKind::kGeometryData:
             break;
     }

@@ -21,7 +21,16 @@
 namespace sim {
 
 // What a piece of memory was handed out as; each kind has its own function that takes it back.
-enum class BlockKind { kArray, kSelectionArray, kString, kText, kStringArray, kTextArray, kGeometryData };
+enum class BlockKind {
+    kArray,
+    kSelectionArray,
+    kString,
+    kText,
+    kStringArray,
+    kTextArray,
+    kGeometryData,
+    kSelectionEnvironment
+};
 
 // One piece of memory in the plug-in's hands. The data stand between two guard zones; the room that is not
 // used yet is filled with a pattern, so that writing past the end is noticed.

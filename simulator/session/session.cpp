@@ -37,6 +37,8 @@ void Session::BeAsDocumented() {
     strict.mergeNeedsPath = true;
     strict.mergeNeedsPlacementBeside = true;
     strict.eraseWaits = true;
+    strict.featuresHide = false;
+    strict.scaledViewRefused = true;
     screen.strict.nonAsciiButtonNameRefused = true;
     screen.strict.unsetCellRefused = true;
     texts.upperCaseMessageFileRefused = true;

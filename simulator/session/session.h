@@ -42,6 +42,12 @@ struct Strictness {
     bool pdfSheetRangeIsText = false;
     // ProRelsetRelationsSet refuses no lines at all (the documents have another call for that).
     bool emptyRelationsRefused = false;
+    // Components are hidden as items of the kind feature; off: as sub-assemblies (not documented either way).
+    bool featuresHide = true;
+    // ProViewMatrixSet takes only what is documented: rows of length 1 and no shift.
+    bool scaledViewRefused = false;
+    // An occurrence has no look of its own.
+    bool occurrenceLooksRefused = false;
     // An export leaves a log beside its file.
     bool exportsLeaveLog = false;
     // ProMdlnameRetrieve and the creation of a drawing take a path, although the documents speak of names.

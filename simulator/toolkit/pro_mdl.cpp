@@ -6,6 +6,7 @@
 #include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
 #include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/looks.h"
 #include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
@@ -224,6 +225,55 @@ ProError ProMdlDisplay(ProMdl model) {
         SimModel* shown = model == nullptr ? host.models.current : FindModel(host, model);
         if (shown == nullptr) return PRO_TK_E_NOT_FOUND;
         host.desk.Display(*shown);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+namespace {
+
+// The assembly and the way in it that an occurrence's item names; null, and a violation, when it names none.
+SimModel* FindOccurrence(Session& host, const ProAsmitem& item, std::vector<int>& ids) {
+    if (!FindPathEnd(host, &item.path)) return nullptr;
+    ids.assign(item.path.comp_id_table, item.path.comp_id_table + item.path.table_num);
+    SimModel* top = host.models.FromHandle(item.path.owner);
+    if (!ids.empty() && item.item.owner == top) return top;
+    host.report.Violation("is given an occurrence whose owner is not the top assembly");
+    return nullptr;
+}
+
+}  // namespace
+
+ProError ProMdlVisibleSideAppearancepropsGet(ProAsmitem* item, int surf_side,
+                                             ProSurfaceAppearanceProps* props) {
+    static const CallSite kSite("ProMdlVisibleSideAppearancepropsGet", {PRO_TK_BAD_INPUTS, PRO_TK_NOT_EXIST});
+    return Traced(kSite, {item, surf_side, Out(props)}, [&](Session& host) -> ProError {
+        if (item == nullptr || props == nullptr || surf_side != 0) return PRO_TK_BAD_INPUTS;
+        std::vector<int> ids;
+        const SimModel* top = FindOccurrence(host, *item, ids);
+        if (top == nullptr || host.strict.occurrenceLooksRefused) return PRO_TK_BAD_INPUTS;
+        const auto found = top->occurrenceLooks.find(ids);
+        if (found == top->occurrenceLooks.end()) return PRO_TK_NOT_EXIST;
+        FillAppearance(found->second, *props);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProMdlVisibleSideAppearancepropsSet(ProAsmitem* item, int surf_side,
+                                             ProSurfaceAppearanceProps* props) {
+    static const CallSite kSite("ProMdlVisibleSideAppearancepropsSet",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_CANT_MODIFY});
+    return Traced(kSite, {item, surf_side, props}, [&](Session& host) -> ProError {
+        if (item == nullptr || surf_side != 0) return PRO_TK_BAD_INPUTS;
+        std::vector<int> ids;
+        SimModel* top = FindOccurrence(host, *item, ids);
+        if (top == nullptr || host.strict.occurrenceLooksRefused) return PRO_TK_BAD_INPUTS;
+        std::optional<Look> look;
+        const ProError status = SetLook(host, *top, look, props);
+        if (status != PRO_TK_NO_ERROR) return status;
+        if (look)
+            top->occurrenceLooks[ids] = *look;
+        else
+            top->occurrenceLooks.erase(ids);
         return PRO_TK_NO_ERROR;
     });
 }

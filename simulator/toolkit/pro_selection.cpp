@@ -127,8 +127,10 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
             if (option == nullptr || max_count == 0 || max_count < -1 || p_sel_array == nullptr ||
                 p_n_sels == nullptr)
                 return PRO_TK_BAD_INPUTS;
-            if (p_in_sel != nullptr || sel_func != nullptr || sel_env != nullptr ||
-                appl_act_data != nullptr) {
+            if (sel_env != nullptr &&
+                host.memory.Find({BlockKind::kSelectionEnvironment}, sel_env) == nullptr)
+                return PRO_TK_BAD_INPUTS;
+            if (p_in_sel != nullptr || sel_func != nullptr || appl_act_data != nullptr) {
                 host.report.Violation(
                     "is given preselected items or filter functions, which the simulator does not have");
                 return PRO_TK_BAD_INPUTS;
@@ -152,6 +154,32 @@ ProError ProSelect(char option[], int max_count, ProSelection* p_in_sel, ProSelF
             *p_n_sels = static_cast<int>(result.size());
             return PRO_TK_NO_ERROR;
         });
+}
+
+ProError ProSelectionEnvAlloc(ProSelectionEnvOption* sel_env_array, int count, ProSelectionEnv* p_sel_env) {
+    static const CallSite kSite("ProSelectionEnvAlloc", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {sel_env_array, count, Out(p_sel_env)}, [&](Session& host) -> ProError {
+        if (sel_env_array == nullptr || count <= 0 || p_sel_env == nullptr) return PRO_TK_BAD_INPUTS;
+        for (int i = 0; i < count; ++i) {
+            const int attribute = sel_env_array[i].attribute;
+            if (attribute >= PRO_SELECT_DONE_REQUIRED && attribute <= PRO_SELECT_HIDE_SEL_DLG) continue;
+            host.report.Violation("is given the unknown option " + std::to_string(attribute));
+            return PRO_TK_BAD_INPUTS;
+        }
+        const HostBlock& block = host.memory.Allocate(
+            BlockKind::kSelectionEnvironment, static_cast<std::size_t>(count), sizeof(*sel_env_array));
+        std::copy_n(sel_env_array, count, reinterpret_cast<ProSelectionEnvOption*>(block.Data()));
+        *p_sel_env = reinterpret_cast<ProSelectionEnv>(block.Data());
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSelectionEnvFree(ProSelectionEnv sel_env) {
+    static const CallSite kSite("ProSelectionEnvFree", {PRO_TK_BAD_INPUTS}, true);
+    return Traced(kSite, {sel_env}, [&](Session& host) -> ProError {
+        return host.memory.Release(BlockKind::kSelectionEnvironment, sel_env) ? PRO_TK_NO_ERROR
+                                                                              : PRO_TK_BAD_INPUTS;
+    });
 }
 
 ProError ProSelectionModelitemGet(ProSelection selection, ProModelitem* p_mdl_item) {

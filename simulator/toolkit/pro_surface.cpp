@@ -4,6 +4,7 @@
 
 #include "simulator/memory/host_memory.h"
 #include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/looks.h"
 #include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
@@ -15,6 +16,19 @@ struct SurfaceRecord {
     ProGeomitemdata item;
     ProSurfacedata surface;
 };
+
+constexpr int kSides = 2;
+
+// Where the look of an item is kept. Null, and a violation, for an item that has none or does not exist.
+std::optional<Look>* LookPlace(Session& host, const ProModelitem& item, int side) {
+    SimModel* owner = FindModel(host, item.owner);
+    if (owner == nullptr) return nullptr;
+    if (item.type == static_cast<int>(owner->Kind())) return side == 0 ? &owner->look : nullptr;
+    SurfaceItem* surface = item.type == PRO_SURFACE ? owner->FindSurface(item.id) : nullptr;
+    if (surface != nullptr) return &surface->looks[static_cast<std::size_t>(side)];
+    host.report.Violation("is given an item that has no look");
+    return nullptr;
+}
 
 void CopyPoint(const Vec3& from, Pro3dPnt to) {
     to[0] = from.x;
@@ -52,6 +66,42 @@ ProError ProGeomitemdataFree(ProGeomitemdata** p_data) {
     return Traced(kSite, {p_data}, [&](Session& host) -> ProError {
         if (p_data == nullptr || !host.memory.Release(BlockKind::kGeometryData, *p_data))
             return PRO_TK_BAD_INPUTS;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSurfaceSideAppearancepropsGet(ProModelitem* item, int surface_side,
+                                          ProSurfaceAppearanceProps* appearance_properties) {
+    static const CallSite kSite("ProSurfaceSideAppearancepropsGet", {PRO_TK_BAD_INPUTS, PRO_TK_NOT_EXIST});
+    return Traced(kSite, {item, surface_side, Out(appearance_properties)}, [&](Session& host) -> ProError {
+        if (item == nullptr || appearance_properties == nullptr) return PRO_TK_BAD_INPUTS;
+        if (surface_side < 0 || surface_side >= kSides) return PRO_TK_BAD_INPUTS;
+        const std::optional<Look>* look = LookPlace(host, *item, surface_side);
+        if (look == nullptr) return PRO_TK_BAD_INPUTS;
+        if (!*look) return PRO_TK_NOT_EXIST;
+        FillAppearance(**look, *appearance_properties);
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProSurfaceSideAppearancepropsSet(ProModelitem* item, int surface_side,
+                                          ProSurfaceAppearanceProps* appearance_properties) {
+    static const CallSite kSite("ProSurfaceSideAppearancepropsSet", {PRO_TK_BAD_INPUTS, PRO_TK_CANT_MODIFY});
+    return Traced(kSite, {item, surface_side, appearance_properties}, [&](Session& host) -> ProError {
+        if (item == nullptr || surface_side < 0 || surface_side >= kSides) return PRO_TK_BAD_INPUTS;
+        std::optional<Look>* look = LookPlace(host, *item, surface_side);
+        if (look == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel& owner = *FindModel(host, item->owner);
+        return SetLook(host, owner, *look, appearance_properties);
+    });
+}
+
+ProError ProSurfaceAppearanceDefaultPropsGet(ProDefaultAppearanceType appearance_type,
+                                             ProSurfaceAppearanceProps* props) {
+    static const CallSite kSite("ProSurfaceAppearanceDefaultPropsGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {appearance_type, Out(props)}, [&](Session&) -> ProError {
+        if (appearance_type != PRO_DEF_APPEARANCE_SOLID || props == nullptr) return PRO_TK_BAD_INPUTS;
+        FillAppearance(Look(), *props);
         return PRO_TK_NO_ERROR;
     });
 }

@@ -75,6 +75,15 @@ ProError ProWindowCurrentGet(int* p_window_id) {
     });
 }
 
+ProError ProWindowRefresh(int window_id) {
+    static const CallSite kSite("ProWindowRefresh", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {window_id}, [&](Session& host) -> ProError {
+        if (window_id != PRO_VALUE_UNUSED && !host.desk.HasWindow(window_id)) return PRO_TK_BAD_INPUTS;
+        host.desk.CountRefresh();
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProWindowRepaint(int window_id) {
     static const CallSite kSite("ProWindowRepaint", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {window_id}, [&](Session& host) -> ProError {

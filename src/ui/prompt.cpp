@@ -12,6 +12,7 @@
 namespace kv {
 
 static constexpr wchar_t kMessageFile[] = L"kvmsg_display.txt";
+static constexpr wchar_t kPickPromptFile[] = L"msg_display.txt";
 static constexpr int kLongestAnswer = 127;
 
 std::wstring MenuText(const char* key) {
@@ -23,6 +24,10 @@ std::wstring MenuText(const char* key) {
 
 ProError DisplayMessage(const char* key, const wchar_t* argument) {
     return ProMessageDisplay(HostText(kMessageFile), HostName(key), HostText(argument));
+}
+
+ProError DisplayPickPrompt(const char* key) {
+    return ProMessageDisplay(HostText(kPickPromptFile), HostName(key), nullptr);
 }
 
 ProError ReadMessageString(int length, const std::wstring& fallback, std::wstring& text) {

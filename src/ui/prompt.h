@@ -30,6 +30,10 @@ std::wstring MenuText(const char* key);
 // ProMessageDisplay.
 ProError DisplayMessage(const char* key, const wchar_t* argument = nullptr);
 
+// Asks in the message area for a pick, by a key of the message file of such prompts. Errors: those of
+// ProMessageDisplay.
+ProError DisplayPickPrompt(const char* key);
+
 // Reads a text of at most `length` characters (127 or less) after a prompt was shown.
 //
 // fallback  the default that the prompt offered: the host answers plain Enter with a failure

@@ -48,9 +48,9 @@ void ArrangeRightClick(SimHost& host) {
 
 static std::vector<Scenario> JoinRooms() {
     std::vector<Scenario> all;
-    for (const auto room :
-         {HostScenarios, SettingsScenarios, FolderScenarios, ParamsScenarios, ModelDataScenarios,
-          BomScenarios, ExportScenarios, RenameScenarios, DrawingScenarios, AssemblyScenarios}) {
+    for (const auto room : {HostScenarios, SettingsScenarios, FolderScenarios, ParamsScenarios,
+                            ModelDataScenarios, BomScenarios, ExportScenarios, RenameScenarios,
+                            DrawingScenarios, AssemblyScenarios, DisplayScenarios}) {
         std::vector<Scenario> scenarios = room();
         std::move(scenarios.begin(), scenarios.end(), std::back_inserter(all));
     }

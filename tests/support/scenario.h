@@ -53,6 +53,7 @@ std::vector<Scenario> ExportScenarios();
 std::vector<Scenario> DrawingScenarios();
 std::vector<Scenario> AssemblyScenarios();
 std::vector<Scenario> RenameScenarios();
+std::vector<Scenario> DisplayScenarios();
 
 const std::vector<Scenario>& Scenarios();
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <ProObjects.h>
+#include <ProSurface.h>
 
 PRO_BEGIN_C_DECLS
 
@@ -100,6 +101,13 @@ ProError ProMdlnameBackup(ProMdl handle, ProPath backup_dir);
 // current window's model. Fails when there is no such model, for one that is not in memory and
 // for a type that cannot be displayed.
 ProError ProMdlDisplay(ProMdl model);
+
+// The look of one occurrence: the owner of `item` is the top assembly, its path leads to the occurrence. Side
+// and errors as for surfaces; NULL properties take the occurrence's own look away.
+ProError ProMdlVisibleSideAppearancepropsGet(ProAsmitem* item, int surf_side,
+                                             ProSurfaceAppearanceProps* props);
+ProError ProMdlVisibleSideAppearancepropsSet(ProAsmitem* item, int surf_side,
+                                             ProSurfaceAppearanceProps* props);
 
 // Redraws the model tree of `mdl`. BAD_INPUTS; a further status when no tree is shown.
 ProError ProTreetoolRefresh(ProMdl mdl);

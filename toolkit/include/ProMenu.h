@@ -1,4 +1,4 @@
-// Names of menus and their buttons.
+// Names of menus and their buttons; recorded macros.
 #pragma once
 
 #include <ProToolkit.h>

@@ -75,6 +75,13 @@ typedef struct pro_comp_path {
     int table_num;
 } ProAsmcomppath;
 
+// An item of one occurrence: its owner is the top assembly, the path leads to the occurrence.
+typedef struct pro_asm_item {
+    ProModelitem item;
+    ProName name;
+    ProAsmcomppath path;
+} ProAsmitem;
+
 // Visit callbacks. A filter answers PRO_TK_CONTINUE to skip the item; any other answer becomes
 // the `status` of the action. An action answers PRO_TK_NO_ERROR to go on; anything else ends
 // the visit and becomes its result.

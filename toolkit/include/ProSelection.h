@@ -12,6 +12,22 @@ typedef struct sel_functions ProSelFunctions;
 typedef struct sel_environment* ProSelectionEnv;
 typedef void* ProSelAppAction;
 
+typedef enum pro_selection_env_attr {
+    PRO_SELECT_DONE_REQUIRED = 50,
+    PRO_SELECT_BY_MENU_ALLOWED = 51,
+    PRO_SELECT_BY_BOX_ALLOWED = 52,
+    PRO_SELECT_ACTIVE_COMPONENT_IGNORE = 53,
+    PRO_SELECT_HIDE_SEL_DLG = 54
+} ProSelectionEnvAttr;
+typedef struct pro_selection_env_option {
+    ProSelectionEnvAttr attribute;
+    int attribute_value;
+} ProSelectionEnvOption;
+
+// Makes an environment of `count` options; free it with ProSelectionEnvFree. BAD_INPUTS.
+ProError ProSelectionEnvAlloc(ProSelectionEnvOption* sel_env_array, int count, ProSelectionEnv* p_sel_env);
+ProError ProSelectionEnvFree(ProSelectionEnv sel_env);
+
 // Lets the user pick up to `max_count` items (-1: any number) of the kinds in the comma list
 // `option`. The array belongs to the host, which overwrites it on the next call: free nothing.
 // A pick ended with nothing is NO_ERROR, count 0 and NULL. USER_ABORT; PICK_ABOVE; E_DEADLOCK.

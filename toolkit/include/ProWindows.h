@@ -33,4 +33,7 @@ ProError ProWindowCurrentGet(int* p_window_id);
 // Draws a window anew and removes highlights; PRO_VALUE_UNUSED means the current one.
 ProError ProWindowRepaint(int window_id);
 
+// Draws a window quickly, as for an animation, and keeps highlights; PRO_VALUE_UNUSED means the current one.
+ProError ProWindowRefresh(int window_id);
+
 PRO_END_C_DECLS
