@@ -74,6 +74,8 @@ static ProError AssemblyBoxGet(ProMdl assembly, OutlineTask& task, Box& box) {
     for (std::size_t i = 0; i < components.size(); ++i) {
         const PlacedModel& placed = walk.models[i];
         ids[placed.level - 1] = components[i].id;
+        // It may be a part.
+        if (placed.type == PRO_MDL_UNUSED) return PRO_TK_CANT_ACCESS;
         if (placed.type != PRO_MDL_PART) continue;
         status = AddPlacedPart(assembly, ids, placed.level, CornersOf(placed.model, task), box);
         if (Failed(status)) return status;

@@ -150,6 +150,15 @@ TEST_F(KvExport, NamesFilesByTheirSheetsSize) {
     EXPECT_EQ(LastTwo(), (Texts{L"以下工程图或文件未能导出：\nA4_BOLT.pdf", kDone}));
 }
 
+// There are hosts that have the choice of sheets under another number.
+TEST_F(KvExport, ChoosesTheSheetOfAPdfEitherWay) {
+    host.AddDrawingFile(L"BOLT", {L"A3", L"A4"}, {&Bolt()});
+    host.State().strict.pdfSheetRangeIsText = true;
+    ExportAll({"PDFCheck"});
+    EXPECT_EQ(Sheets(host.Exported("PDF/BOLT-1.pdf")), "1");
+    EXPECT_EQ(Sheets(host.Exported("PDF/BOLT-2.pdf")), "2");
+}
+
 TEST_F(KvExport, WritesNoPdfWithHalfItsOptions) {
     for (const wchar_t* name : {L"BOLT", L"NUT"}) host.AddDrawingFile(name, {L"A3"}, {&Bolt()});
     host.State().report.Arm(Fault{"ProPDFoptionsBoolpropertySet", 1});

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "base/csv.h"
+#include "base/file.h"
 
 namespace {
 
@@ -43,6 +44,11 @@ TEST(RunFilesToDelete, KeepsTheNewestAndEverythingElse) {
     EXPECT_EQ(kv::RunFilesToDelete(names, 2),
               (Names{L"KvParams_20251231-235959-999_1.csv", L"ZZ_20240101-000000-000_1.csv"}));
     EXPECT_TRUE(kv::RunFilesToDelete(names, 4).empty());
+}
+
+TEST(Paths, AreTheSameInAnySpelling) {
+    EXPECT_TRUE(kv::IsSamePath(L"C:/models/轴/", L"c:\\MODELS\\轴"));
+    EXPECT_FALSE(kv::IsSamePath(L"C:\\models\\a", L"C:\\models"));
 }
 
 }  // namespace
