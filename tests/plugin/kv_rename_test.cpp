@@ -294,19 +294,26 @@ TEST_F(KvRename, TakesANameBackThatCannotBeSaved) {
 
 TEST_F(KvRename, StopsForTheUserWithNothingDoneOrEverythingSaved) {
     host.State().models.renameTakesOldFiles = true;
-    host.WatchProgress(1000, 2);
-    Rename({{"1", L"PUMP2"}, {"2", L"SUB2"}, {"3", L"BOLT2"}});
-    EXPECT_EQ(pump.Name() + sub.Name() + bolt.Name(), L"PUMPSUBBOLT") << "in the check";
+    for (int i = 0; i < 10; ++i) sub.Place(host.AddPart(L"PART" + std::to_wstring(i)));
+    ASSERT_EQ(host.State().models.Save(pump), PRO_TK_NO_ERROR);
+    SimModel& last = *host.State().models.Find(L"PART9", ModelKind::kPart);
+    const auto start = [](SimDialog& dialog) {
+        dialog.Type("PrefixText", L"N_").Press("KvFillNames").Press("StartRename");
+    };
+    host.WatchProgress(1000, 4);
+    Use(start);
+    EXPECT_EQ(pump.Name() + sub.Name() + last.Name(), L"PUMPSUBPART9") << "in the check";
 
     // The button is pressed once a model has its new name.
     host.WatchProgress(1000);
     host.State().report.onCallEnded = [this] {
-        if (pump.Name() == L"PUMP2") host.State().user.progress.cancelAfter = 0;
+        if (pump.Name() != L"N_PUMP") return;
+        host.State().report.onCallEnded = nullptr;
+        host.State().user.progress.cancelAfter = 0;
     };
-    Rename({{"1", L"PUMP2"}, {"2", L"SUB2"}, {"3", L"BOLT2"}});
-    host.State().report.onCallEnded = nullptr;
-    EXPECT_EQ(pump.Name(), L"PUMP2");
-    EXPECT_EQ(bolt.Name(), L"BOLT");
+    Use(start);
+    EXPECT_EQ(pump.Name(), L"N_PUMP");
+    EXPECT_EQ(last.Name(), L"PART9");
     EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
     ASSERT_EQ(host.Boxes().size(), 2U);
     for (const std::wstring& text : Messages(host)) EXPECT_NE(text.find(L"操作已取消"), std::wstring::npos);
