@@ -407,6 +407,21 @@ TEST_F(KvRename, TellsWhyAFileCannotBeWrittenOrRead) {
     EXPECT_EQ(test::ReadBytes(locked), "earlier");
 }
 
+TEST_F(KvRename, RefusesATableOfTooManyRowsAndHasNothingToTakeBackAtFirst) {
+    std::string table;
+    for (int i = 0; i < 10'001; ++i) table += "1,BOLT,prt,B\r\n";
+    test::WriteBytes(host.WorkingDirectory() / "huge.csv", table);
+    test::WriteBytes(host.WorkingDirectory() / "ansi.csv", "1,\xD6\xE1,prt,B\r\n");
+    host.AnswerFile(L"huge.csv");
+    host.AnswerFile(L"ansi.csv");
+    Use([](SimDialog& dialog) {
+        dialog.Press("KvLoadCsv").Press("KvLoadCsv").Press("KvUndoRename");
+        EXPECT_EQ(dialog.Rows(kTable).size(), 0U);
+    });
+    EXPECT_EQ(Messages(host),
+              (Texts{L"\t表格超过10000行，未加载\t", L"\t无法读取表格文件\t", L"\t没有可撤销的重命名\t"}));
+}
+
 TEST_F(KvRename, RecordsLoadedRowsOfOtherModelsAsNotFound) {
     host.AddPart(L"NUT");
     test::WriteBytes(host.WorkingDirectory() / "t.csv", "1;NUT;prt;NUT2\n2;BOLT;prt;BOLT2\n");
