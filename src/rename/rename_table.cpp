@@ -20,9 +20,15 @@ static constexpr char kDrawing[] = "drawing";
 static constexpr char kTemplate[] = "name_input";
 static constexpr wchar_t kHasDrawing[] = L"有";
 
+// The row's name stays without an input: one that is still shown then cannot be read.
+static void InputDelete(ShownRow& row) {
+    CellComponentDelete(kRenameTable, row.name, kNewName);
+    row.input.clear();
+}
+
 // The inputs go first: a host may keep them when their rows are gone.
 ProError RenameRowsClear(std::vector<ShownRow>& shown) {
-    for (const ShownRow& row : shown) CellComponentDelete(kRenameTable, row.name, kNewName);
+    for (ShownRow& row : shown) InputDelete(row);
     const ProError status = TableRowsClear(kRenameTable);
     if (!Failed(status)) shown.clear();
     return status;
@@ -71,6 +77,7 @@ ProError RenameRowsRead(std::span<const ShownRow> shown, std::vector<RenameRow>&
     rows.reserve(shown.size());
     for (const ShownRow& row : shown) {
         std::wstring name;
+        if (row.input.empty()) return PRO_TK_E_NOT_FOUND;
         const ProError status = InputTextGet(kRenameDialog, row.input.c_str(), name);
         if (Failed(status)) return status;
         rows.push_back({row.content.row.oldName, row.content.row.type, std::move(name)});
@@ -80,15 +87,13 @@ ProError RenameRowsRead(std::span<const ShownRow> shown, std::vector<RenameRow>&
 
 void NewNamesShow(std::span<const ShownRow> shown, std::span<const std::wstring> names) {
     for (std::size_t i = 0; i < shown.size() && i < names.size(); ++i)
-        InputTextSet(kRenameDialog, shown[i].input.c_str(), names[i]);
+        if (!shown[i].input.empty()) InputTextSet(kRenameDialog, shown[i].input.c_str(), names[i]);
 }
 
 ProError RenameRowsDrop(std::span<const std::size_t> places, std::vector<ShownRow>& shown) {
     TableNames gone;
-    for (const std::size_t place : places) {
-        gone.push_back(shown[place].name);
-        CellComponentDelete(kRenameTable, shown[place].name, kNewName);
-    }
+    for (const std::size_t place : places) gone.push_back(shown[place].name);
+    for (const std::size_t place : places) InputDelete(shown[place]);
     const ProError status = TableRowsDelete(kRenameTable, gone);
     if (Failed(status)) return status;
     for (auto place = places.rbegin(); place != places.rend(); ++place)

@@ -29,7 +29,7 @@ struct RowContent {
 // A row as it stands in the table.
 struct ShownRow {
     std::string name;
-    std::string input;
+    std::string input;   // empty once it was taken away
     RowContent content;  // the new name as it was at first
 };
 
@@ -48,7 +48,7 @@ std::vector<RowContent> RowsOf(const RenameTree& tree, const NameSet& folder, co
 RowContent RowOf(LoadedRow loaded, const RenameTree& tree, const NameSet& folder);
 
 // The rows with the new names as they are typed now. Costs two host calls a row. Errors: those of
-// ProUIInputpanelValueGet.
+// ProUIInputpanelValueGet; PRO_TK_E_NOT_FOUND for a row that the host kept without its input.
 [[nodiscard]] ProError RenameRowsRead(std::span<const ShownRow> shown, std::vector<RenameRow>& rows);
 
 // Puts other new names into the inputs.

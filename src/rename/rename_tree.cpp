@@ -2,6 +2,8 @@
 
 #include "rename/rename_tree.h"
 
+#include <utility>
+
 #include <ProUtil.h>
 
 #include "base/file.h"
@@ -21,14 +23,15 @@ ProError RenameTreeGet(ProMdl top, RenameTree& tree) {
     if (!Failed(status)) status = ModelWalk(top, CollectAllComponents, walk);
     if (Failed(status)) return status;
 
-    tree = {};
-    tree.models.push_back(std::move(first));
+    // The caller keeps its tree until this one is whole.
+    RenameTree read;
+    read.models.push_back(std::move(first));
     // Places in the tree of the walk's models: an assembly that contains itself is there already.
     std::vector<std::size_t> places;
     for (const DistinctModel& met : walk.distinct) {
-        places.push_back(met.model == top ? 0 : tree.models.size());
+        places.push_back(met.model == top ? 0 : read.models.size());
         if (met.model == top) continue;
-        TreeModel& model = tree.models.emplace_back(TreeModel{met.model, {}, TypeText(met.type)});
+        TreeModel& model = read.models.emplace_back(TreeModel{met.model, {}, TypeText(met.type)});
         // A model without a readable name cannot be asked for by it, and its row says so.
         (void)ModelNameGet(met.model, model.name);
     }
@@ -36,12 +39,13 @@ ProError RenameTreeGet(ProMdl top, RenameTree& tree) {
     entries.reserve(walk.models.size());
     for (const PlacedModel& placed : walk.models) {
         const std::size_t place = places[placed.index];
-        ++tree.models[place].placements;
+        ++read.models[place].placements;
         entries.push_back({placed.level, place});
     }
-    tree.ties = TiesOf(entries);
-    for (std::size_t i = 0; i < tree.models.size(); ++i)
-        tree.places.try_emplace(NameSet::KeyOf(tree.models[i].name, tree.models[i].type), i);
+    read.ties = TiesOf(entries);
+    for (std::size_t i = 0; i < read.models.size(); ++i)
+        read.places.try_emplace(NameSet::KeyOf(read.models[i].name, read.models[i].type), i);
+    tree = std::move(read);
     return PRO_TK_NO_ERROR;
 }
 

@@ -294,19 +294,26 @@ TEST_F(KvRename, TakesANameBackThatCannotBeSaved) {
 
 TEST_F(KvRename, StopsForTheUserWithNothingDoneOrEverythingSaved) {
     host.State().models.renameTakesOldFiles = true;
-    host.WatchProgress(1000, 2);
-    Rename({{"1", L"PUMP2"}, {"2", L"SUB2"}, {"3", L"BOLT2"}});
-    EXPECT_EQ(pump.Name() + sub.Name() + bolt.Name(), L"PUMPSUBBOLT") << "in the check";
+    for (int i = 0; i < 10; ++i) sub.Place(host.AddPart(L"PART" + std::to_wstring(i)));
+    ASSERT_EQ(host.State().models.Save(pump), PRO_TK_NO_ERROR);
+    SimModel& last = *host.State().models.Find(L"PART9", ModelKind::kPart);
+    const auto start = [](SimDialog& dialog) {
+        dialog.Type("PrefixText", L"N_").Press("KvFillNames").Press("StartRename");
+    };
+    host.WatchProgress(1000, 4);
+    Use(start);
+    EXPECT_EQ(pump.Name() + sub.Name() + last.Name(), L"PUMPSUBPART9") << "in the check";
 
     // The button is pressed once a model has its new name.
     host.WatchProgress(1000);
     host.State().report.onCallEnded = [this] {
-        if (pump.Name() == L"PUMP2") host.State().user.progress.cancelAfter = 0;
+        if (pump.Name() != L"N_PUMP") return;
+        host.State().report.onCallEnded = nullptr;
+        host.State().user.progress.cancelAfter = 0;
     };
-    Rename({{"1", L"PUMP2"}, {"2", L"SUB2"}, {"3", L"BOLT2"}});
-    host.State().report.onCallEnded = nullptr;
-    EXPECT_EQ(pump.Name(), L"PUMP2");
-    EXPECT_EQ(bolt.Name(), L"BOLT");
+    Use(start);
+    EXPECT_EQ(pump.Name(), L"N_PUMP");
+    EXPECT_EQ(last.Name(), L"PART9");
     EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
     ASSERT_EQ(host.Boxes().size(), 2U);
     for (const std::wstring& text : Messages(host)) EXPECT_NE(text.find(L"操作已取消"), std::wstring::npos);
@@ -398,6 +405,21 @@ TEST_F(KvRename, TellsWhyAFileCannotBeWrittenOrRead) {
               (Texts{L"文件已在excel打开，请关闭后重试", L"无法启动Excel服务器!", L"无法启动Excel服务器!",
                      L"新名称 " + std::wstring(33, L'L') + L" 长度大于32位，名称无效，请修改后再操作"}));
     EXPECT_EQ(test::ReadBytes(locked), "earlier");
+}
+
+TEST_F(KvRename, RefusesATableOfTooManyRowsAndHasNothingToTakeBackAtFirst) {
+    std::string table;
+    for (int i = 0; i < 10'001; ++i) table += "1,BOLT,prt,B\r\n";
+    test::WriteBytes(host.WorkingDirectory() / "huge.csv", table);
+    test::WriteBytes(host.WorkingDirectory() / "ansi.csv", "1,\xD6\xE1,prt,B\r\n");
+    host.AnswerFile(L"huge.csv");
+    host.AnswerFile(L"ansi.csv");
+    Use([](SimDialog& dialog) {
+        dialog.Press("KvLoadCsv").Press("KvLoadCsv").Press("KvUndoRename");
+        EXPECT_EQ(dialog.Rows(kTable).size(), 0U);
+    });
+    EXPECT_EQ(Messages(host),
+              (Texts{L"\t表格超过10000行，未加载\t", L"\t无法读取表格文件\t", L"\t没有可撤销的重命名\t"}));
 }
 
 TEST_F(KvRename, RecordsLoadedRowsOfOtherModelsAsNotFound) {

@@ -324,4 +324,29 @@ TEST_F(Office, WorksAcrossProcesses) {
     ExpectEqual(*there, *here);
 }
 
+TEST_F(Office, ReadsWhatItWroteAndEndsTheApplicationWhateverFails) {
+    SheetTable table = PlainTable(300);
+    table.rows[7] = {{L"0012", false}, {L"=A1", false}};
+    std::vector<kv::RefusedCell> refused;
+    ASSERT_EQ(kv::SheetFileWrite(table, File(L"t.xls"), refused, {true, true}), SheetExport::Written);
+    EXPECT_TRUE(sim::ReadXlsx(File(L"t.xls")).has_value());
+    std::vector<std::vector<std::wstring>> rows;
+    Server().Reset();
+    ASSERT_EQ(kv::SheetTableRead(File(L"t.xls"), 2, 302, rows), kv::SheetImport::Read);
+    const long long calls = Server().Calls();
+    EXPECT_LT(calls, 20);
+    ASSERT_EQ(rows.size(), 302U);
+    EXPECT_EQ(rows[9], (std::vector<std::wstring>{L"0012", L"=A1"}));
+    EXPECT_EQ(kv::SheetTableRead(File(L"t.xls"), 2, 301, rows), kv::SheetImport::TooMany);
+    EXPECT_EQ(kv::SheetTableRead(File(L"none.xls"), 2, 301, rows), kv::SheetImport::Failed);
+    ExpectClean("reading");
+    for (long long nth = 1; nth <= calls; ++nth) {
+        Server().Reset();
+        Server().Fail({nth, 1, sim::kApplicationError});
+        const kv::SheetImport result = kv::SheetTableRead(File(L"t.xls"), 2, 302, rows);
+        EXPECT_EQ(rows.empty(), result != kv::SheetImport::Read) << nth;
+        ExpectClean("call " + std::to_string(nth) + " fails");
+    }
+}
+
 }  // namespace

@@ -70,7 +70,7 @@ static void ArrangeWorkbook(SimHost& host) {
 
 static void ArrangeQuick(SimHost& host) {
     ArrangeFiles(host);
-    host.Select({Whole(Bolt(host))});
+    host.AnswerPick({false, {Whole(Bolt(host))}});
     host.AnswerPrompt({sim::PromptAnswer::Kind::kTyped, L"B2"});
 }
 

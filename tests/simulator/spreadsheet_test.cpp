@@ -187,7 +187,7 @@ TEST(Workbook, ReadsBackAsItWasWritten) {
 }
 
 TEST_F(Spreadsheet, RefusesWhatItDoesNotKnow) {
-    EXPECT_EQ(application_.Put(343, Variant(false)), DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(application_.Put(382, Variant(false)), DISP_E_MEMBERNOTFOUND);
     EXPECT_EQ(Range(L"A1").Call(111), DISP_E_MEMBERNOTFOUND);
     EXPECT_EQ(application_.Call(572), DISP_E_MEMBERNOTFOUND);
     EXPECT_EQ(sheet_.Get(197), DISP_E_BADPARAMCOUNT);
