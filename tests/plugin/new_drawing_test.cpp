@@ -131,6 +131,9 @@ TEST_F(NewDrawing, KeepsApartADrawingThatIsNamedLikeTheTemplate) {
     ChooseFormat(host.WorkingDirectory());
     host.Run("NewDraw");
     ASSERT_NE(DrawingOf(host, L"BOLT"), nullptr);
+    // It was made in the template's folder, where there is no doubt, and the user is told.
+    EXPECT_EQ(DrawingOf(host, L"BOLT")->Sheets().at(0).size, L"A2");
+    EXPECT_EQ(Messages(host).size(), 1u);
     EXPECT_EQ(test::FilesIn(host.WorkingDirectory()), (Texts{L"frame.frm.1", L"kv.drw.1"}));
 }
 
