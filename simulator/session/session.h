@@ -13,7 +13,7 @@
 #include "simulator/cad/model_store.h"
 #include "simulator/export/disk.h"
 #include "simulator/export/export_options.h"
-#include "simulator/export/handle_set.h"
+#include "simulator/memory/handle_set.h"
 #include "simulator/layout/text_tree.h"
 #include "simulator/memory/host_memory.h"
 #include "simulator/report/report.h"

@@ -21,30 +21,6 @@ std::wstring CsvLine(std::span<const std::wstring> cells) {
     return line + L"\r\n";
 }
 
-std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text) {
-    std::vector<std::vector<std::wstring>> rows;
-    std::vector<std::wstring> row(1);
-    bool quoted = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const wchar_t character = text[i];
-        const bool doubled = quoted && text.substr(i).starts_with(L"\"\"");
-        if (doubled) {
-            row.back() += text[++i];
-        } else if (character == L'"') {
-            quoted = !quoted;
-        } else if (!quoted && character == L',') {
-            row.emplace_back();
-        } else if (!quoted && text.substr(i).starts_with(L"\r\n")) {
-            rows.push_back(std::move(row));
-            row.assign(1, {});
-            ++i;
-        } else {
-            row.back() += character;
-        }
-    }
-    return rows;
-}
-
 std::wstring HarmlessCell(std::wstring text) {
     const bool isFormula = !text.empty() && kFormulaStarts.find(text.front()) != std::wstring_view::npos;
     return isFormula ? L'\'' + text : text;
@@ -94,6 +70,16 @@ std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text) {
     }
     endRow();
     return rows;
+}
+
+std::wstring_view WholeRows(std::wstring_view text) {
+    bool quoted = false;
+    std::size_t end = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'"') quoted = !quoted;
+        if (text[i] == L'\n' && !quoted) end = i + 1;
+    }
+    return text.substr(0, end);
 }
 
 // The first divider outside quotes.

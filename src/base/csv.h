@@ -11,10 +11,6 @@ namespace kv {
 // One row with its line end. A cell with a comma, a quote or a line end stands in quotes.
 std::wstring CsvLine(std::span<const std::wstring> cells);
 
-// The rows of a text that CsvLine has made, cell by cell. A last row without its line end is left out:
-// whoever wrote it did not get to its end.
-std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text);
-
 // A text that no spreadsheet takes for a formula: one that begins like a formula gets an apostrophe in front.
 std::wstring HarmlessCell(std::wstring text);
 
@@ -24,5 +20,8 @@ std::wstring CellAsWritten(std::wstring text);
 // The rows of a text, cells as they were before CsvLine. A semicolon divides like a comma where it comes
 // first in the first row. An empty line is no row.
 std::vector<std::vector<std::wstring>> CsvRows(std::wstring_view text);
+
+// The text without a last row that has no line end: whoever wrote it did not get to its end.
+std::wstring_view WholeRows(std::wstring_view text);
 
 }  // namespace kv

@@ -16,8 +16,7 @@
 
 #include <ProAsmcomppath.h>
 #include <ProMdl.h>
-#include <ProModelitem.h>
-#include <ProSelbuffer.h>
+#include <ProSelection.h>
 #include <ProWindows.h>
 
 #include "base/host_handle.h"
@@ -27,6 +26,7 @@
 #include "model/current_model.h"
 #include "model/model_data.h"
 #include "model/model_walk.h"
+#include "model/selection.h"
 
 namespace kv {
 
@@ -67,7 +67,7 @@ ProError KvIsolate() {
     ProError status = CurrentAssembly(assembly);
     if (Failed(status)) return status;
     SelectionArray selections;
-    status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
+    status = SelectionRead(selections);
     if (Failed(status)) return status;
     Kept kept = KeptOf(Items(selections));
     if (kept.IsEmpty()) return PRO_TK_NO_ERROR;
@@ -154,11 +154,9 @@ static Kept KeptOf(std::span<ProSelection> selections) {
 
 // Items that are neither part nor assembly say nothing about components.
 static void Keep(ProSelection selection, Kept& kept) {
-    ProModelitem item = {};
+    const ProModelitem item = SelectedItem(selection);
     ProAsmcomppath path = {};
-    if (Failed(ProSelectionModelitemGet(selection, &item))) return;
-    if (item.type != PRO_ASSEMBLY && item.type != PRO_PART) return;
-    if (Failed(ProSelectionAsmcomppathGet(selection, &path))) return;
+    if (!IsWholeModel(item) || Failed(ProSelectionAsmcomppathGet(selection, &path))) return;
     if (path.table_num <= 0) {
         kept.everything = kept.everything || item.type == PRO_ASSEMBLY;
         return;

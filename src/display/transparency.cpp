@@ -20,6 +20,7 @@
 #include "base/text.h"
 #include "display/refusals_report.h"
 #include "model/model_data.h"
+#include "model/selection.h"
 #include "ui/prompt.h"
 
 namespace kv {
@@ -136,9 +137,8 @@ static ProError MakeSide(ProModelitem item, int side) {
 // How the item is drawn: its own look, a surface's else that of its part, else the host's default.
 static ProError AppearanceOf(ProModelitem item, int side, Appearance& look) {
     ProError status = ProSurfaceSideAppearancepropsGet(&item, side, &look);
-    const bool isModel = item.type == PRO_PART || item.type == PRO_ASSEMBLY;
     ProModelitem model = {};
-    if (HasNone(status) && !isModel && !Failed(ProMdlToModelitem(item.owner, &model)))
+    if (HasNone(status) && !IsWholeModel(item) && !Failed(ProMdlToModelitem(item.owner, &model)))
         status = ProSurfaceSideAppearancepropsGet(&model, kOutside, &look);
     if (!HasNone(status)) return status;
     look = {};

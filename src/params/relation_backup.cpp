@@ -38,7 +38,7 @@ static bool HeadFromCells(const Cells& cells, RelationBlock& block, std::size_t&
 static bool LinesFromRows(std::span<const Cells> rows, RelationLines& lines);
 
 std::vector<RelationBlock> RelationBlocksFromText(std::wstring_view text) {
-    const std::vector<Cells> rows = CsvRows(text);
+    const std::vector<Cells> rows = CsvRows(WholeRows(text));
     std::vector<RelationBlock> blocks;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         RelationBlock block;
