@@ -75,7 +75,8 @@ using GeometryData = HostHandle<ProGeomitemdata*, ProGeomitemdataFree>;
 template <typename T>
 [[nodiscard]] ProError ArrayAlloc(HostArray<T>& array) {
     ProArray memory = nullptr;
-    const ProError status = ProArrayAlloc(0, sizeof(T), 1, &memory);
+    // The elements may be handles, which are pointers.
+    const ProError status = ProArrayAlloc(0, sizeof(T), 1, &memory);  // NOLINT(bugprone-sizeof-expression)
     if (!Failed(status)) array.Reset(static_cast<T*>(memory));
     return status;
 }
