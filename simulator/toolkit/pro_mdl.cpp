@@ -141,7 +141,7 @@ ProError ProMdlnameInit(ProMdlName name, ProMdlfileType type, ProMdl* p_mdl_hand
         const auto kind = KindFromType(type);
         if (!text || text->empty() || !kind || p_mdl_handle == nullptr) return PRO_TK_BAD_INPUTS;
         SimModel* model = host.models.Find(*text, *kind);
-        if (model == nullptr || host.desk.IsDoomed(*model)) return PRO_TK_E_NOT_FOUND;
+        if (model == nullptr) return PRO_TK_E_NOT_FOUND;
         *p_mdl_handle = model;
         return PRO_TK_NO_ERROR;
     });
@@ -297,19 +297,6 @@ ProError ProMdlSave(ProMdl handle) {
         if (model == nullptr) return PRO_TK_BAD_INPUTS;
         host.models.savesInWorkingDirectory = IsOptionOn(host, L"OVERRIDE_STORE_BACK");
         return host.models.Save(*model);
-    });
-}
-
-ProError ProMdlnameInit(ProMdlName name, ProMdlfileType type, ProMdl* p_mdl_handle) {
-    static const CallSite kSite("ProMdlnameInit", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
-    return Traced(kSite, {name, type, Out(p_mdl_handle)}, [&](Session& host) -> ProError {
-        const auto text = TextInput(host, name, PRO_MDLNAME_SIZE);
-        const auto kind = KindFromType(type);
-        if (!text || text->empty() || !kind || p_mdl_handle == nullptr) return PRO_TK_BAD_INPUTS;
-        SimModel* model = host.models.Find(*text, *kind);
-        if (model == nullptr) return PRO_TK_E_NOT_FOUND;
-        *p_mdl_handle = model;
-        return PRO_TK_NO_ERROR;
     });
 }
 

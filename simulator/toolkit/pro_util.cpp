@@ -377,7 +377,7 @@ ProError ProFileMdlnameSave(ProName dialog_label, ProLine filter_string, ProPath
                                             PRO_FILE_MDLNAME_SIZE);
             if (!choice || !masks || !proposed || r_selected_file == nullptr) return PRO_TK_BAD_INPUTS;
             host.user.fileQuestions.push_back(
-                {choice->start.wstring(), std::wstring(*masks), {}, 0, std::wstring(*proposed)});
+                {choice->start.wstring(), std::wstring(*masks), {}, 0, std::wstring(*proposed), false});
             const auto file = TakeAnswer(host, *choice, host.user.files);
             if (!file) return PRO_TK_USER_ABORT;
             return FillPath(*file, false, r_selected_file) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;

@@ -80,7 +80,9 @@ using GeometryData = HostHandle<ProGeomitemdata*, ProGeomitemdataFree>;
 template <typename T, auto Free>
 [[nodiscard]] ProError ArrayAlloc(HostHandle<T*, Free>& array, int count = 0) {
     ProArray memory = nullptr;
-    const ProError status = ProArrayAlloc(count, sizeof(T), 1, &memory);
+    // The elements may be handles, which are pointers.
+    const ProError status =
+        ProArrayAlloc(count, sizeof(T), 1, &memory);  // NOLINT(bugprone-sizeof-expression)
     if (!Failed(status)) array.Reset(static_cast<T*>(memory));
     return status;
 }

@@ -139,7 +139,9 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
         {"set_bend_table", "SetBendTable"},
         {"set_units", "SetUnit"},
     };
-    Names played = {"open_drawing.user"};  // it has a test of its own
+    // They have tests of their own.
+    Names played = {"open_drawing.user", "clone_screw.user", "clone_hanger.user", "merge_drive.user",
+                    "merge_plate.user"};
     for (const auto& [script, command] : plays) {
         const fs::path file = folder / "scripts" / (script + ".user");
         played.insert(Utf8(file.filename().wstring()));
@@ -200,6 +202,39 @@ TEST(SampleScripts, OpenTheDrawingOfASelectedComponent) {
     EXPECT_EQ(host.State().models.current->Kind(), ModelKind::kDrawing);
     EXPECT_EQ(Utf8(host.State().models.current->Name()), "DRIVE_SHAFT");
     EXPECT_EQ(host.State().screen.CurrentPopup(), nullptr);
+}
+
+TEST(SampleScripts, BuildInTheDriveUnit) {
+    const test::TempDirectory folder;
+    fs::copy(Samples(), folder.Path(), fs::copy_options::recursive);
+    HostSetup setup;
+    setup.workspace = folder / "roller_conveyor";
+    SimHost host(setup);
+    host.State().configOptions[L"TEMPLATE_SOLIDPART"] = {L"../templates/start_part.prt"};
+    const auto play = [&](const char* script, const char* command, const wchar_t* open) {
+        host.Open(*host.Retrieve(open, ModelKind::kAssembly));
+        User& user = host.State().user;
+        EXPECT_EQ(LoadUserScript(folder / "scripts" / script, user, host.State().models),
+                  std::vector<std::string>());
+        host.Select(std::exchange(user.selected, {}));
+        for (const Pick& pick : std::exchange(user.activated, {})) host.Activate(*pick.model);
+        EXPECT_EQ(host.Run(command), PRO_TK_NO_ERROR) << script;
+        EXPECT_EQ(host.TakeProblems(), std::vector<std::string>()) << script;
+    };
+    test::ChangeSetting(L"KvConfig.ini", L"CompCopyAutoNum", L"value", L"byUser");
+    play("clone_screw.user", "CloneAndReplace", L"roller_conveyor");
+    test::ChangeSetting(L"KvConfig.ini", L"CompCopyAutoNum", L"value", L"byComp");
+    play("clone_hanger.user", "CloneComp", L"drive_unit");
+    play("merge_drive.user", "KvMerge", L"drive_unit");
+    play("merge_plate.user", "KvMergeTo", L"drive_unit");
+
+    SimModel& unit = *host.Retrieve(L"drive_unit", ModelKind::kAssembly);
+    EXPECT_EQ(Utf8(unit.FindFeature(16)->component->Name()), "DRIVE_SCREW");
+    ASSERT_GE(unit.Features().size(), 2u);
+    EXPECT_EQ(Utf8(unit.Features()[unit.Features().size() - 2].component->Name()), "DRIVE_HANGER-1");
+    EXPECT_EQ(host.Retrieve(L"drive_frame", ModelKind::kPart)->Features().size(), 3u);
+    EXPECT_EQ(host.Retrieve(L"drive_base_plate", ModelKind::kPart)->Features().size(), 2u);
+    EXPECT_EQ(host.Boxes().size(), 0u);
 }
 
 }  // namespace

@@ -120,9 +120,6 @@ ProError ProMdlSave(ProMdl handle);
 // conflicts can be overridden counts as modifiable. BAD_INPUTS; GENERAL_ERROR.
 ProError ProMdlIsModifiable(ProMdl p_model, ProBoolean show_ui, ProBoolean* can_modify);
 
-// Gives the model of that name and type if it is in memory. BAD_INPUTS; E_NOT_FOUND.
-ProError ProMdlnameInit(ProMdlName name, ProMdlfileType type, ProMdl* p_mdl_handle);
-
 // Gives the model in memory another name of at most PRO_NAME_SIZE - 1 characters; on disk it gets
 // that name when it is saved next. BAD_INPUTS; CANT_MODIFY; NO_PERMISSION.
 ProError ProMdlnameRename(ProMdl handle, ProMdlName new_name);
