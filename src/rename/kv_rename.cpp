@@ -25,9 +25,9 @@
 #include "model/parameter.h"
 #include "model/parameter_text.h"
 #include "model/refusals.h"
-#include "rename/name_rule.h"
 #include "rename/rename_check.h"
 #include "rename/rename_file.h"
+#include "rename/rename_rule.h"
 #include "rename/rename_run.h"
 #include "rename/rename_table.h"
 #include "rename/rename_tree.h"
@@ -66,7 +66,7 @@ static constexpr wchar_t kNoNumber[] = L"\t起始编号和位数须为整数\t";
 static constexpr wchar_t kLongStart[] = L"新名称 ";
 static constexpr wchar_t kLongEnd[] = L" 长度大于32位，名称无效，请修改后再操作";
 
-struct RenameState {
+struct RenameDialog {
     ProMdl current = nullptr;  // when the dialog was opened
     ProMdl top = nullptr;
     RenameTree tree = {};
@@ -78,31 +78,31 @@ struct RenameState {
     std::unique_ptr<ReverseTable> table = {};
 };
 
-static void FillDialog(RenameState& state);
+static void FillDialog(RenameDialog& state);
 static void OnArm();
-static void OnStart(RenameState& state);
-static void OnNamesFree(RenameState& state);
-static void OnUndo(RenameState& state);
-static void OnDropUnchanged(RenameState& state);
-static void OnCheckAll(RenameState& state);
-static void OnFillNames(const RenameState& state);
-static void OnExport(const RenameState& state);
-static void OnExportCsv(const RenameState& state);
-static void OnLoad(RenameState& state);
-static void OnLoadCsv(RenameState& state);
+static void OnStart(RenameDialog& state);
+static void OnNamesFree(RenameDialog& state);
+static void OnUndo(RenameDialog& state);
+static void OnDropUnchanged(RenameDialog& state);
+static void OnCheckAll(RenameDialog& state);
+static void OnFillNames(const RenameDialog& state);
+static void OnExport(const RenameDialog& state);
+static void OnExportCsv(const RenameDialog& state);
+static void OnLoad(RenameDialog& state);
+static void OnLoadCsv(RenameDialog& state);
 static void OnOpenFilter();
-static void OnUpdateFilter(RenameState& state);
-static void OnShowReport(const RenameState& state);
-static ProError Refill(RenameState& state);
-static ProError ReadRows(const RenameState& state, std::vector<RenameRow>& rows);
-static void RunRename(RenameState& state, std::span<const RenameRow> rows);
-static void ShowLoaded(RenameState& state, std::vector<LoadedRow> loaded);
+static void OnUpdateFilter(RenameDialog& state);
+static void OnShowReport(const RenameDialog& state);
+static ProError Refill(RenameDialog& state);
+static ProError ReadRows(const RenameDialog& state, std::vector<RenameRow>& rows);
+static void RunRename(RenameDialog& state, std::span<const RenameRow> rows);
+static void ShowLoaded(RenameDialog& state, std::vector<LoadedRow> loaded);
 static ProError StoreBackSet(std::optional<ChangedOption>& option);
-static ProError RuleGet(NameRule& rule);
-static std::wstring BaseName(const RenameState& state, const RenameRow& row, const std::wstring& parameter);
+static ProError RuleGet(RenameRule& rule);
+static std::wstring BaseName(const RenameDialog& state, const RenameRow& row, const std::wstring& parameter);
 
 ProError KvRename() {
-    RenameState state;
+    RenameDialog state;
     ProError status = CurrentAssemblyGet(kAssembliesOnly, state.top);
     if (!Failed(status)) status = ProMdlCurrentGet(&state.current);
     if (!Failed(status)) status = WorkFolderGet(state.folder);
@@ -133,7 +133,7 @@ ProError KvRename() {
 
 // ---- The table
 
-static void FillDialog(RenameState& state) {
+static void FillDialog(RenameDialog& state) {
     const std::wstring filter = SettingRead(SettingsPath(kSettings), kFilterSection, kContentKey);
     InputTextSet(kRenameDialog, kFilter, filter);
     (void)TableSingleSelection(kRenameTable);
@@ -141,7 +141,7 @@ static void FillDialog(RenameState& state) {
 }
 
 // Whatever was renamed meanwhile is read anew.
-static ProError Refill(RenameState& state) {
+static ProError Refill(RenameDialog& state) {
     ProError status = RenameRowsClear(state.shown);
     std::wstring filter;
     if (!Failed(status)) status = InputTextGet(kRenameDialog, kFilter, filter);
@@ -170,14 +170,14 @@ static void OnOpenFilter() {
     if (!path.empty()) EditTextFile(path);
 }
 
-static void OnUpdateFilter(RenameState& state) {
+static void OnUpdateFilter(RenameDialog& state) {
     std::wstring filter;
     if (Failed(InputTextGet(kRenameDialog, kFilter, filter))) return;
     SettingWrite(SettingsPath(kSettings), kFilterSection, kContentKey, filter);
     (void)Refill(state);
 }
 
-static void OnDropUnchanged(RenameState& state) {
+static void OnDropUnchanged(RenameDialog& state) {
     std::vector<RenameRow> rows;
     if (Failed(ReadRows(state, rows))) return;
     std::vector<std::size_t> unchanged;
@@ -186,7 +186,7 @@ static void OnDropUnchanged(RenameState& state) {
     if (!unchanged.empty()) (void)RenameRowsDrop(unchanged, state.shown);
 }
 
-static void OnCheckAll(RenameState& state) {
+static void OnCheckAll(RenameDialog& state) {
     std::vector<RenameRow> rows;
     if (Failed(ReadRows(state, rows)) || Failed(WorkFolderGet(state.folder))) return;
     if (rows.empty()) {
@@ -198,7 +198,7 @@ static void OnCheckAll(RenameState& state) {
 }
 
 // The rows with their new names as they are used: no name has a blank in it.
-static ProError ReadRows(const RenameState& state, std::vector<RenameRow>& rows) {
+static ProError ReadRows(const RenameDialog& state, std::vector<RenameRow>& rows) {
     const ProError status = RenameRowsRead(state.shown, rows);
     for (RenameRow& row : rows) row.newName = WithoutBlanks(row.newName);
     return status;
@@ -206,7 +206,7 @@ static ProError ReadRows(const RenameState& state, std::vector<RenameRow>& rows)
 
 // ---- Renaming
 
-static void OnStart(RenameState& state) {
+static void OnStart(RenameDialog& state) {
     std::vector<RenameRow> rows;
     if (Failed(ReadRows(state, rows))) return;
     if (rows.empty()) {
@@ -240,7 +240,7 @@ static void OnStart(RenameState& state) {
 }
 
 // The option holds for the run of an action, and this may be the next one.
-static void OnNamesFree(RenameState& state) {
+static void OnNamesFree(RenameDialog& state) {
     std::optional<ChangedOption> option;
     const ProError status = StoreBackSet(option);
     const std::vector<RenameRow> rows = std::exchange(state.waiting, {});
@@ -251,7 +251,7 @@ static void OnNamesFree(RenameState& state) {
     state.table.reset();
 }
 
-static void RunRename(RenameState& state, std::span<const RenameRow> rows) {
+static void RunRename(RenameDialog& state, std::span<const RenameRow> rows) {
     BatchRun run(kRenameDialog, rows.size());
     state.report = run.ReportPath();
     ModelsRename({state.current, state.tree, state.folder, *state.table, run}, rows);
@@ -260,7 +260,7 @@ static void RunRename(RenameState& state, std::span<const RenameRow> rows) {
     ShowCompletion(run, kDone);
 }
 
-static void OnUndo(RenameState& state) {
+static void OnUndo(RenameDialog& state) {
     const std::vector<RenameChange> changes = LastChangesBack();
     if (changes.empty()) {
         ShowMessage(kNothingBack);
@@ -285,7 +285,7 @@ static void OnUndo(RenameState& state) {
     ShowCompletion(run, kTakenBack);
 }
 
-static void OnShowReport(const RenameState& state) {
+static void OnShowReport(const RenameDialog& state) {
     ShowReport(state.report);
 }
 
@@ -300,8 +300,8 @@ static ProError StoreBackSet(std::optional<ChangedOption>& option) {
 
 // ---- New names by rule
 
-static void OnFillNames(const RenameState& state) {
-    NameRule rule;
+static void OnFillNames(const RenameDialog& state) {
+    RenameRule rule;
     std::vector<RenameRow> rows;
     std::wstring parameter;
     if (Failed(RuleGet(rule)) || Failed(RenameRowsRead(state.shown, rows))) return;
@@ -312,7 +312,7 @@ static void OnFillNames(const RenameState& state) {
     NewNamesShow(state.shown, names);
 }
 
-static ProError RuleGet(NameRule& rule) {
+static ProError RuleGet(RenameRule& rule) {
     std::wstring start;
     std::wstring digits;
     ProError status = InputTextGet(kRenameDialog, kFind, rule.find);
@@ -331,7 +331,7 @@ static ProError RuleGet(NameRule& rule) {
 }
 
 // What the rule works on: the value of the parameter where the model has one, else the old name.
-static std::wstring BaseName(const RenameState& state, const RenameRow& row, const std::wstring& parameter) {
+static std::wstring BaseName(const RenameDialog& state, const RenameRow& row, const std::wstring& parameter) {
     const TreeModel* model = parameter.empty() ? nullptr : FindRow(state.tree, row);
     ProParamvalue value = {};
     if (model == nullptr || Failed(ParameterRead(model->model, parameter, value))) return row.oldName;
@@ -341,32 +341,32 @@ static std::wstring BaseName(const RenameState& state, const RenameRow& row, con
 
 // ---- The table in files
 
-static void OnExport(const RenameState& state) {
+static void OnExport(const RenameDialog& state) {
     std::vector<RenameRow> rows;
     if (!Failed(RenameRowsRead(state.shown, rows)))
         TableToWorkbook(state.tree.models.front().name, state.shown, rows);
 }
 
-static void OnExportCsv(const RenameState& state) {
+static void OnExportCsv(const RenameDialog& state) {
     std::vector<RenameRow> rows;
     if (!Failed(RenameRowsRead(state.shown, rows)))
         TableToCsv(state.tree.models.front().name, state.shown, rows);
 }
 
-static void OnLoad(RenameState& state) {
+static void OnLoad(RenameDialog& state) {
     if (Failed(RenameRowsClear(state.shown))) return;
     std::vector<LoadedRow> loaded;
     if (TableFromWorkbook(loaded)) ShowLoaded(state, std::move(loaded));
 }
 
-static void OnLoadCsv(RenameState& state) {
+static void OnLoadCsv(RenameDialog& state) {
     if (Failed(RenameRowsClear(state.shown))) return;
     std::vector<LoadedRow> loaded;
     if (TableFromCsv(loaded)) ShowLoaded(state, std::move(loaded));
 }
 
 // All rows are shown; of those with too long a name the first is told.
-static void ShowLoaded(RenameState& state, std::vector<LoadedRow> loaded) {
+static void ShowLoaded(RenameDialog& state, std::vector<LoadedRow> loaded) {
     std::vector<RowContent> contents;
     std::wstring tooLong;
     for (LoadedRow& row : loaded) {

@@ -45,85 +45,85 @@ struct RowModels {
     RunEntry problem = {};               // a failing status: the row is left alone
 };
 
-struct RenameState {
+struct RenamePass {
     std::vector<NamedDrawing> drawings;
     std::unordered_set<std::wstring> drawingsTried;  // names, upper-cased
     std::unordered_set<ProMdl> renamed;
 };
 
-static RowModels RowModelsGet(const RenameTask& task, const RenameRow& row, RenameState& state);
-static ProError DrawingOpen(const RenameTask& task, const std::wstring& name, RenameState& state);
-static void OtherDrawingsOpen(const RenameTask& task, RenameState& state);
-static void RowRename(const RenameTask& task, const RenameRow& row, RowModels& models, RenameState& state);
+static RowModels RowModelsGet(const RenameTask& task, const RenameRow& row, RenamePass& pass);
+static ProError DrawingOpen(const RenameTask& task, const std::wstring& name, RenamePass& pass);
+static void OtherDrawingsOpen(const RenameTask& task, RenamePass& pass);
+static void RowRename(const RenameTask& task, const RenameRow& row, RowModels& models, RenamePass& pass);
 static void DrawingRename(const RenameTask& task, const RenameRow& row, ProMdl model, NamedDrawing& drawing);
 static void TakeBack(const RenameRow& row, ProMdl model, NamedDrawing* drawing);
 static ProError NameChange(const RenameTask& task, ProMdl model, const RenameChange& change);
 static void NameRestore(ProMdl model, const std::wstring& name);
 static ProError SaveFully(ProMdl model);
 static bool HasFile(const WorkFolder& folder, const std::wstring& name, std::wstring_view type);
-static void OwnersSave(const RenameTask& task, RenameState& state);
-static void DrawingsSave(const RenameTask& task, RenameState& state);
+static void OwnersSave(const RenameTask& task, RenamePass& pass);
+static void DrawingsSave(const RenameTask& task, RenamePass& pass);
 static bool ShowsUnsaved(const NamedDrawing& drawing, const std::unordered_set<ProMdl>& renamed);
 
 void ModelsRename(const RenameTask& task, std::span<const RenameRow> rows) {
-    RenameState state;
+    RenamePass pass;
     std::vector<RowModels> models;
     models.reserve(rows.size());
-    for (const RenameRow& row : rows) models.push_back(RowModelsGet(task, row, state));
-    OtherDrawingsOpen(task, state);
+    for (const RenameRow& row : rows) models.push_back(RowModelsGet(task, row, pass));
+    OtherDrawingsOpen(task, pass);
     for (std::size_t i = 0; i < rows.size(); ++i) {
         if (!task.run.Begin(rows[i].oldName)) continue;
         if (Failed(models[i].problem.status))
             task.run.Add(std::move(models[i].problem));
         else
-            RowRename(task, rows[i], models[i], state);
+            RowRename(task, rows[i], models[i], pass);
     }
-    OwnersSave(task, state);
-    DrawingsSave(task, state);
+    OwnersSave(task, pass);
+    DrawingsSave(task, pass);
 }
 
 // ---- Into memory
 
-static RowModels RowModelsGet(const RenameTask& task, const RenameRow& row, RenameState& state) {
+static RowModels RowModelsGet(const RenameTask& task, const RenameRow& row, RenamePass& pass) {
     RowModels models;
     models.problem = {row.oldName, kStepFind, PRO_TK_E_NOT_FOUND};
     if (FindRow(task.tree, row) == nullptr) return models;
     models.problem.status = ModelRetrieveByType(row.oldName, FileTypeOf(TypeOf(row)), models.model);
     if (Failed(models.problem.status)) return models;
-    const std::size_t place = state.drawings.size();
-    const ProError status = DrawingOpen(task, row.oldName, state);
+    const std::size_t place = pass.drawings.size();
+    const ProError status = DrawingOpen(task, row.oldName, pass);
     // A part and an assembly of one name have one drawing, which goes with the first row.
-    if (state.drawings.size() > place) models.drawing = place;
+    if (pass.drawings.size() > place) models.drawing = place;
     // A drawing that is there but stays on disk would look for the old name.
     if (Failed(status)) models.problem = {row.oldName, kStepOpenDrawing, status};
     return models;
 }
 
 // The drawing of a name, where there is one, into memory, once. Errors: of a drawing whose file is there.
-static ProError DrawingOpen(const RenameTask& task, const std::wstring& name, RenameState& state) {
-    if (!state.drawingsTried.insert(UpperCase(name)).second) return PRO_TK_NO_ERROR;
+static ProError DrawingOpen(const RenameTask& task, const std::wstring& name, RenamePass& pass) {
+    if (!pass.drawingsTried.insert(UpperCase(name)).second) return PRO_TK_NO_ERROR;
     ProMdl drawing = nullptr;
     const ProError status = ModelRetrieveByType(name, PRO_MDLFILE_DRAWING, drawing);
-    if (!Failed(status)) state.drawings.push_back({drawing, name});
+    if (!Failed(status)) pass.drawings.push_back({drawing, name});
     return task.folder.names.Has(name, kDrawingType) ? status : PRO_TK_NO_ERROR;
 }
 
 // Drawings of models in no row may show renamed ones.
-static void OtherDrawingsOpen(const RenameTask& task, RenameState& state) {
+static void OtherDrawingsOpen(const RenameTask& task, RenamePass& pass) {
     std::vector<std::wstring> names;
     for (const TreeModel& model : task.tree.models) names.push_back(model.name);
     std::wstring current;
     if (!Failed(ModelNameGet(task.current, current))) names.push_back(current);
     for (const std::wstring& name : names) {
         if (!task.folder.names.Has(name, kDrawingType)) continue;
-        const ProError status = DrawingOpen(task, name, state);
+        const ProError status = DrawingOpen(task, name, pass);
         if (Failed(status)) task.run.Add({name, kStepOpenDrawing, status});
     }
 }
 
 // ---- One row
 
-static void RowRename(const RenameTask& task, const RenameRow& row, RowModels& models, RenameState& state) {
+static void RowRename(const RenameTask& task, const RenameRow& row, RowModels& models, RenamePass& pass) {
     RunEntry entry = {row.oldName, kStepRename};
     entry.file = row.newName;
     entry.status = NameChange(task, models.model, {row.oldName, TypeOf(row), row.newName});
@@ -132,7 +132,7 @@ static void RowRename(const RenameTask& task, const RenameRow& row, RowModels& m
         task.run.Add(std::move(entry));
         return;
     }
-    NamedDrawing* drawing = models.drawing ? &state.drawings[*models.drawing] : nullptr;
+    NamedDrawing* drawing = models.drawing ? &pass.drawings[*models.drawing] : nullptr;
     if (drawing != nullptr) DrawingRename(task, row, models.model, *drawing);
     const ProError saved = SaveFully(models.model);
     if (Failed(saved) && !HasFile(task.folder, row.newName, TypeOf(row))) {
@@ -141,7 +141,7 @@ static void RowRename(const RenameTask& task, const RenameRow& row, RowModels& m
         task.run.Add({row.oldName, kStepSave, saved});
         return;
     }
-    state.renamed.insert(models.model);
+    pass.renamed.insert(models.model);
     task.run.Add(std::move(entry));
     if (Failed(saved)) task.run.Add({row.newName, kStepSave, saved});
 }
@@ -202,11 +202,11 @@ static bool HasFile(const WorkFolder& folder, const std::wstring& name, std::wst
 
 // ---- What refers to renamed models
 
-static void OwnersSave(const RenameTask& task, RenameState& state) {
-    if (state.renamed.empty()) return;
+static void OwnersSave(const RenameTask& task, RenamePass& pass) {
+    if (pass.renamed.empty()) return;
     std::vector<std::size_t> changed;
     for (std::size_t i = 0; i < task.tree.models.size(); ++i)
-        if (state.renamed.contains(task.tree.models[i].model)) changed.push_back(i);
+        if (pass.renamed.contains(task.tree.models[i].model)) changed.push_back(i);
     const auto save = [&](ProMdl model, const std::wstring& name) {
         task.run.Add({name, kStepSaveOwner, SaveFully(model)});
     };
@@ -217,10 +217,10 @@ static void OwnersSave(const RenameTask& task, RenameState& state) {
     if (isAbove && !Failed(ModelNameGet(task.current, name))) save(task.current, name);
 }
 
-static void DrawingsSave(const RenameTask& task, RenameState& state) {
-    if (state.renamed.empty()) return;
-    for (const NamedDrawing& drawing : state.drawings) {
-        if (!ShowsUnsaved(drawing, state.renamed)) continue;
+static void DrawingsSave(const RenameTask& task, RenamePass& pass) {
+    if (pass.renamed.empty()) return;
+    for (const NamedDrawing& drawing : pass.drawings) {
+        if (!ShowsUnsaved(drawing, pass.renamed)) continue;
         task.run.Add({drawing.name, kStepSaveDrawing, SaveFully(drawing.drawing)});
     }
 }
@@ -246,7 +246,7 @@ struct BackStep {
     bool done = false;
 };
 
-static void BackRename(const RenameTask& task, BackStep& step, RenameState& state) {
+static void BackRename(const RenameTask& task, BackStep& step, RenamePass& pass) {
     const RenameChange& change = *step.change;
     RunEntry entry = {change.from, kStepRename};
     entry.file = change.to;
@@ -259,14 +259,14 @@ static void BackRename(const RenameTask& task, BackStep& step, RenameState& stat
         entry.status = NameChange(task, step.model, change);
     }
     step.done = !Failed(entry.status);
-    if (step.done) state.renamed.insert(step.model);
+    if (step.done) pass.renamed.insert(step.model);
     task.run.Add(std::move(entry));
 }
 
 // All are in memory before the first is renamed, and all are renamed before the first is saved: what one
 // refers to follows, in whichever order they stand.
 void ModelsRenameBack(const RenameTask& task, std::span<const RenameChange> changes) {
-    RenameState state;
+    RenamePass pass;
     std::vector<BackStep> steps;
     for (const RenameChange& change : changes) {
         BackStep step = {&change};
@@ -274,15 +274,15 @@ void ModelsRenameBack(const RenameTask& task, std::span<const RenameChange> chan
             step.model = nullptr;
         steps.push_back(step);
     }
-    OtherDrawingsOpen(task, state);
+    OtherDrawingsOpen(task, pass);
     for (BackStep& step : steps)
-        if (task.run.Begin(step.change->from)) BackRename(task, step, state);
+        if (task.run.Begin(step.change->from)) BackRename(task, step, pass);
     for (const BackStep& step : steps) {
         const ProError saved = step.done ? SaveFully(step.model) : PRO_TK_NO_ERROR;
         if (Failed(saved)) task.run.Add({step.change->to, kStepSave, saved});
     }
-    OwnersSave(task, state);
-    DrawingsSave(task, state);
+    OwnersSave(task, pass);
+    DrawingsSave(task, pass);
 }
 
 }  // namespace kv

@@ -34,15 +34,14 @@ static void ExpectNothingOverwritten(SimHost& host) {
 }
 
 static Scenario NewComponentScenario(const std::string& command) {
-    Scenario scenario = CommandScenario(command, [](SimHost& host) {
+    const auto arrange = [](SimHost& host) {
         UsePartTemplate(host);
         UseTemplate(host, host.AddAssembly(L"START").AddCoordinateSystem(L"ASM_DEF_CSYS"), kAssemblyTemplate);
         UseTemplate(host, host.AddSheetmetal(L"START").AddCoordinateSystem(L"PRT_CSYS_DEF"),
                     kSheetmetalTemplate);
         ArrangeActivated(host);
-    });
-    scenario.holds = ExpectNothingOverwritten;
-    return scenario;
+    };
+    return CommandScenario(command, arrange, ExpectNothingOverwritten);
 }
 
 // What a fault leaves unanswered is no problem: how often a name is asked for depends on it.
@@ -69,9 +68,8 @@ static Scenario CloneScenario(const std::string& command, const std::wstring& ru
             host.AnswerPrompt({sim::PromptAnswer::Kind::kTyped, name});
         for (int i = 0; i < 3; ++i) host.AnswerPrompt({sim::PromptAnswer::Kind::kEscape, {}});
     };
-    Scenario scenario = Forgetting(CommandScenario(command, arrange, std::string(rule.begin(), rule.end())));
-    scenario.holds = ExpectNothingOverwritten;
-    return scenario;
+    return Forgetting(
+        CommandScenario(command, arrange, ExpectNothingOverwritten, std::string(rule.begin(), rule.end())));
 }
 
 // BOLT and SUB are selected, and picked when the command asks.
@@ -93,12 +91,11 @@ static void ArrangeMerge(SimHost& host) {
 }
 
 static Scenario Merging(const std::string& command, Arrangement arrange) {
-    Scenario scenario = Forgetting(CommandScenario(command, std::move(arrange)));
-    scenario.holds = [](SimHost& host) {
+    const auto holds = [](SimHost& host) {
         ExpectNothingOverwritten(host);
         EXPECT_TRUE(Bolt(host).Features().empty()) << "only the target changes";
     };
-    return scenario;
+    return Forgetting(CommandScenario(command, std::move(arrange), holds));
 }
 
 static void ArrangeMergeTo(SimHost& host) {

@@ -45,63 +45,60 @@ static void NothingIsShownToTheUser(SimHost& host) {
     EXPECT_TRUE(host.Boxes().empty());
 }
 
-static Scenario Display(const std::string& command, Arrangement arrange, const std::string& variant = {}) {
-    Scenario scenario = CommandScenario(command, std::move(arrange), variant);
-    scenario.holds = [](SimHost& host) {
-        NoAssemblyIsHidden(host);
-        NothingIsShownToTheUser(host);
-    };
-    return scenario;
+static void OnlyPartsAreHidden(SimHost& host) {
+    NoAssemblyIsHidden(host);
+    NothingIsShownToTheUser(host);
 }
 
-// What was selected before stays, or is replaced by what was picked; never half of each.
+// What was selected before stays, or is replaced by what was picked; never both.
 static Scenario BoxSelection(const std::string& command, int type) {
-    Scenario scenario = Display(command, [type](SimHost& host) {
+    const auto arrange = [type](SimHost& host) {
         ArrangeHidden(host);
         SelectBolt(host);
         SimModel& picked = type == 0 ? ModelOf(host, L"NUT", ModelKind::kPart) : Bolt(host);
         const std::vector<int> path = type == 0 ? std::vector<int>{2} : std::vector<int>{1, 1};
         host.AnswerPick({false, {{&picked, type, 1, path}}});
-    });
-    scenario.holds = [](SimHost& host) {
+    };
+    return CommandScenario(command, arrange, [](SimHost& host) {
         NothingIsShownToTheUser(host);
         EXPECT_LE(host.State().desk.selected.size(), 1u);
-    };
-    return scenario;
+    });
+}
+
+// Whatever becomes see-through keeps its colour.
+static void ColoursStay(SimHost& host) {
+    NothingIsShownToTheUser(host);
+    const sim::Look usual;
+    for (const SimModel* model : host.State().models.All()) {
+        EXPECT_EQ(model->look.value_or(usual).colour, usual.colour);
+        for (const auto& [path, look] : model->occurrenceLooks) EXPECT_EQ(look.colour, usual.colour);
+    }
 }
 
 static Scenario SeeThrough(const std::string& command, int type) {
-    Scenario scenario = Display(command, [type](SimHost& host) {
+    const auto arrange = [type](SimHost& host) {
         ArrangeHidden(host);
         host.AnswerPick({false, {{&Bolt(host), type, 1, {1, 1}}}});
-    });
-    // Whatever becomes see-through keeps its colour.
-    scenario.holds = [](SimHost& host) {
-        NothingIsShownToTheUser(host);
-        const sim::Look usual;
-        for (const SimModel* model : host.State().models.All()) {
-            EXPECT_EQ(model->look.value_or(usual).colour, usual.colour);
-            for (const auto& [path, look] : model->occurrenceLooks) EXPECT_EQ(look.colour, usual.colour);
-        }
     };
-    return scenario;
+    return CommandScenario(command, arrange, ColoursStay);
+}
+
+static void ArrangeSelected(SimHost& host) {
+    ArrangeHidden(host);
+    SelectBolt(host);
 }
 
 std::vector<Scenario> DisplayScenarios() {
     return {
-        Display("KvIsolate",
-                [](SimHost& host) {
-                    ArrangeHidden(host);
-                    SelectBolt(host);
-                }),
-        Display("KvHideReverse", ArrangeHidden),
-        Display("KvShowAllComp", ArrangeHidden),
+        CommandScenario("KvIsolate", ArrangeSelected, OnlyPartsAreHidden),
+        CommandScenario("KvHideReverse", ArrangeHidden, OnlyPartsAreHidden),
+        CommandScenario("KvShowAllComp", ArrangeHidden, OnlyPartsAreHidden),
         BoxSelection("BoxSel", 0),
         BoxSelection("KvBoxSelSur", PRO_SURFACE),
-        Display("KvClearAllColor", ArrangePump),
+        CommandScenario("KvClearAllColor", ArrangePump, NothingIsShownToTheUser),
         SeeThrough("KvTransparent", 0),
         SeeThrough("SurfTransparent", PRO_SURFACE),
-        Display("KvNormalView", ArrangePump),
+        CommandScenario("KvNormalView", ArrangePump, NothingIsShownToTheUser),
     };
 }
 

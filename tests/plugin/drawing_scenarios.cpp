@@ -53,29 +53,26 @@ static void ArrangeExisting(SimHost& host) {
     host.Select({Whole(Bolt(host))});
 }
 
+// Whatever fails, nothing is written among the templates, and a drawing that will be is told.
+static void TemplatesAreAsTheyWere(SimHost& host) {
+    for (const std::wstring& file : FilesIn(TemplateFolder()))
+        EXPECT_TRUE(file == L"README.md" || file == L"kv.drw.1") << std::filesystem::path(file);
+    const SimModel* drawing = DrawingOf(host, L"BOLT");
+    const bool isElsewhere = drawing != nullptr && drawing->directory != host.WorkingDirectory();
+    const bool isTold = std::ranges::any_of(Messages(host), [](const std::wstring& text) {
+        return text.starts_with(L"\t新工程图将保存在模板所在的目录");
+    });
+    EXPECT_TRUE(!isElsewhere || isTold);
+}
+
 // Where the drawing is not found the command asks for more, which the user then cancels.
 static Scenario OpenExisting(const std::string& command) {
-    Scenario scenario = CommandScenario(command, ArrangeExisting, "Existing");
+    Scenario scenario = CommandScenario(command, ArrangeExisting, TemplatesAreAsTheyWere, "Existing");
     scenario.act = [command](SimHost& host) {
         host.AnswerFile(std::nullopt);
         host.OnDialog("KvNewDrw", [](SimDialog& dialog) { dialog.Press("Close"); });
         host.Run(command);
         host.ForgetAnswers();
-    };
-    return scenario;
-}
-
-// Whatever fails, nothing is written among the templates, and a drawing that will be is told.
-static Scenario TemplatesAsTheyWere(Scenario scenario) {
-    scenario.holds = [](SimHost& host) {
-        for (const std::wstring& file : FilesIn(TemplateFolder()))
-            EXPECT_TRUE(file == L"README.md" || file == L"kv.drw.1") << std::filesystem::path(file);
-        const SimModel* drawing = DrawingOf(host, L"BOLT");
-        const bool isElsewhere = drawing != nullptr && drawing->directory != host.WorkingDirectory();
-        const bool isTold = std::ranges::any_of(Messages(host), [](const std::wstring& text) {
-            return text.starts_with(L"\t新工程图将保存在模板所在的目录");
-        });
-        EXPECT_TRUE(!isElsewhere || isTold);
     };
     return scenario;
 }
@@ -105,13 +102,10 @@ static void ArrangeAskedScale(SimHost& host) {
 
 // Whatever fails: views without a scale of their own get none, and the drawing's scale changes on its first
 // sheet alone.
-static Scenario OwnScalesOnly(Scenario scenario) {
-    scenario.holds = [](SimHost& host) {
-        const SimModel& drawing = *DrawingOf(host, L"BOLT");
-        for (const std::size_t view : {0u, 2u, 3u}) EXPECT_FALSE(drawing.Views()[view].scale);
-        EXPECT_EQ(drawing.Sheets()[1].scale, 1.0);
-    };
-    return scenario;
+static void OwnScalesChangeOnly(SimHost& host) {
+    const SimModel& drawing = *DrawingOf(host, L"BOLT");
+    for (const std::size_t view : {0u, 2u, 3u}) EXPECT_FALSE(drawing.Views()[view].scale);
+    EXPECT_EQ(drawing.Sheets()[1].scale, 1.0);
 }
 
 static void ArrangeCheck(SimHost& host) {
@@ -123,25 +117,22 @@ static void ArrangeCheck(SimHost& host) {
 }
 
 // The check looks, and changes nothing.
-static Scenario NothingModified(Scenario scenario) {
-    scenario.holds = [](SimHost& host) {
-        for (const SimModel* model : host.State().models.All())
-            EXPECT_TRUE(model->Kind() != sim::ModelKind::kDrawing || !model->IsModified());
-        EXPECT_FALSE(std::filesystem::exists(host.WorkingDirectory() / "bolt.drw.2"));
-    };
-    return scenario;
+static void NothingIsModified(SimHost& host) {
+    for (const SimModel* model : host.State().models.All())
+        EXPECT_TRUE(model->Kind() != sim::ModelKind::kDrawing || !model->IsModified());
+    EXPECT_FALSE(std::filesystem::exists(host.WorkingDirectory() / "bolt.drw.2"));
 }
 
 std::vector<Scenario> DrawingScenarios() {
     return {
-        TemplatesAsTheyWere(CommandScenario("NewDraw", ArrangeFormat)),
-        TemplatesAsTheyWere(OpenExisting("NewDraw")),
-        TemplatesAsTheyWere(CommandScenario("KvNewDrw", ArrangeSize)),
-        TemplatesAsTheyWere(OpenExisting("KvNewDrw")),
-        OwnScalesOnly(CommandScenario("SameScale", ArrangeAskedScale)),
-        OwnScalesOnly(CommandScenario("KvUpdateSheetScale", ArrangeScales)),
-        OwnScalesOnly(CommandScenario("KvUpdateMainViewScale", ArrangeScales)),
-        NothingModified(CommandScenario("KvDrwScaleCheck", ArrangeCheck)),
+        CommandScenario("NewDraw", ArrangeFormat, TemplatesAreAsTheyWere),
+        OpenExisting("NewDraw"),
+        CommandScenario("KvNewDrw", ArrangeSize, TemplatesAreAsTheyWere),
+        OpenExisting("KvNewDrw"),
+        CommandScenario("SameScale", ArrangeAskedScale, OwnScalesChangeOnly),
+        CommandScenario("KvUpdateSheetScale", ArrangeScales, OwnScalesChangeOnly),
+        CommandScenario("KvUpdateMainViewScale", ArrangeScales, OwnScalesChangeOnly),
+        CommandScenario("KvDrwScaleCheck", ArrangeCheck, NothingIsModified),
     };
 }
 

@@ -48,9 +48,7 @@ static Scenario PressInRelations(const std::string& button, const std::wstring& 
             dialog.Type("RelTxtarea", L"c = 1").Press(button).Press("Close");
         });
     };
-    Scenario scenario = CommandScenario("KvRelations", arrange, button);
-    scenario.holds = ExpectRelationsKept;
-    return scenario;
+    return CommandScenario("KvRelations", arrange, ExpectRelationsKept, button);
 }
 
 // All relations are taken away and brought back.
@@ -63,15 +61,16 @@ static Scenario RestoreRelations() {
             dialog.Type("RelTxtarea", L"").Press("CoverRels").Press("RestoreRels").Press("KvShowReport");
         });
     };
-    Scenario scenario = CommandScenario("KvRelations", arrange, "Restore");
-    scenario.holds = [](SimHost& host) {
-        for (const wchar_t* name : {L"XTRA", L"OTHER"})
-            EXPECT_EQ(Part(host, name).Relations().lines, Lines{L"x = 1"});
-        // Whole, or not at all.
-        const Lines& lines = Bolt(host).Relations().lines;
-        EXPECT_TRUE(lines.empty() || lines == Lines{L"a = 1"});
-    };
-    return scenario;
+    return CommandScenario(
+        "KvRelations", arrange,
+        [](SimHost& host) {
+            for (const wchar_t* name : {L"XTRA", L"OTHER"})
+                EXPECT_EQ(Part(host, name).Relations().lines, Lines{L"x = 1"});
+            // Whole, or not at all.
+            const Lines& lines = Bolt(host).Relations().lines;
+            EXPECT_TRUE(lines.empty() || lines == Lines{L"a = 1"});
+        },
+        "Restore");
 }
 
 static Scenario ApplyUnits(const std::string& units) {
@@ -82,15 +81,15 @@ static Scenario ApplyUnits(const std::string& units) {
             dialog.Choose("UnitRadio", std::wstring(units.begin(), units.end())).Press("ApplyBt");
         });
     };
-    Scenario scenario = CommandScenario("SetUnit", arrange, units);
-    // A size is that of the units, whatever they are.
-    scenario.holds = [](SimHost& host) {
-        const SimModel& bolt = Bolt(host);
-        const double millimetres = sim::FindBasicUnit(bolt.PrincipalUnits().length)->inMillimetres;
-        EXPECT_DOUBLE_EQ(bolt.Surfaces()[0]->box.maximum.z * millimetres, 3);
-        EXPECT_EQ(Part(host, L"OTHER").PrincipalUnits().name, L"millimeter Newton Second (mmNs)");
-    };
-    return scenario;
+    return CommandScenario(
+        "SetUnit", arrange,
+        [](SimHost& host) {
+            const SimModel& bolt = Bolt(host);
+            const double millimetres = sim::FindBasicUnit(bolt.PrincipalUnits().length)->inMillimetres;
+            EXPECT_DOUBLE_EQ(bolt.Surfaces()[0]->box.maximum.z * millimetres, 3);
+            EXPECT_EQ(Part(host, L"OTHER").PrincipalUnits().name, L"millimeter Newton Second (mmNs)");
+        },
+        units);
 }
 
 // The file lies in a folder of its own; the option of bend tables names another one.
@@ -133,21 +132,21 @@ static Scenario WithSelection(Scenario scenario, const std::vector<int>& types) 
 }
 
 static Scenario Material() {
-    Scenario scenario = CommandScenario("SetMat", ArrangeMaterial);
-    scenario.holds = [](SimHost& host) {
+    return CommandScenario("SetMat", ArrangeMaterial, [](SimHost& host) {
         // A current material is one that was read.
         for (const wchar_t* name : {L"BOLT", L"PLATE"}) {
             const SimModel& part = Part(host, name);
             EXPECT_TRUE(part.CurrentMaterial().empty() || part.FindMaterial(L"steel") != nullptr);
         }
-    };
-    return scenario;
+    });
+}
+
+static void NoMaterialIsRead(SimHost& host) {
+    EXPECT_TRUE(Part(host, L"PLATE").Materials().empty());
 }
 
 static Scenario BendTable() {
-    Scenario scenario = CommandScenario("SetBendTable", ArrangeBendTable);
-    scenario.holds = [](SimHost& host) { EXPECT_TRUE(Part(host, L"PLATE").Materials().empty()); };
-    return scenario;
+    return CommandScenario("SetBendTable", ArrangeBendTable, NoMaterialIsRead);
 }
 
 // Nothing of sheet metal is selected. The option is not set before, for it stays as it is then.
@@ -171,7 +170,7 @@ std::vector<Scenario> ModelDataScenarios() {
         WithSelection(Material(), {}),
         BendTable(),
         WithSelection(BendTable(), {kFeature}),
-        CommandScenario("SetBendTable", ArrangeNoSheetmetal, "NoneSelected"),
+        CommandScenario("SetBendTable", ArrangeNoSheetmetal, NoMaterialIsRead, "NoneSelected"),
     };
 }
 

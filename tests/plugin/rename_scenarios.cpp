@@ -87,16 +87,14 @@ static void NothingIsMissing(SimHost& host) {
 }
 
 std::vector<Scenario> RenameScenarios() {
-    std::vector<Scenario> scenarios = {
-        CommandScenario("KvRename", ArrangeRun),
-        CommandScenario("KvRename", ArrangeBack, "Back"),
-        CommandScenario("KvRename", ArrangeTable, "Table"),
-        CommandScenario("KvRename", ArrangeWorkbook, "Workbook"),
-        CommandScenario("KvMdlRename", ArrangeQuick),
-        CommandScenario("KvMdlNameCopy", ArrangePick),
+    return {
+        CommandScenario("KvRename", ArrangeRun, NothingIsMissing),
+        CommandScenario("KvRename", ArrangeBack, NothingIsMissing, "Back"),
+        CommandScenario("KvRename", ArrangeTable, NothingIsMissing, "Table"),
+        CommandScenario("KvRename", ArrangeWorkbook, NothingIsMissing, "Workbook"),
+        CommandScenario("KvMdlRename", ArrangeQuick, NothingIsMissing),
+        CommandScenario("KvMdlNameCopy", ArrangePick, NothingIsMissing),
     };
-    for (Scenario& scenario : scenarios) scenario.holds = NothingIsMissing;
-    return scenarios;
 }
 
 }  // namespace test

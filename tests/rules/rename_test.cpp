@@ -7,8 +7,8 @@
 
 #include "base/csv.h"
 #include "base/text.h"
-#include "rename/name_rule.h"
 #include "rename/rename_plan.h"
+#include "rename/rename_rule.h"
 
 namespace {
 
@@ -87,8 +87,8 @@ TEST(RenamePlan, LeadsBackThroughWhatWasDoneOrBegunLastFirst) {
     EXPECT_EQ(back[1].from + L"." + back[1].type + L">" + back[1].to, L"B2.prt>B");
 }
 
-TEST(NameRule, ReplacesAddsAndNumbers) {
-    kv::NameRule rule;
+TEST(RenameRule, ReplacesAddsAndNumbers) {
+    kv::RenameRule rule;
     EXPECT_EQ(kv::NameByRule(rule, L"BOLT_bolt", 3), L"BOLT_bolt");
     rule.find = L"Bolt";
     rule.replacement = L"BOLTED";

@@ -1,6 +1,6 @@
 // New names by rule.
 
-#include "rename/name_rule.h"
+#include "rename/rename_rule.h"
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ namespace kv {
 
 static std::wstring Replaced(const std::wstring& text, const std::wstring& find, const std::wstring& by);
 
-std::wstring NameByRule(const NameRule& rule, const std::wstring& name, std::size_t place) {
+std::wstring NameByRule(const RenameRule& rule, const std::wstring& name, std::size_t place) {
     std::wstring result = rule.prefix + Replaced(name, rule.find, rule.replacement) + rule.suffix;
     if (!rule.start) return result;
     const std::wstring number = std::to_wstring(*rule.start + static_cast<long long>(place));

@@ -8,7 +8,7 @@
 namespace kv {
 
 // What is to be done to a name, in this order.
-struct NameRule {
+struct RenameRule {
     std::wstring find;  // in any letter case, every occurrence; empty: nothing is replaced
     std::wstring replacement;
     std::wstring prefix;
@@ -18,6 +18,6 @@ struct NameRule {
 };
 
 // The new name of the row at `place`, counted from 0.
-std::wstring NameByRule(const NameRule& rule, const std::wstring& name, std::size_t place);
+std::wstring NameByRule(const RenameRule& rule, const std::wstring& name, std::size_t place);
 
 }  // namespace kv
