@@ -22,7 +22,6 @@
 
 namespace kv {
 
-static constexpr wchar_t kStepFind[] = L"查找模型";
 static constexpr wchar_t kStepOpenDrawing[] = L"打开工程图";
 static constexpr wchar_t kStepTrace[] = L"写入撤销记录";
 static constexpr wchar_t kStepRename[] = L"重命名模型";
@@ -86,7 +85,7 @@ void ModelsRename(const RenameTask& task, std::span<const RenameRow> rows) {
 
 static RowModels RowModelsGet(const RenameTask& task, const RenameRow& row, RenamePass& pass) {
     RowModels models;
-    models.problem = {row.oldName, kStepFind, PRO_TK_E_NOT_FOUND};
+    models.problem = {row.oldName, kStepFindModel, PRO_TK_E_NOT_FOUND};
     if (FindRow(task.tree, row) == nullptr) return models;
     models.problem.status = ModelRetrieveByType(row.oldName, FileTypeOf(TypeOf(row)), models.model);
     if (Failed(models.problem.status)) return models;
@@ -251,7 +250,7 @@ static void BackRename(const RenameTask& task, BackStep& step, RenamePass& pass)
     RunEntry entry = {change.from, kStepRename};
     entry.file = change.to;
     if (step.model == nullptr) {
-        entry.step = kStepFind;
+        entry.step = kStepFindModel;
         entry.status = PRO_TK_E_NOT_FOUND;
     } else if (IsInSession(change.to, change.type)) {
         entry.status = PRO_TK_E_FOUND;

@@ -106,7 +106,7 @@ TEST_F(Components, IsolateDoesNothingWithoutAPartOrAssembly) {
     host.Select({});
     EXPECT_EQ(host.Run("KvIsolate"), PRO_TK_E_NOT_FOUND);
     Isolate({test::ItemOf(pump, PRO_FEATURE, 3)});
-    host.Open(nut);
+    host.Open(nut, sim::HostMode::kAssembly);
     host.Select({test::Whole(nut)});
     EXPECT_EQ(host.Run("KvIsolate"), PRO_TK_INVALID_TYPE);
     EXPECT_EQ(Hidden(), "SUB/1");
@@ -228,7 +228,7 @@ TEST_F(Transparency, MakesOneOccurrenceSeeThroughAndKeepsItsLook) {
     EXPECT_EQ(bolt.look->transparency, 0) << "the part's file stays as it is";
     EXPECT_EQ(host.State().desk.Repaints(), 1);
     ASSERT_EQ(host.State().user.messageArea.size(), 1u);
-    EXPECT_NE(host.State().user.messageArea[0].find(L"transparent"), std::wstring::npos);
+    EXPECT_NE(host.State().user.messageArea[0].find(L"透明"), std::wstring::npos);
 }
 
 TEST_F(Transparency, ChangesThePartWhereTheHostKnowsNoOccurrence) {

@@ -429,7 +429,7 @@ TEST_F(KvRename, RecordsLoadedRowsOfOtherModelsAsNotFound) {
     Use([](SimDialog& dialog) { dialog.Press("KvLoadCsv").Press("StartRename"); });
     EXPECT_EQ(Messages(host), Texts{kDone});
     EXPECT_TRUE(InMemory(L"NUT", ModelKind::kPart));
-    EXPECT_EQ(test::LastReport(host).Reason(L"NUT"), L"未找到");
+    EXPECT_EQ(test::LastReport(host).Reason(L"NUT"), L"当前模型中没有此模型");
     EXPECT_EQ(bolt.Name(), L"BOLT2");
 }
 

@@ -32,7 +32,8 @@ ViewMatrix ViewOf(const Rows& rows, double scale = 0.25) {
 Rows RowsOf(const std::optional<ViewMatrix>& view, double scale = 0.25) {
     Rows rows = {};
     for (std::size_t row = 0; view && row < 3; ++row)
-        for (std::size_t column = 0; column < 3; ++column) rows[row][column] = (*view)[row][column] / scale;
+        for (std::size_t column = 0; column < 3; ++column)
+            rows[row][column] = std::round((*view)[row][column] / scale);
     return rows;
 }
 

@@ -140,8 +140,10 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
         {"set_units", "SetUnit"},
     };
     // They have tests of their own.
-    Names played = {"open_drawing.user", "clone_screw.user", "clone_hanger.user", "merge_drive.user",
-                    "merge_plate.user"};
+    Names played = {"open_drawing.user",    "clone_screw.user",         "clone_hanger.user",
+                    "merge_drive.user",     "merge_plate.user",         "rename.user",
+                    "drawing_by_size.user", "configure_templates.user", "drawing_by_format.user",
+                    "one_scale.user"};
     for (const auto& [script, command] : plays) {
         const fs::path file = folder / "scripts" / (script + ".user");
         played.insert(Utf8(file.filename().wstring()));
@@ -202,6 +204,34 @@ TEST(SampleScripts, OpenTheDrawingOfASelectedComponent) {
     EXPECT_EQ(host.State().models.current->Kind(), ModelKind::kDrawing);
     EXPECT_EQ(Utf8(host.State().models.current->Name()), "DRIVE_SHAFT");
     EXPECT_EQ(host.State().screen.CurrentPopup(), nullptr);
+}
+
+TEST(SampleScripts, MakeDrawingsScaleAndRename) {
+    const test::TempDirectory folder;
+    fs::copy(Samples(), folder.Path(), fs::copy_options::recursive);
+    HostSetup setup;
+    setup.workspace = folder / "roller_conveyor";
+    SimHost host(setup);
+    const auto play = [&](const char* script, const char* command, const wchar_t* open, ModelKind kind) {
+        host.Open(*host.Retrieve(open, kind));
+        EXPECT_EQ(LoadUserScript(folder / "scripts" / script, host.State().user, host.State().models),
+                  std::vector<std::string>());
+        EXPECT_EQ(host.Run(command), PRO_TK_NO_ERROR) << script;
+        EXPECT_EQ(host.TakeProblems(), std::vector<std::string>()) << script;
+    };
+    play("configure_templates.user", "KvConfig", L"side_guide", ModelKind::kAssembly);
+    play("drawing_by_size.user", "KvNewDrw", L"side_guide", ModelKind::kAssembly);
+    EXPECT_NE(host.State().models.Find(L"side_guide", ModelKind::kDrawing), nullptr);
+    const fs::path own = host.PluginHome() / "tp" / "kv.drw.1";
+    fs::copy_file(folder / "templates" / "kv.drw.1", own, fs::copy_options::overwrite_existing);
+    play("drawing_by_format.user", "NewDraw", L"drive_base_plate", ModelKind::kPart);
+    fs::remove(own);
+    const SimModel* drawing = host.State().models.Find(L"drive_base_plate", ModelKind::kDrawing);
+    ASSERT_NE(drawing, nullptr);
+    EXPECT_EQ(Utf8(drawing->Sheets()[0].format), "TITLEBLOCK_A3");
+    play("one_scale.user", "SameScale", L"drive_shaft", ModelKind::kDrawing);
+    play("rename.user", "KvRename", L"roller_conveyor", ModelKind::kAssembly);
+    EXPECT_TRUE(fs::exists(host.WorkingDirectory() / "rc2_roller_unit.drw.1"));
 }
 
 TEST(SampleScripts, BuildInTheDriveUnit) {
