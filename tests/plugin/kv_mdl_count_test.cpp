@@ -133,7 +133,7 @@ TEST_F(KvMdlCount, NeedsAGenericThatTakesTheColumn) {
     EXPECT_EQ(instance.Parameter(kQuantity), L"1");
 }
 
-TEST_F(KvMdlCount, TellsThatMemoryEndedTheWalk) {
+TEST_F(KvMdlCount, TellsThatMemoryEndedWhenAllocationsFailInTurn) {
     SimModel& pump = host.AddAssembly(L"PUMP").Place(host.AddPart(L"BOLT"));
     host.Open(pump);
     bool isTold = false;
