@@ -14,8 +14,8 @@ namespace bench {
 
 namespace {
 
-constexpr int kSheets = 3;
-constexpr int kAssemblyPlacements = 1000;
+constexpr int kScaledSheets = 3;
+constexpr int kDrawnPlacements = 1000;
 
 void PrintScales(const Series& series, int count, const char* item, double allowed) {
     const Sample& sample = series.samples.back();
@@ -31,15 +31,15 @@ void PrintScales(const Series& series, int count, const char* item, double allow
 // Each drawing has a view on each of its sheets.
 void BenchCheck(int drawings) {
     sim::SimHost host;
-    sim::SimModel& top = sim::GenerateAssembly(host.State().models, kAssemblyPlacements, kDepth, 1);
-    for (sim::SimModel* drawing : sim::GenerateDrawings(host.State().models, top, drawings, kSheets))
+    sim::SimModel& top = sim::GenerateAssembly(host.State().models, kDrawnPlacements, kDepth, 1);
+    for (sim::SimModel* drawing : sim::GenerateDrawings(host.State().models, top, drawings, kScaledSheets))
         host.Store(*drawing);
     Series series = {"check", {}, {}};
-    std::printf("\n%d drawings with %d sheets\n", drawings, kSheets);
+    std::printf("\n%d drawings with %d sheets\n", drawings, kScaledSheets);
     for (const char* name : {"check", "check, all in memory"}) {
         series.name = name;
         RunAndSample(host, series, [&host] { (void)host.Run("KvDrwScaleCheck"); });
-        PrintScales(series, drawings, "drawing", 6 + kSheets * (2 + 5));
+        PrintScales(series, drawings, "drawing", 6 + kScaledSheets * (2 + 5));
     }
     PrintProblems(host);
 }

@@ -23,17 +23,17 @@ namespace bench {
 
 namespace {
 
-constexpr std::size_t kColumns = 10;
+constexpr std::size_t kTableColumns = 10;
 constexpr std::size_t kAssemblyEvery = 10;
 constexpr std::size_t kTimedRows = 1000;
 
 kv::SheetTable TableOf(std::size_t rows) {
-    kv::SheetTable table = {L"PUMP BOM", std::vector<std::wstring>(kColumns, L"名称"), {}};
+    kv::SheetTable table = {L"PUMP BOM", std::vector<std::wstring>(kTableColumns, L"名称"), {}};
     for (std::size_t row = 0; row < rows; ++row) {
         table.rows.emplace_back();
-        for (std::size_t column = 0; column < kColumns; ++column)
+        for (std::size_t column = 0; column < kTableColumns; ++column)
             table.rows.back().push_back(
-                {L"零件-" + std::to_wstring(row * kColumns + column), row % kAssemblyEvery == 0});
+                {L"零件-" + std::to_wstring(row * kTableColumns + column), row % kAssemblyEvery == 0});
     }
     return table;
 }
@@ -88,7 +88,7 @@ bool RunSize(sim::SimHost& host, std::size_t rows) {
 }  // namespace
 
 void BenchWorkbook() {
-    std::printf("\nExport of a table, %zu columns, every %zuth row an assembly\n", kColumns, kAssemblyEvery);
+    std::printf("\nExport of a table, %zu columns, every %zuth row an assembly\n", kTableColumns, kAssemblyEvery);
     if (test::RunSpreadsheetProgram(L"--register") != 0) {
         std::printf("PROBLEM: the application's stand-in cannot be registered, nothing measured\n");
         return;

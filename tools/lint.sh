@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Checks the format and lints all sources: lint.sh [FILE...]
+# Checks the format and lints all sources, or the folders of some: lint.sh [FILE...]
 #
-# Each file is linted with clang-tidy, and the plug-in's files are parsed once more the way MSVC would.
-# What passed is remembered in build/lint until the file, a header it includes or a rule changes.
-# Needs a built preset `mingw`: the build knows which headers a file includes.
+# What the build compiles as one is linted as one with clang-tidy, for reading the standard headers takes
+# longer than all that follows. The plug-in's files are parsed once more, each alone, the way MSVC would.
+# What passed is remembered in build/lint until a file, a header it includes or a rule changes. Needs a built
+# preset `mingw`: the build knows which headers a file includes.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -26,11 +27,16 @@ msvc=(
     -Isrc -isystem toolkit/include
 )
 
-sources() {
-    local folder
-    for folder in src simulator tests bench; do
-        [ ! -d $folder ] || find $folder -name '*.cpp'
-    done | xargs -r ls -S
+# What is linted as one, "unit file file ...", one unit a line, the longest first: the build's own file that
+# includes the files of a folder, or a file that no such file includes.
+units() {
+    local unit
+    for unit in "$PWD"/$build/CMakeFiles/*/Unity/*.cxx; do
+        printf '%s ' "$unit"
+        sed -n "s,^#include \"$PWD/\(.*\)\".*,\1,p" "$unit" | xargs
+    done >$cache/folders
+    find src simulator tests bench -name '*.cpp' | grep -v -x -F -f <(cut -d ' ' -f 2- $cache/folders | tr ' ' '\n') |
+        sed 's/.*/& &/' | cat $cache/folders - | awk '{ print length($0), $0 }' | sort -rn | cut -d ' ' -f 2-
 }
 
 check_format() {
@@ -47,55 +53,61 @@ check_format() {
     return 1
 }
 
-# Our own files that each object was built from: "source header header ...", one source a line.
+# Our own files that each unit was built from: "unit file file ...", one unit a line.
 dependencies() {
     ninja -C $build -t deps 2>/dev/null | awk -v repo="$PWD/" '
-        function flush() { if (source != "") print source own; source = own = "" }
+        function flush() { if (unit != "") print unit own; unit = own = "" }
         /^[^ ]/ { flush(); next }
         /^ / {
             path = $1
             if (path !~ /^\//) path = repo "'$build'/" path
-            if (index(path, repo) != 1) next
-            path = substr(path, length(repo) + 1)
-            if (path ~ /^build\//) next
-            if (source == "") source = path; else own = own " " path
+            if (unit == "") unit = path
+            if (index(path, repo) == 1) own = own " " substr(path, length(repo) + 1)
         }
         END { flush() }' | sort -u
 }
 
-# What the verdict on a file depends on, as one hash. For a file outside this build: all headers.
+# What the verdict on a unit depends on, as one hash. For one outside this build: all sources.
 key_of() {
     local files
-    files=$(awk -v file="$1" '$1 == file { print; exit }' "$cache/dependencies")
-    [ -n "$files" ] || files="$1 $(find src simulator tests bench toolkit -name '*.h' 2>/dev/null | sort | xargs)"
+    files=$(awk -v unit="$1" '$1 == unit { $1 = ""; print; exit }' "$cache/dependencies")
+    [ -n "$files" ] || files=$(find src simulator tests bench toolkit -name '*.h' -o -name '*.cpp' 2>/dev/null | sort)
     # shellcheck disable=SC2086
     cat $files .clang-tidy ./*/.clang-tidy ./*/*/.clang-tidy tools/lint.sh "$cache/versions" 2>/dev/null | sha256sum | cut -c 1-40
 }
 
-lint_file() {
-    local file=$1 key log flags=(--extra-arg=-Wno-unknown-warning-option) flag
-    key=$(key_of "$file")
+# Lints a unit by the rules for the first file in it.
+lint_unit() {
+    local unit=$1 file key log rules flags=(--extra-arg=-Wno-unknown-warning-option) flag
+    shift
+    key=$(key_of "$unit")
     if [ -e "$cache/passed/$key" ]; then return 0; fi
     for flag in --target=x86_64-w64-mingw32 "${includes[@]}"; do flags+=("--extra-arg-before=$flag"); done
     # The analyzer gives up on a function after this many steps; its own limit is six times as high.
     for flag in -Xclang -analyzer-config -Xclang max-nodes=40000; do flags+=("--extra-arg=$flag"); done
+    rules=$(dirname "$1")
+    while [ ! -e "$rules/.clang-tidy" ]; do rules=$(dirname "$rules"); done
+    flags+=("--config-file=$rules/.clang-tidy")
     log=$(mktemp)
-    if ! clang-tidy-14 --quiet -p $cache "${flags[@]}" "$file" >"$log" 2>&1; then
-        echo "lint: $file"
+    if ! clang-tidy-14 --quiet -p $build "${flags[@]}" "$unit" >"$log" 2>&1; then
+        echo "lint: $*"
         grep -v -E '^[0-9]+ warnings? (generated|treated)|^Suppressed|^Use -header-filter' "$log"
         rm -f "$log"
         return 1
     fi
     rm -f "$log"
-    if [[ $file == src/* ]] && ! clang++-14 "${msvc[@]}" "${includes[@]}" "$file" 2>&1; then
-        echo "lint: $file does not parse as MSVC reads it"
-        return 1
-    fi
+    for file; do
+        if [[ $file == src/* ]] && ! clang++-14 "${msvc[@]}" "${includes[@]}" "$file" 2>&1; then
+            echo "lint: $file does not parse as MSVC reads it"
+            return 1
+        fi
+    done
     : >"$cache/passed/$key"
 }
 
 if [ "${1:-}" = --one ]; then
-    lint_file "$2"
+    shift
+    lint_unit "$@"
     exit
 fi
 
@@ -108,16 +120,19 @@ if [ ! -e $build/compile_commands.json ]; then
 fi
 mkdir -p $cache/passed
 dependencies >$cache/dependencies
-# Without the precompiled header: every file has to include what it uses.
-sed -E 's/-Winvalid-pch|-include [^ ]*cmake_pch\.hxx//g' $build/compile_commands.json >$cache/compile_commands.json
 clang-tidy-14 --version >$cache/versions
+units >$cache/units
+if [ $# -gt 0 ]; then
+    printf ' %s\n' "$@" >$cache/wanted
+    sed 's/$/ /' $cache/units | grep -F -f <(sed 's/$/ /' $cache/wanted) >$cache/chosen || true
+    mv $cache/chosen $cache/units
+fi
 
-if [ $# -gt 0 ]; then files=("$@"); else mapfile -t files < <(sources); fi
 failed=0
 check_format || failed=1
-printf '%s\n' "${files[@]}" | xargs -r -P $jobs -n 1 "$0" --one || failed=1
+xargs -r -P $jobs -L 1 "$0" --one <$cache/units || failed=1
 if [ $failed != 0 ]; then
     echo "lint: failed"
     exit 1
 fi
-echo "lint: ${#files[@]} files clean"
+echo "lint: $(cut -d ' ' -f 2- $cache/units | wc -w) files clean"

@@ -27,7 +27,7 @@ SimModel& Created(ModelStore& store, const std::wstring& name, ModelKind kind, M
 }
 
 // An assembly being made, with how often a walk of the top assembly meets it.
-struct Level {
+struct GeneratedLevel {
     std::vector<SimModel*> assemblies;
     std::vector<int> met;
 };
@@ -60,7 +60,7 @@ private:
         tree_.resize(static_cast<std::size_t>(depth));
         const int assemblies = depth == 1 ? 0 : std::max(depth - 1, count / 4);
         for (int i = 0; i < assemblies; ++i) {
-            Level& level = tree_[1 + static_cast<std::size_t>(i) % (tree_.size() - 1)];
+            GeneratedLevel& level = tree_[1 + static_cast<std::size_t>(i) % (tree_.size() - 1)];
             level.assemblies.push_back(&New(L"GEN_ASM_" + std::to_wstring(i + 1), ModelKind::kAssembly,
                                             ModelSubtype::kDesignAssembly));
             level.met.push_back(0);
@@ -81,7 +81,7 @@ private:
         const double repeatOdds = levels > 0 ? std::min(std::pow(kRepetition, 1 / levels) - 1, 1.0) : 0;
         for (std::size_t depth = 1; depth < tree_.size(); ++depth) {
             for (std::size_t i = 0; i < tree_[depth].assemblies.size(); ++i) {
-                const Level& above = tree_[depth - 1];
+                const GeneratedLevel& above = tree_[depth - 1];
                 // The first ones make a chain without repetition, so that the depth is reached in any case.
                 std::size_t parent = i == 0 ? 0 : Below(above.assemblies.size());
                 if (i > 0 && above.met[parent] > left / 4) parent = LeastMet(above);
@@ -94,7 +94,7 @@ private:
         }
     }
 
-    static std::size_t LeastMet(const Level& level) {
+    static std::size_t LeastMet(const GeneratedLevel& level) {
         return static_cast<std::size_t>(std::ranges::min_element(level.met) - level.met.begin());
     }
 
@@ -109,7 +109,7 @@ private:
             SimModel* owner = deepest;
             int met = deepestMet;
             if (next > 0) {
-                const Level& level = tree_[Below(tree_.size())];
+                const GeneratedLevel& level = tree_[Below(tree_.size())];
                 const std::size_t place = Below(level.assemblies.size());
                 owner = level.assemblies[place];
                 met = level.met[place];
@@ -137,7 +137,7 @@ private:
 
     ModelStore& store_;
     std::mt19937 random_;
-    std::vector<Level> tree_;  // by level; the top assembly alone is level 0
+    std::vector<GeneratedLevel> tree_;  // by level; the top assembly alone is level 0
     std::vector<SimModel*> parts_;
 };
 

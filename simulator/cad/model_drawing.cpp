@@ -70,7 +70,7 @@ private:
             face.look = look;
             for (std::size_t i = 0; i < numbers.size(); ++i)
                 face.corners[i] = Transformed(Corner(*box, numbers[i]), placement);
-            AddFace(std::move(face));
+            AddFace(face);
         }
     }
 
@@ -86,7 +86,7 @@ private:
         const double slope = (-0.3 * x + 0.6 * y + 0.74 * z) / length;
         face.light = kDarkest + (1 - kDarkest) * std::max(0.0, slope);
         for (const Vec3& corner : face.corners) face.depth += corner.z / 4;
-        faces_.push_back(std::move(face));
+        faces_.push_back(face);
     }
 
     static Vec3 Corner(const Box& box, unsigned number) {

@@ -56,7 +56,7 @@ constexpr std::wstring_view kConstants[] = {L"PI", L"G", L"YES", L"NO", L"TRUE",
 // Longer operators first, so that "<=" is not read as "<".
 constexpr std::wstring_view kOperators[] = {L"==", L"!=", L"<>", L"~=", L"<=", L">=", L"<", L">",
                                             L"&",  L"|",  L"+",  L"-",  L"*",  L"/",  L"^", L"~"};
-constexpr int kDeepest = 100;
+constexpr int kDeepestBracket = 100;
 
 struct Fault : std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -107,7 +107,7 @@ public:
         return std::wstring(text_.substr(start, at_ - start));
     }
     void Expression(int depth = 0) {
-        if (depth > kDeepest) throw Fault("less than 100 brackets");
+        if (depth > kDeepestBracket) throw Fault("less than 100 brackets");
         Operand(depth);
         while (TakeOperator()) Operand(depth);
     }

@@ -16,7 +16,6 @@ constexpr double kStandardSize = 11;
 constexpr double kBoldFactor = 1.1;
 constexpr double kPadding = 1.5;  // characters beside a text
 constexpr double kMaxWidth = 255;
-constexpr double kStandardWidth = 8.43;
 
 // The standard palette, 0xRRGGBB as it is usually printed.
 constexpr std::array<unsigned, 56> kPalette = {

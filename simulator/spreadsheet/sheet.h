@@ -13,6 +13,8 @@ namespace sim {
 
 inline constexpr int kMaxSheetRow = 1048576;
 inline constexpr int kMaxSheetColumn = 16384;
+// Of a column whose width nobody set, in characters.
+inline constexpr double kStandardWidth = 8.43;
 
 inline constexpr wchar_t kGeneralFormat[] = L"General";
 inline constexpr wchar_t kTextFormat[] = L"@";

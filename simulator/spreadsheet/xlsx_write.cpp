@@ -21,7 +21,6 @@ constexpr char kHead[] = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"
 constexpr int kTextFormatNumber = 49;
 constexpr std::size_t kFirstOwnFormat = 164;
 constexpr std::size_t kStandardFills = 2;
-constexpr double kStandardWidth = 8.43;
 
 constexpr char kContentTypes[] =
     "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"

@@ -33,7 +33,7 @@ struct PdfOption {
 constexpr int kMany = 1000;
 
 // By option number.
-constexpr std::array<PdfOption, 30> kOptions = {{
+constexpr std::array<PdfOption, 30> kPdfOptions = {{
     {"FONT_STROKE", ValueKind::kNumber, 0, 2},
     {"COLOR_DEPTH", ValueKind::kNumber, 0, 2},
     {"HIDDENLINE_MODE", ValueKind::kNumber, 0, kMany},
@@ -69,13 +69,13 @@ constexpr std::array<PdfOption, 30> kOptions = {{
 ProError SetOption(Session& host, ProPDFOptions options, int type, int value, ValueKind kind) {
     PdfOptions* set = host.exportOptions.pdf.Find(host.report, options);
     if (set == nullptr) return PRO_TK_BAD_INPUTS;
-    const bool isKnown = type >= 0 && static_cast<std::size_t>(type) < kOptions.size() &&
-                         kOptions[static_cast<std::size_t>(type)].kind != ValueKind::kNone;
+    const bool isKnown = type >= 0 && static_cast<std::size_t>(type) < kPdfOptions.size() &&
+                         kPdfOptions[static_cast<std::size_t>(type)].kind != ValueKind::kNone;
     if (!isKnown) {
         host.report.Violation("there is no PDF option " + std::to_string(type));
         return PRO_TK_BAD_INPUTS;
     }
-    const PdfOption& option = kOptions[static_cast<std::size_t>(type)];
+    const PdfOption& option = kPdfOptions[static_cast<std::size_t>(type)];
     if (type == PRO_PDFOPT_SHEET_RANGE && host.strict.pdfSheetRangeIsText) return PRO_TK_INVALID_TYPE;
     if (option.kind != kind) {
         host.report.Violation("the PDF option " + std::string(option.name) + " has values of another kind");
@@ -185,7 +185,7 @@ ProError ProPDFExport(ProMdl model, ProPath output_file, ProPDFOptions options) 
 
         std::map<std::string, std::string> named;
         for (const auto& [type, value] : *set)
-            named[kOptions[static_cast<std::size_t>(type)].name] = std::to_string(value);
+            named[kPdfOptions[static_cast<std::size_t>(type)].name] = std::to_string(value);
         const int unset = host.strict.pdfHoldsAllSheets ? PRO_PRINT_ALL_SHEETS : PRO_PRINT_CURRENT_SHEET;
         const int sheets = Value(*set, PRO_PDFOPT_SHEETS, Value(*set, PRO_PDFOPT_SHEET_RANGE, unset));
         const bool all = sheets == PRO_PRINT_ALL_SHEETS;

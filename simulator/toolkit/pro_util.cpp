@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 namespace {
 
 // The longest model name that a file may carry.
-constexpr std::size_t kLongestName = 80;
+constexpr std::size_t kLongestFileName = 80;
 
 ProError FreeList(Session& host, BlockKind kind, const void* list, int count) {
     const HostBlock* block = host.memory.Find({kind}, list);
@@ -303,7 +303,7 @@ ProError ProFileMdlnameParse(ProPath file_name_w_path, ProPath r_path, ProMdlNam
             const std::wstring_view folder =
                 text->substr(0, slash == std::wstring_view::npos ? 0 : slash + 1);
             const NameParts parts = SplitName(std::wstring(text->substr(folder.size())));
-            if (parts.name.size() > kLongestName) return PRO_TK_BAD_INPUTS;
+            if (parts.name.size() > kLongestFileName) return PRO_TK_BAD_INPUTS;
             if (parts.name.empty() || parts.extension.size() >= PRO_MDLEXTENSION_SIZE)
                 return PRO_TK_INVALID_NAME;
             const bool isFilled =

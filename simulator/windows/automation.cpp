@@ -7,34 +7,29 @@ namespace sim {
 namespace {
 
 // Whose plug-in makes the calls: they come without a word of it.
-Session* host = nullptr;
+Session* automated = nullptr;
 
 HRESULT WINAPI ClassOfProgram(LPCOLESTR program, LPCLSID programClass) {
-    return host->spreadsheet.ClassOfProgram(program, programClass);
+    return automated->spreadsheet.ClassOfProgram(program, programClass);
 }
 
 HRESULT WINAPI CreateInstance(REFCLSID programClass, LPUNKNOWN outer, DWORD context, REFIID id,
                               LPVOID* object) {
-    return host->spreadsheet.Create(programClass, outer, context, id, object);
+    return automated->spreadsheet.Create(programClass, outer, context, id, object);
 }
 
 HRESULT WINAPI EnterCom(LPVOID, DWORD model) {
-    return host->spreadsheet.EnterCom(model);
+    return automated->spreadsheet.EnterCom(model);
 }
 
 void WINAPI LeaveCom() {
-    if (!host->spreadsheet.LeaveCom()) host->report.Violation("CoUninitialize without CoInitializeEx");
-}
-
-template <typename Function>
-void* Address(Function* function) {
-    return reinterpret_cast<void*>(function);
+    if (!automated->spreadsheet.LeaveCom()) automated->report.Violation("CoUninitialize without CoInitializeEx");
 }
 
 }  // namespace
 
 void PatchAutomation(Session& session, HMODULE module, std::vector<ImportPatch>& patches) {
-    host = &session;
+    automated = &session;
     PatchImport(module, "CLSIDFromProgID", Address(&ClassOfProgram), patches);
     PatchImport(module, "CoCreateInstance", Address(&CreateInstance), patches);
     PatchImport(module, "CoInitializeEx", Address(&EnterCom), patches);

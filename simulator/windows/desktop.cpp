@@ -20,13 +20,13 @@ namespace sim {
 namespace {
 
 // Whose plug-in makes the calls: they come without a word of it.
-Session* host = nullptr;
+Session* caller = nullptr;
 
 // ---- Boxes, choices and programs
 
 // What the user answers to a box that only informs is plain; a box with a choice needs an arranged answer.
 int AnswerBox(UINT flags, const std::wstring& text) {
-    User& user = host->user;
+    User& user = caller->user;
     const UINT buttons = flags & MB_TYPEMASK;
     if (buttons == MB_OK) return IDOK;
     if (!user.boxAnswers.empty()) {
@@ -39,10 +39,10 @@ int AnswerBox(UINT flags, const std::wstring& text) {
 }
 
 int WINAPI ShowBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
-    if (IsProgressShown()) host->report.Violation("MessageBoxW while the progress window is on the screen");
-    host->user.boxes.push_back({text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags,
-                                owner != nullptr, host->report.CallCount()});
-    return AnswerBox(flags, host->user.boxes.back().text);
+    if (IsProgressShown()) caller->report.Violation("MessageBoxW while the progress window is on the screen");
+    caller->user.boxes.push_back({text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags,
+                                owner != nullptr, caller->report.CallCount()});
+    return AnswerBox(flags, caller->user.boxes.back().text);
 }
 
 std::wstring Text(LPCWSTR text) {
@@ -58,7 +58,7 @@ std::wstring FilterText(LPCWSTR filter) {
 }
 
 BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
-    User& user = host->user;
+    User& user = caller->user;
     user.fileQuestions.push_back({Text(request->lpstrInitialDir), FilterText(request->lpstrFilter),
                                   Text(request->lpstrDefExt), request->Flags, Text(request->lpstrFile),
                                   request->hwndOwner != nullptr});
@@ -71,9 +71,9 @@ BOOL ChooseFile(LPOPENFILENAMEW request, const char* what) {
     user.files.pop_front();
     if (!answer) return FALSE;
     // A bare name is one in the folder where the user works.
-    const std::wstring path = (host->models.WorkingDirectory() / *answer).wstring();
+    const std::wstring path = (caller->models.WorkingDirectory() / *answer).wstring();
     if (path.size() + 1 > request->nMaxFile) {
-        host->report.Violation(std::string(what) + ": the chosen path does not fit the plug-in's buffer");
+        caller->report.Violation(std::string(what) + ": the chosen path does not fit the plug-in's buffer");
         return FALSE;
     }
     std::copy_n(path.c_str(), path.size() + 1, request->lpstrFile);
@@ -95,19 +95,19 @@ constexpr UINT kStarted = 33;
 constexpr UINT kNotStarted = ERROR_FILE_NOT_FOUND;
 
 HINSTANCE WINAPI StartProgram(HWND, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT show) {
-    const bool fails = host->user.programsFail;
-    if (!fails) host->user.started.push_back({Text(verb), Text(file), Text(parameters), show});
+    const bool fails = caller->user.programsFail;
+    if (!fails) caller->user.started.push_back({Text(verb), Text(file), Text(parameters), show});
     const std::intptr_t answer = fails ? kNotStarted : kStarted;
     return reinterpret_cast<HINSTANCE>(answer);  // NOLINT(performance-no-int-to-ptr)
 }
 
 UINT WINAPI StartCommandLine(LPCSTR commandLine, UINT show) {
-    if (host->user.programsFail) return kNotStarted;
+    if (caller->user.programsFail) return kNotStarted;
     const int size = MultiByteToWideChar(CP_ACP, 0, commandLine, -1, nullptr, 0);
     std::wstring line(static_cast<std::size_t>(std::max(size, 1)), L'\0');
     MultiByteToWideChar(CP_ACP, 0, commandLine, -1, line.data(), size);
     line.pop_back();
-    host->user.started.push_back({L"", line, L"", static_cast<int>(show)});
+    caller->user.started.push_back({L"", line, L"", static_cast<int>(show)});
     return kStarted;
 }
 
@@ -117,7 +117,7 @@ std::vector<DesktopTimer> timers;
 UINT_PTR nextTimer = 0x7F01;
 
 UINT_PTR WINAPI StartTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
-    if (window != nullptr) host->report.Violation("SetTimer with a window");
+    if (window != nullptr) caller->report.Violation("SetTimer with a window");
     (void)id;  // without a window the system gives an identifier of its own
     timers.push_back({nextTimer++, period, procedure});
     return timers.back().id;
@@ -127,7 +127,7 @@ BOOL WINAPI StopTimer(HWND, UINT_PTR id) {
     const auto timer =
         std::find_if(timers.begin(), timers.end(), [id](const DesktopTimer& t) { return t.id == id; });
     if (timer == timers.end()) {
-        host->report.Violation("KillTimer for a timer that does not run");
+        caller->report.Violation("KillTimer for a timer that does not run");
         return FALSE;
     }
     timers.erase(timer);
@@ -135,12 +135,12 @@ BOOL WINAPI StopTimer(HWND, UINT_PTR id) {
 }
 
 ULONGLONG WINAPI ReadClock() {
-    return AskClock(host->user.progress);
+    return AskClock(caller->user.progress);
 }
 
 HWND WINAPI MakeWindow(DWORD extendedStyle, LPCWSTR name, LPCWSTR title, DWORD style, INT left, INT top,
                        INT width, INT height, HWND parent, HMENU menu, HINSTANCE module, LPVOID data) {
-    if (host->user.progress.windowsFail) return nullptr;
+    if (caller->user.progress.windowsFail) return nullptr;
     return CreateWindowExW(extendedStyle, name, title, style, left, top, width, height, parent, menu, module,
                            data);
 }
@@ -149,7 +149,7 @@ HWND WINAPI MakeWindow(DWORD extendedStyle, LPCWSTR name, LPCWSTR title, DWORD s
 
 BOOL WINAPI FindUserFolder(HWND owner, LPWSTR path, int folder, BOOL create) {
     if ((folder & 0xFF) != CSIDL_LOCAL_APPDATA) return SHGetSpecialFolderPathW(owner, path, folder, create);
-    const std::filesystem::path& found = host->user.localData;
+    const std::filesystem::path& found = caller->user.localData;
     std::error_code error;
     if (create) std::filesystem::create_directory(found, error);
     if (found.native().size() >= MAX_PATH || !std::filesystem::is_directory(found, error)) return FALSE;
@@ -163,9 +163,9 @@ bool clipboardOpen = false;
 HWND clipboardOwner = nullptr;
 
 BOOL WINAPI ClipboardOpen(HWND owner) {
-    if (clipboardOpen || host->user.clipboardBusy) return FALSE;
+    if (clipboardOpen || caller->user.clipboardBusy) return FALSE;
     if (owner != nullptr && !IsWindow(owner))
-        host->report.Violation("OpenClipboard with a window that is none");
+        caller->report.Violation("OpenClipboard with a window that is none");
     clipboardOpen = true;
     clipboardOwner = owner;
     return TRUE;
@@ -173,7 +173,7 @@ BOOL WINAPI ClipboardOpen(HWND owner) {
 
 BOOL WINAPI ClipboardEmpty() {
     if (!clipboardOpen) return FALSE;
-    host->user.clipboard.clear();
+    caller->user.clipboard.clear();
     return TRUE;
 }
 
@@ -182,7 +182,7 @@ HANDLE WINAPI ClipboardSet(UINT format, HANDLE memory) {
     const bool isTaken = clipboardOpen && clipboardOwner != nullptr;
     if (!isTaken || format != CF_UNICODETEXT || memory == nullptr) return nullptr;
     if (const void* text = GlobalLock(memory)) {
-        host->user.clipboard = static_cast<const wchar_t*>(text);
+        caller->user.clipboard = static_cast<const wchar_t*>(text);
         GlobalUnlock(memory);
     }
     // The clipboard owns the block from here on.
@@ -191,7 +191,7 @@ HANDLE WINAPI ClipboardSet(UINT format, HANDLE memory) {
 }
 
 BOOL WINAPI ClipboardClose() {
-    if (!clipboardOpen) host->report.Violation("CloseClipboard without OpenClipboard");
+    if (!clipboardOpen) caller->report.Violation("CloseClipboard without OpenClipboard");
     clipboardOpen = false;
     return TRUE;
 }
@@ -200,11 +200,6 @@ struct Redirection {
     const char* function;
     void* replacement;
 };
-
-template <typename Function>
-void* Address(Function* function) {
-    return reinterpret_cast<void*>(function);
-}
 
 const std::array<Redirection, 14> kRedirections = {{
     {"MessageBoxW", Address(&ShowBox)},
@@ -307,7 +302,7 @@ void PatchBreakables(HMODULE module, std::vector<ImportPatch>& patches) {
 }  // namespace
 
 std::vector<std::string> PatchDesktop(Session& session, HMODULE module, std::vector<ImportPatch>& patches) {
-    host = &session;
+    caller = &session;
     for (const Redirection& redirection : kRedirections)
         PatchImport(module, redirection.function, redirection.replacement, patches);
     PatchBreakables(module, patches);
@@ -329,7 +324,7 @@ void FireDesktopTimers() {
         try {
             timer.procedure(nullptr, WM_TIMER, timer.id, GetTickCount());
         } catch (...) {
-            host->report.Violation("an exception crossed a timer procedure");
+            caller->report.Violation("an exception crossed a timer procedure");
         }
     }
 }

@@ -18,6 +18,12 @@ struct ImportPatch {
     void* original = nullptr;
 };
 
+// What a redirected import may point at.
+template <typename Function>
+void* Address(Function* function) {
+    return reinterpret_cast<void*>(function);
+}
+
 // All slots of `module` that import `function` (from any library), normally none or one. Calls fetched with
 // GetProcAddress are not seen.
 std::vector<void**> ImportSlots(HMODULE module, std::string_view function);

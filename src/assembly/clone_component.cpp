@@ -154,7 +154,7 @@ static ProError CopyByAssembly(const Source& source, NewModel& copy) {
     std::wstring assembly;
     ProError status = ModelNameGet(source.assembly, assembly);
     if (Failed(status)) return status;
-    const NameRule rule = source.type == PRO_MDL_PART ? NumberedName : NumberedAssemblyName;
+    const CopyNameRule rule = source.type == PRO_MDL_PART ? NumberedName : NumberedAssemblyName;
     status = FreeNameGet({SeriesBase(assembly), rule, FileType(source), kLongestHostName}, copy.name);
     return Failed(status) ? status : CopyMake(source.model, copy);
 }

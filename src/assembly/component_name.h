@@ -10,7 +10,7 @@ namespace kv {
 std::wstring SeriesBase(std::wstring_view assembly);
 
 // The n-th name of a series: `number` counts from 1.
-using NameRule = std::wstring (*)(const std::wstring& base, int number);
+using CopyNameRule = std::wstring (*)(const std::wstring& base, int number);
 
 // "PUMP-1", "PUMP-2", ...
 std::wstring NumberedName(const std::wstring& base, int number);

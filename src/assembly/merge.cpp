@@ -38,9 +38,9 @@
 
 namespace kv {
 
-static constexpr wchar_t kNothingSelected[] = L"\t请先选择需要合并的零件(不支持组件)\t";
+static constexpr wchar_t kNothingToMerge[] = L"\t请先选择需要合并的零件(不支持组件)\t";
 static constexpr wchar_t kNoPartActive[] = L"\t当前激活的元件不是零件，无法合并\t";
-static constexpr char kNamePrompt[] = "USER Enter a new name: ";
+static constexpr char kMergedNamePrompt[] = "USER Enter a new name: ";
 static constexpr char kPickPrompt[] = "Please select parts to be merged:";
 static constexpr wchar_t kStepMerge[] = L"合并";
 static constexpr wchar_t kStepNoPart[] = L"不是零件";
@@ -80,9 +80,9 @@ ProError KvMerge() {
     ProError status = TemplateLoad(model);
     if (Failed(status)) return ShowFailure(kNoPartTemplate, status);
     status = SelectionRead(selections);
-    if (Failed(status)) return ShowFailure(kNothingSelected, status);
+    if (Failed(status)) return ShowFailure(kNothingToMerge, status);
     status = ActiveAssemblyGet(kNoAssemblyForNew, assembly);
-    if (!Failed(status)) status = CopyAsk(kNamePrompt, {}, model, PRO_MDLFILE_PART, copy);
+    if (!Failed(status)) status = CopyAsk(kMergedNamePrompt, {}, model, PRO_MDLFILE_PART, copy);
     if (Failed(status)) return status;
 
     BatchRun run("KvMerge", 1 + Items(selections).size());

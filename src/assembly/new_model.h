@@ -27,7 +27,7 @@ inline constexpr std::size_t kLongestHostName = PRO_MDLNAME_SIZE - 1;
 // A series of names, and the type of the models that must not have them.
 struct NameSeries {
     std::wstring base;
-    NameRule rule = NumberedName;
+    CopyNameRule rule = NumberedName;
     ProMdlfileType type = PRO_MDLFILE_PART;
     std::size_t longest = 0;  // characters
 };

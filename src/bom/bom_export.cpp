@@ -19,7 +19,7 @@
 
 namespace kv {
 
-static constexpr wchar_t kFilter[] = L"EXCEL文件(*.xlsx)|*.xlsx| All Files (*.*) |*.*||";
+static constexpr wchar_t kWorkbookFilter[] = L"EXCEL文件(*.xlsx)|*.xlsx| All Files (*.*) |*.*||";
 static constexpr wchar_t kExtension[] = L".xlsx";
 static constexpr wchar_t kTitleEnd[] = L" BOM";
 static constexpr wchar_t kFileLocked[] = L"文件已在excel打开，请关闭后重试";
@@ -38,7 +38,7 @@ static void ReportRefused(const SheetTable& sheet, const std::vector<RefusedCell
 void BomExport() {
     SheetTable sheet;
     if (Failed(TitleGet(sheet.title))) return;
-    const std::wstring path = SaveFileChoose(FileNameText(sheet.title) + kExtension, kFilter, kExtension);
+    const std::wstring path = SaveFileChoose(FileNameText(sheet.title) + kExtension, kWorkbookFilter, kExtension);
     if (path.empty()) return;
     if (FileIsLocked(path)) {
         ShowMessage(kFileLocked);

@@ -14,12 +14,12 @@
 #include "base/text.h"
 #include "display/refusals_report.h"
 #include "model/model_data.h"
+#include "model/selection.h"
 
 namespace kv {
 
 static constexpr char kParts[] = "part";
 static constexpr char kSurfaces[] = "surface";
-static constexpr int kNoLimit = -1;
 static constexpr wchar_t kStepSelect[] = L"加入选择";
 
 static void EnvironmentFree(ProSelectionEnv* environment) {

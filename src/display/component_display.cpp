@@ -183,8 +183,7 @@ static void AddAssembliesBelow(const WalkResult& walk, Kept& kept) {
             if (below->type == PRO_MDL_ASSEMBLY) kept.assemblies.push_back(below->model);
     }
     std::ranges::sort(kept.assemblies, std::less<>());
-    const auto repeated = std::ranges::unique(kept.assemblies);
-    kept.assemblies.erase(repeated.begin(), repeated.end());
+    kept.assemblies.erase(std::unique(kept.assemblies.begin(), kept.assemblies.end()), kept.assemblies.end());
 }
 
 static void ShowKept(const Kept& kept, DisplayPlan& plan) {

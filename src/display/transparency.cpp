@@ -25,7 +25,6 @@
 
 namespace kv {
 
-static constexpr int kNoLimit = -1;
 // 1 would be invisible.
 static constexpr double kSeeThrough = 0.7;
 // Sides of a surface: along its normal, and the other one. A model has the first only.

@@ -12,6 +12,7 @@
 #include "base/text.h"
 #include "drawing/drawing_creation.h"
 #include "drawing/drawing_target.h"
+#include "model/drawing_sheets.h"
 #include "model/model_data.h"
 #include "settings/settings_store.h"
 #include "ui/message_box.h"
@@ -23,7 +24,6 @@ static constexpr wchar_t kTemplate[] = L"tp\\kv.drw";
 static constexpr wchar_t kChooseFormat[] = L"请选择工程图模板";
 static constexpr wchar_t kFormatFilter[] = L"*.frm";
 static constexpr wchar_t kNoFormat[] = L"\t图框未能加入新工程图：\t\n";
-static constexpr int kFirstSheet = 1;
 
 static ProError CreateFromOwnTemplate(const DrawingTarget& target, ProDrawing& drawing);
 static ProError FormatAdd(const DrawingTarget& target, ProDrawing drawing, const std::wstring& path);

@@ -13,7 +13,7 @@
 
 namespace kv {
 
-static constexpr wchar_t kItems[] = L"视图";
+static constexpr wchar_t kViewItems[] = L"视图";
 static constexpr wchar_t kStepViewScale[] = L"设置视图比例";
 static constexpr wchar_t kStepDrawingScale[] = L"设置页面比例";
 // The drawing scale is always set on the first sheet, whichever is current.
@@ -53,12 +53,12 @@ ProError ScalePush(const char* command, ProDrawing drawing, const HostArray<ProV
         Push push = {drawing, scale, SheetTurn(drawing)};
         std::size_t number = 0;
         for (ProView view : all) {
-            const std::wstring item = name + L" " + kItems + std::to_wstring(++number);
+            const std::wstring item = name + L" " + kViewItems + std::to_wstring(++number);
             if (run.Begin(item)) PushToView(push, item, view, run);
         }
     }
     const ProError status = SheetRegenerate(drawing, sheet);
-    TellCount(run, kItems);
+    TellCount(run, kViewItems);
     ShowCancelled(run);
     return status;
 }

@@ -11,6 +11,7 @@
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "drawing/scale_push.h"
+#include "model/drawing_sheets.h"
 #include "ui/message_box.h"
 #include "ui/prompt.h"
 
@@ -18,7 +19,6 @@ namespace kv {
 
 static constexpr char kPrompt[] = "USER Enter any double scale: ";
 static constexpr wchar_t kNoScale[] = L"\t比例必须大于0\t";
-static constexpr int kFirstSheet = 1;
 
 static ProError ScaleRead(double& scale);
 static ProError MainScaleGet(ProDrawing drawing, std::span<ProView> views, double& scale);

@@ -22,9 +22,9 @@
 
 namespace kv {
 
-static constexpr char kDialog[] = "KvExIgs";
+static constexpr char kAssemblyDialog[] = "KvExIgs";
 static constexpr wchar_t kMouldsOnly[] = L"此功能仅组件/模具环境可用！";
-static constexpr wchar_t kNotExported[] = L"以下模型未能导出：";
+static constexpr wchar_t kModelsNotExported[] = L"以下模型未能导出：";
 
 struct AssemblyExport {
     const char* command;
@@ -43,10 +43,10 @@ static constexpr AssemblyExport kSat = {
     "KvExSat", L"请选择sat文件导出目录", L".sat", L"导出SAT",  L"\t批量导出为sat操作已完成\t"};
 // clang-format on
 
-static void InclusionFree(ProOutputInclusion* inclusion) {
+inline void InclusionFree(ProOutputInclusion* inclusion) {
     ProOutputInclusionFree(*inclusion);
 }
-static void LayerOptionsFree(ProOutputLayerOptions* options) {
+inline void LayerOptionsFree(ProOutputLayerOptions* options) {
     ProOutputLayerOptionsFree(*options);
 }
 
@@ -79,7 +79,7 @@ ProError KvExIgs() {
     ProMdl assembly = nullptr;
     const ProError status = CurrentAssemblyGet(kAssembliesOnly, assembly);
     if (Failed(status)) return status;
-    return RunDialog(kDialog, {Pressed<OnExportIges>("KvExIgsAct"), Closes("Close")}, assembly);
+    return RunDialog(kAssemblyDialog, {Pressed<OnExportIges>("KvExIgsAct"), Closes("Close")}, assembly);
 }
 
 static void OnExportIges(ProMdl& assembly) {
@@ -107,7 +107,7 @@ static ProError IgesOptionsGet(IgesOptions& options) {
 
 static ProError FlagGet(const char* check, ProBoolean& flag) {
     bool ticked = false;
-    const ProError status = CheckTickedGet(kDialog, check, ticked);
+    const ProError status = CheckTickedGet(kAssemblyDialog, check, ticked);
     flag = ticked ? PRO_B_TRUE : PRO_B_FALSE;
     return status;
 }
@@ -131,7 +131,7 @@ static ProError ExportAssembly(ProMdl assembly, const AssemblyExport& kind, cons
     ExportFolder folder(target);
     BatchRun run(kind.command, batch.models.size());
     ExportModels(batch, kind, iges, folder, run);
-    ShowFailures(kNotExported, run.Record());
+    ShowFailures(kModelsNotExported, run.Record());
     ShowCompletion(run, kind.done);
     return PRO_TK_NO_ERROR;
 }

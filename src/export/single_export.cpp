@@ -30,7 +30,7 @@ namespace kv {
 
 static constexpr wchar_t kDesktop[] = L"deskTop";
 static constexpr wchar_t kAskUser[] = L"byUser";
-static constexpr wchar_t kNotExported[] = L"以下文件未能导出：";
+static constexpr wchar_t kFilesNotExported[] = L"以下文件未能导出：";
 static constexpr char kStepDone[] = "STP model has exported";
 static constexpr wchar_t kSheetMark[] = L" #";
 static constexpr wchar_t kTemporaryName[] = L"temp";
@@ -182,7 +182,7 @@ static void SheetsWrite(const DrawingTask& task, const DrawingFormat& format, co
 }
 
 static void ShowEnd(const BatchRun& run) {
-    ShowFailures(kNotExported, run.Record());
+    ShowFailures(kFilesNotExported, run.Record());
     ShowCancelled(run);
 }
 

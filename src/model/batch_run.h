@@ -64,8 +64,11 @@ void ShowCompletion(const BatchRun& run, const wchar_t* done, MessageBoxForm sho
 // The same for a run whose end is told by no box: after a cancel alone.
 void ShowCancelled(const BatchRun& run);
 
+// What most runs work on.
+inline constexpr wchar_t kModelItems[] = L"模型";
+
 // Tells in the message area how many items were done, skipped and failed. `what` names the items, such as
-// L"模型".
+// kModelItems.
 void TellCount(const BatchRun& run, const wchar_t* what);
 
 // Opens the report at this path for the user; a box tells when there is none.

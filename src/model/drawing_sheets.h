@@ -8,6 +8,8 @@
 
 namespace kv {
 
+inline constexpr int kFirstSheet = 1;
+
 // Size name of a sheet, such as "A3"; sheets count from 1. Errors: those of ProDrawingSheetTrfGet.
 [[nodiscard]] ProError SheetSizeGet(ProDrawing drawing, int sheet, std::wstring& size);
 

@@ -11,6 +11,9 @@
 
 namespace kv {
 
+// For ProSelect: as many as the user picks.
+inline constexpr int kNoLimit = -1;
+
 // The selected items in the order of selection; read them with Items. Errors: PRO_TK_E_NOT_FOUND when nothing
 // is selected, else those of ProSelbufferSelectionsGet.
 [[nodiscard]] ProError SelectionRead(SelectionArray& selections);

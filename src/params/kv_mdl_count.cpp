@@ -24,8 +24,7 @@
 
 namespace kv {
 
-static constexpr char kCommand[] = "KvMdlCount";
-static constexpr wchar_t kItems[] = L"模型";
+static constexpr char kCountCommand[] = "KvMdlCount";
 static constexpr wchar_t kStepQuantity[] = L"写入数量";
 static constexpr wchar_t kStepInstance[] = L"族表实例";
 static constexpr wchar_t kStepGeneric[] = L"准备类属模型";
@@ -33,7 +32,7 @@ static constexpr wchar_t kQuantity[] = L"数量";
 static constexpr wchar_t kInstanceSetting[] = L"KvCountForInstance";
 static constexpr wchar_t kInstancesWanted[] = L"TRUE";
 
-static constexpr wchar_t kDone[] = L"\t批量数量参数创建/更新完毕。\t";
+static constexpr wchar_t kCountWritten[] = L"\t批量数量参数创建/更新完毕。\t";
 static constexpr wchar_t kFailures[] =
     L"以下模型“数量”参数创建/更新失败，请检查参数是否存在关系锁定等原因，需手动处理：";
 static constexpr wchar_t kListEnd[] = L"\n";
@@ -56,7 +55,7 @@ ProError KvMdlCount() {
 
     const std::vector<NamedModel> models = NamesOf(walk.distinct);
     const std::vector<ModelCount> counts = CountModels(models, walk.models, NameMatch::AnyCase);
-    BatchRun run(kCommand, counts.size());
+    BatchRun run(kCountCommand, counts.size());
     for (const ModelCount& entry : counts)
         if (run.Begin(models[entry.model].name))
             run.Add(WriteCount(models[entry.model], entry.count, instances));
@@ -125,10 +124,10 @@ static ProError AddColumn(ProMdl generic) {
 }
 
 static void ShowResult(const BatchRun& run) {
-    TellCount(run, kItems);
+    TellCount(run, kModelItems);
     const std::wstring failures = FailureLines(run.Record(), FailureList::Complete);
     if (run.Cancelled() || failures.empty()) {
-        ShowCompletion(run, kDone);
+        ShowCompletion(run, kCountWritten);
     } else {
         ShowInformation((kFailures + failures + kListEnd).c_str());
     }

@@ -60,7 +60,6 @@ static constexpr DialogSetting kSettings[] = {
 static constexpr DialogSetting kStartOnly[] = {{kDerivedExcluded, SettingKind::Text, kContentKey, kExcluded}};
 
 static constexpr char kValueMessage[] = "Parameter value:%0w";
-static constexpr wchar_t kItems[] = L"模型";
 static constexpr wchar_t kNameMissing[] = L"\t请输入参数名称！\t";
 static constexpr wchar_t kNameTooLong[] = L"\t参数名称超过31个字符，未做任何改动！\t";
 static constexpr wchar_t kValueTooLong[] = L"\t参数值超过80个字符，未做任何改动！\t";
@@ -248,13 +247,13 @@ static void ShowChange(const BatchRun& run, ProMdl model, ParamsDialog& dialog) 
     dialog.report = run.ReportPath();
     ProTreetoolRefresh(model);
     ProSolidRegenerate(static_cast<ProSolid>(model), PRO_REGEN_NO_FLAGS);
-    TellCount(run, kItems);
+    TellCount(run, kModelItems);
     ShowCancelled(run);
 }
 
 static void ShowDerived(const BatchRun& run, const wchar_t* done, ProMdl model, ParamsDialog& dialog) {
     dialog.report = run.ReportPath();
-    TellCount(run, kItems);
+    TellCount(run, kModelItems);
     ShowCompletion(run, done, ShowInformation);
     ProTreetoolRefresh(model);
 }

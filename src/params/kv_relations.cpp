@@ -30,20 +30,19 @@
 
 namespace kv {
 
-static constexpr char kDialog[] = "Relations";
-static constexpr char kCommand[] = "KvRelations";
-static constexpr char kText[] = "RelTxtarea";
-static constexpr char kTypeChoice[] = "TypeRadio";
+static constexpr char kRelationsDialog[] = "Relations";
+static constexpr char kRelationsCommand[] = "KvRelations";
+static constexpr char kRelationsText[] = "RelTxtarea";
+static constexpr char kRelationsTypeChoice[] = "TypeRadio";
 static constexpr char kSetChoice[] = "OptionRadio";
-static constexpr char kExcluded[] = "InputKeyWords";
+static constexpr char kRelationsExcluded[] = "InputKeyWords";
 static constexpr char kModelCount[] = "ModelCount";
-static constexpr ModelChoice kModels = {kTypeChoice, kExcluded, true, ShowMessage};
+static constexpr ModelChoice kModels = {kRelationsTypeChoice, kRelationsExcluded, true, ShowMessage};
 
-static constexpr char kAllModels[] = "AsmAndPart";
+static constexpr char kRelationsAllModels[] = "AsmAndPart";
 static constexpr char kInitialSet[] = "init";
 static constexpr char kAfterSet[] = "after";
 
-static constexpr wchar_t kItems[] = L"模型";
 static constexpr wchar_t kStepNoSet[] = L"未选择关系类型";
 static constexpr wchar_t kStepKept[] = L"关系无变化";
 static constexpr char kNoBackupMessage[] = "Relations not saved";
@@ -72,14 +71,14 @@ struct RelationRequest {
 // The models of a tree by type and name.
 using ModelIndex = std::unordered_map<std::wstring, ProMdl>;
 
-static void FillDialog(RelationsDialog& dialog);
-static void OnAdd(RelationsDialog& dialog);
+static void FillRelationsDialog(RelationsDialog& dialog);
+static void OnAddRelations(RelationsDialog& dialog);
 static void OnAddNew(RelationsDialog& dialog);
 static void OnReplace(RelationsDialog& dialog);
 static void OnReadCurrent();
 static void OnRestore(RelationsDialog& dialog);
 static void OnCount();
-static void OnShowReport(const RelationsDialog& dialog);
+static void OnShowRelationsReport(const RelationsDialog& dialog);
 static std::optional<RelationKind> ChosenKind();
 static void Apply(RelationsDialog& dialog, RelationRule rule, const wchar_t* done);
 static ProError ChangeModel(ProMdl model, const RelationRequest& request, RunEntry& entry,
@@ -96,29 +95,29 @@ static void ShowEnd(const BatchRun& run, const RelationBackup& backup, const wch
 
 ProError KvRelations() {
     RelationsDialog dialog;
-    return RunDialog(kDialog,
+    return RunDialog(kRelationsDialog,
                      {
-                         Pressed<OnAdd>("AddRels"),
+                         Pressed<OnAddRelations>("AddRels"),
                          Pressed<OnAddNew>("AddRelsAndNoRepeat"),
                          Pressed<OnReplace>("CoverRels"),
                          Pressed<OnReadCurrent>("ReadCurrent"),
                          Pressed<OnRestore>("RestoreRels"),
                          Pressed<OnCount>("CountModels"),
-                         Chosen<OnCount>(kTypeChoice),
-                         Pressed<OnShowReport>("KvShowReport"),
+                         Chosen<OnCount>(kRelationsTypeChoice),
+                         Pressed<OnShowRelationsReport>("KvShowReport"),
                          Closes("Close"),
                      },
-                     dialog, FillDialog);
+                     dialog, FillRelationsDialog);
 }
 
-static void FillDialog(RelationsDialog& dialog) {
-    RadioChoiceSet(kDialog, kTypeChoice, kAllModels);
-    RadioChoiceSet(kDialog, kSetChoice, kInitialSet);
-    dialog.backup = NewestRunFile(kRelationFolder, kCommand);
+static void FillRelationsDialog(RelationsDialog& dialog) {
+    RadioChoiceSet(kRelationsDialog, kRelationsTypeChoice, kRelationsAllModels);
+    RadioChoiceSet(kRelationsDialog, kSetChoice, kInitialSet);
+    dialog.backup = NewestRunFile(kRelationFolder, kRelationsCommand);
     OnCount();
 }
 
-static void OnAdd(RelationsDialog& dialog) {
+static void OnAddRelations(RelationsDialog& dialog) {
     Apply(dialog, RelationRule::Append, kAppended);
 }
 
@@ -142,7 +141,7 @@ static void OnReadCurrent() {
         ShowMessage(kNoRelations);
         return;
     }
-    AreaTextSet(kDialog, kText, TextOfLines(set.lines));
+    AreaTextSet(kRelationsDialog, kRelationsText, TextOfLines(set.lines));
 }
 
 static void OnRestore(RelationsDialog& dialog) {
@@ -160,8 +159,8 @@ static void OnRestore(RelationsDialog& dialog) {
 // Tells how many models the choice and the prefixes give, as a press would find them.
 static void OnCount() {
     ModelBatch batch;
-    if (Failed(ChosenModelsGet(kDialog, kModels, batch))) {
-        InputTextSet(kDialog, kModelCount, {});
+    if (Failed(ChosenModelsGet(kRelationsDialog, kModels, batch))) {
+        InputTextSet(kRelationsDialog, kModelCount, {});
         return;
     }
     const auto isExcluded = [&batch](ProMdl model) {
@@ -172,15 +171,15 @@ static void OnCount() {
     std::wstring text =
         std::to_wstring(static_cast<std::ptrdiff_t>(batch.models.size()) - excluded) + L" 个模型";
     if (excluded > 0) text += L"，排除 " + std::to_wstring(excluded) + L" 个";
-    InputTextSet(kDialog, kModelCount, text);
+    InputTextSet(kRelationsDialog, kModelCount, text);
 }
 
-static void OnShowReport(const RelationsDialog& dialog) {
+static void OnShowRelationsReport(const RelationsDialog& dialog) {
     ShowReport(dialog.report);
 }
 
 static std::optional<RelationKind> ChosenKind() {
-    const std::string choice = RadioChoice(kDialog, kSetChoice);
+    const std::string choice = RadioChoice(kRelationsDialog, kSetChoice);
     if (choice == kInitialSet) return RelationKind::Initial;
     if (choice == kAfterSet) return RelationKind::AfterRegeneration;
     return std::nullopt;
@@ -190,12 +189,12 @@ static std::optional<RelationKind> ChosenKind() {
 static void Apply(RelationsDialog& dialog, RelationRule rule, const wchar_t* done) {
     ModelBatch batch;
     std::wstring text;
-    if (Failed(AreaTextGet(kDialog, kText, text))) return;
+    if (Failed(AreaTextGet(kRelationsDialog, kRelationsText, text))) return;
     const RelationRequest request = {rule, ChosenKind(), LinesOfText(text)};
-    if (Failed(ChosenModelsNeed(kDialog, kModels, batch))) return;
+    if (Failed(ChosenModelsNeed(kRelationsDialog, kModels, batch))) return;
 
-    BatchRun run(kCommand, batch.models.size());
-    RelationBackup backup(kCommand);
+    BatchRun run(kRelationsCommand, batch.models.size());
+    RelationBackup backup(kRelationsCommand);
     ForEachEntry(batch, run, kStepWriteRelations,
                  [&](ProMdl model, RunEntry& entry) { return ChangeModel(model, request, entry, backup); });
     ShowEnd(run, backup, done, batch.current, dialog);
@@ -242,8 +241,8 @@ static void RestoreBlocks(const std::vector<RelationBlock>& blocks, RelationsDia
     ModelIndex models;
     if (Failed(ModelIndexGet(current, models))) return;
 
-    BatchRun run(kCommand, blocks.size());
-    RelationBackup backup(kCommand);
+    BatchRun run(kRelationsCommand, blocks.size());
+    RelationBackup backup(kRelationsCommand);
     for (const RelationBlock& block : blocks) {
         if (!run.Begin(block.model)) continue;
         RunEntry entry = {block.model, kStepFindModel};
@@ -289,7 +288,7 @@ static void ShowEnd(const BatchRun& run, const RelationBackup& backup, const wch
     if (!backup.Path().empty() || !backup.IsWhole()) dialog.backup = backup.Path();
     ProTreetoolRefresh(current);
     if (!backup.IsWhole()) DisplayMessage(kNoBackupMessage);
-    TellCount(run, kItems);
+    TellCount(run, kModelItems);
     ShowCompletion(run, done, ShowInformation);
 }
 

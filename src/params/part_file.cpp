@@ -11,7 +11,7 @@
 
 namespace kv {
 
-static constexpr wchar_t kNameTooLong[] = L"\t文件名称超过31个字符，未做任何改动！\t";
+static constexpr wchar_t kFileNameTooLong[] = L"\t文件名称超过31个字符，未做任何改动！\t";
 static constexpr wchar_t kNoSelection[] = L"\t无法读取所选对象，未做任何改动！\t";
 
 static ProError CollectBelow(ProMdl assembly, WalkVariant variant, PartTargets& targets);
@@ -27,10 +27,10 @@ ProError PartFileChoose(const wchar_t* title, const wchar_t* filter, const std::
     ProMdlExtension extension = {};
     status = ProFileMdlnameParse(path, folder, name, extension, nullptr);
     // The host's word for a name that is longer still.
-    if (status == PRO_TK_BAD_INPUTS) return ShowFailure(kNameTooLong, PRO_TK_LINE_TOO_LONG);
+    if (status == PRO_TK_BAD_INPUTS) return ShowFailure(kFileNameTooLong, PRO_TK_LINE_TOO_LONG);
     if (Failed(status)) return status;
     ProName fits;
-    if (Failed(CopyText(name, fits))) return ShowFailure(kNameTooLong, PRO_TK_LINE_TOO_LONG);
+    if (Failed(CopyText(name, fits))) return ShowFailure(kFileNameTooLong, PRO_TK_LINE_TOO_LONG);
     file = {folder, name, extension};
     return PRO_TK_NO_ERROR;
 }

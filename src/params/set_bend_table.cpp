@@ -26,19 +26,19 @@
 
 namespace kv {
 
-static constexpr char kCommand[] = "SetBendTable";
-static constexpr wchar_t kItems[] = L"钣金件";
+static constexpr char kBendTableCommand[] = "SetBendTable";
+static constexpr wchar_t kSheetmetalItems[] = L"钣金件";
 static constexpr wchar_t kStepRegenerate[] = L"再生";
-static constexpr wchar_t kFolderOption[] = L"pro_sheet_met_dir";
-static constexpr wchar_t kTitle[] = L"请选择折弯表";
-static constexpr wchar_t kFilter[] = L"*.bnd";
+static constexpr wchar_t kBendTableFolder[] = L"pro_sheet_met_dir";
+static constexpr wchar_t kBendTableTitle[] = L"请选择折弯表";
+static constexpr wchar_t kBendTableFilter[] = L"*.bnd";
 
 static constexpr wchar_t kNoOption[] = L"\t无法读取或设置配置选项 pro_sheet_met_dir，未做任何改动！\t";
-static constexpr wchar_t kWalkFailed[] = L"未找到子钣金件";
-static constexpr wchar_t kNoParts[] = L"当前模型中没有子钣金件";
+static constexpr wchar_t kSheetmetalWalkFailed[] = L"未找到子钣金件";
+static constexpr wchar_t kNoSheetmetalParts[] = L"当前模型中没有子钣金件";
 static constexpr wchar_t kSelectedWalkFailed[] = L"未找到钣金件";
 static constexpr wchar_t kNoSelectedParts[] = L"当前模型中没有钣金件";
-static constexpr wchar_t kDone[] = L"钣金件批量折弯表设置完成";
+static constexpr wchar_t kBendTablesSet[] = L"钣金件批量折弯表设置完成";
 
 static ProError ApplyWithOption(const PartFile& file, const DistinctModel& current,
                                 const SelectedModels& selection, ChangedOption& option,
@@ -58,21 +58,21 @@ ProError SetBendTable() {
     if (Failed(status)) return status;
     std::wstring before;
     // What cannot be read cannot be put back.
-    status = ConfigOptionGet(kFolderOption, before);
+    status = ConfigOptionGet(kBendTableFolder, before);
     if (Failed(status)) return ShowFailure(kNoOption, status);
     PartFile file;
-    status = PartFileChoose(kTitle, kFilter, before, file);
+    status = PartFileChoose(kBendTableTitle, kBendTableFilter, before, file);
     if (Failed(status)) return status;
 
     std::optional<BatchRun> run;
     {
-        ChangedOption option(kFolderOption, before, file.folder);
+        ChangedOption option(kBendTableFolder, before, file.folder);
         if (Failed(option.Status())) return ShowFailure(kNoOption, option.Status());
         status = ApplyWithOption(file, current, selection, option, run);
     }
     if (Failed(status)) return status;
-    TellCount(*run, kItems);
-    ShowCompletion(*run, kDone, ShowInformation);
+    TellCount(*run, kSheetmetalItems);
+    ShowCompletion(*run, kBendTablesSet, ShowInformation);
     return PRO_TK_NO_ERROR;
 }
 
@@ -90,7 +90,7 @@ static ProError ApplyWithOption(const PartFile& file, const DistinctModel& curre
     }
     ModelBatch batch;
     batch.models = targets.All();
-    run.emplace(kCommand, batch.models.size());
+    run.emplace(kBendTableCommand, batch.models.size());
     ForEachEntry(batch, *run, kStepBendTable,
                  [&](ProMdl part, RunEntry& entry) { return Apply(part, file.name, targets, entry); });
     ShowChange(current);
@@ -99,8 +99,8 @@ static ProError ApplyWithOption(const PartFile& file, const DistinctModel& curre
 
 // Tells what was not found. False when the command is to end.
 static bool TellTargets(const PartTargets& targets, bool isSelection) {
-    if (targets.walkFailed) ShowMessage(isSelection ? kSelectedWalkFailed : kWalkFailed);
-    if (!isSelection && targets.walkEmpty) ShowMessage(kNoParts);
+    if (targets.walkFailed) ShowMessage(isSelection ? kSelectedWalkFailed : kSheetmetalWalkFailed);
+    if (!isSelection && targets.walkEmpty) ShowMessage(kNoSheetmetalParts);
     if (!isSelection || targets.walkFailed || !targets.All().empty()) return true;
     ShowMessage(kNoSelectedParts);
     return false;

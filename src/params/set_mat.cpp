@@ -26,12 +26,12 @@
 
 namespace kv {
 
-static constexpr char kCommand[] = "SetMat";
-static constexpr wchar_t kItems[] = L"零件";
+static constexpr char kMaterialCommand[] = "SetMat";
+static constexpr wchar_t kPartItems[] = L"零件";
 static constexpr wchar_t kStepCurrent[] = L"设为当前材料";
-static constexpr wchar_t kFolderOption[] = L"pro_material_dir";
-static constexpr wchar_t kTitle[] = L"请选择材料";
-static constexpr wchar_t kFilter[] = L"*.mtl,*.mat";
+static constexpr wchar_t kMaterialFolder[] = L"pro_material_dir";
+static constexpr wchar_t kMaterialTitle[] = L"请选择材料";
+static constexpr wchar_t kMaterialFilter[] = L"*.mtl,*.mat";
 // Of two files of one name the host takes the one with the first extension.
 static constexpr wchar_t kFirstExtension[] = L".mtl";
 static constexpr wchar_t kSecondExtension[] = L"MAT";
@@ -39,9 +39,9 @@ static constexpr wchar_t kSecondExtension[] = L"MAT";
 static constexpr wchar_t kShadowed[] =
     L"\t同一目录中有同名的.mtl文件，主程序会读取它而不是所选的.mat文件，未做任何改动！\t";
 static constexpr wchar_t kNoFolder[] = L"\t无法进入材料文件所在目录，未做任何改动！\t";
-static constexpr wchar_t kWalkFailed[] = L"未找到子零件";
+static constexpr wchar_t kPartWalkFailed[] = L"未找到子零件";
 static constexpr wchar_t kNoParts[] = L"当前模型中没有零件";
-static constexpr wchar_t kDone[] = L"材料设置完成";
+static constexpr wchar_t kMaterialsSet[] = L"材料设置完成";
 
 static ProError FileChoose(PartFile& file);
 static ProError AssignIn(const PartFile& file, const DistinctModel& current, const SelectedModels& selection);
@@ -65,8 +65,8 @@ ProError SetMat() {
 static ProError FileChoose(PartFile& file) {
     std::wstring start;
     // Without the option the choice begins in the working directory.
-    (void)ConfigOptionGet(kFolderOption, start);
-    const ProError status = PartFileChoose(kTitle, kFilter, start, file);
+    (void)ConfigOptionGet(kMaterialFolder, start);
+    const ProError status = PartFileChoose(kMaterialTitle, kMaterialFilter, start, file);
     if (Failed(status)) return status;
     const bool isShadowed = UpperCase(file.extension) == kSecondExtension &&
                             FileExists(file.folder + file.name + kFirstExtension);
@@ -85,16 +85,16 @@ static ProError AssignIn(const PartFile& file, const DistinctModel& current,
         if (Failed(status)) return ShowFailure(kNoFolder, status);
         status = PartTargetsGet(current, selection, CollectPartComponents, targets);
         if (Failed(status)) return status;
-        if (targets.walkFailed) ShowMessage(kWalkFailed);
+        if (targets.walkFailed) ShowMessage(kPartWalkFailed);
         if (targets.walkEmpty) ShowMessage(kNoParts);
         batch.models = targets.All();
-        run.emplace(kCommand, batch.models.size());
+        run.emplace(kMaterialCommand, batch.models.size());
         ForEachEntry(batch, *run, kStepReadMaterial,
                      [&file](ProMdl part, RunEntry& entry) { return Assign(part, file.name, entry); });
     }
     ActivateWindow();
-    TellCount(*run, kItems);
-    ShowCompletion(*run, kDone, ShowInformation);
+    TellCount(*run, kPartItems);
+    ShowCompletion(*run, kMaterialsSet, ShowInformation);
     return PRO_TK_NO_ERROR;
 }
 

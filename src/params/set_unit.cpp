@@ -26,16 +26,15 @@
 
 namespace kv {
 
-static constexpr char kDialog[] = "SetUnit";
+static constexpr char kUnitDialog[] = "SetUnit";
 static constexpr char kUnitChoice[] = "UnitRadio";
 static constexpr char kConversion[] = "OptionRadio";
 static constexpr char kCurrentSystem[] = "CurrentUnit";
 static constexpr char kSameDimensions[] = "SAME_DIMS";
 static constexpr char kSameSize[] = "SAME_SIZE";
 
-static constexpr wchar_t kItems[] = L"模型";
 static constexpr wchar_t kStepCollect[] = L"读取单位制";
-static constexpr wchar_t kDone[] = L"模型批量单位设置完成";
+static constexpr wchar_t kUnitsSet[] = L"模型批量单位设置完成";
 static constexpr wchar_t kNothingChosen[] = L"\t请选择单位制和转换方式！\t";
 
 // A choice and the name of its system, as the host spells it up to letter case.
@@ -73,10 +72,10 @@ struct UnitRequest {
 
 using UnitArray = HostArray<ProUnititem>;
 
-static void FillDialog(UnitDialog& dialog);
+static void FillUnitDialog(UnitDialog& dialog);
 static std::wstring ShowCurrentSystem();
 static void OnApply(UnitDialog& dialog);
-static void OnShowReport(const UnitDialog& dialog);
+static void OnShowUnitReport(const UnitDialog& dialog);
 static bool RequestGet(UnitRequest& request);
 static ProError ModelsGet(ModelBatch& batch);
 static ProError ChangeUnits(ProMdl model, const UnitRequest& request, UnitArray& units, RunEntry& entry);
@@ -85,22 +84,22 @@ static ProError PrincipalSet(ProMdl model, ProUnitsystem& system, ProUnitConvert
 
 ProError SetUnit() {
     UnitDialog dialog;
-    return RunDialog(kDialog,
+    return RunDialog(kUnitDialog,
                      {
                          Pressed<OnApply>("ApplyBt"),
-                         Pressed<OnShowReport>("KvShowReport"),
+                         Pressed<OnShowUnitReport>("KvShowReport"),
                          Closes("Close"),
                      },
-                     dialog, FillDialog);
+                     dialog, FillUnitDialog);
 }
 
 // Begins with the system that the model has and the conversion that leaves its size alone.
-static void FillDialog(UnitDialog&) {
+static void FillUnitDialog(UnitDialog&) {
     const std::wstring current = UpperCase(ShowCurrentSystem());
     const auto isCurrent = [&current](const UnitRow& row) { return UpperCase(row.system) == current; };
     const UnitRow* row = std::ranges::find_if(kUnits, isCurrent);
-    RadioChoiceSet(kDialog, kUnitChoice, std::string(row == std::end(kUnits) ? kUsualUnits : row->choice));
-    RadioChoiceSet(kDialog, kConversion, kSameSize);
+    RadioChoiceSet(kUnitDialog, kUnitChoice, std::string(row == std::end(kUnits) ? kUsualUnits : row->choice));
+    RadioChoiceSet(kUnitDialog, kConversion, kSameSize);
 }
 
 // Its name; empty, and nothing shown, when it cannot be read.
@@ -110,7 +109,7 @@ static std::wstring ShowCurrentSystem() {
     ProError status = ProMdlCurrentGet(&model);
     if (!Failed(status)) status = ProMdlPrincipalunitsystemGet(model, &system);
     std::wstring name = Failed(status) ? std::wstring() : std::wstring(system.name);
-    InputTextSet(kDialog, kCurrentSystem, name);
+    InputTextSet(kUnitDialog, kCurrentSystem, name);
     return name;
 }
 
@@ -123,7 +122,7 @@ static void OnApply(UnitDialog& dialog) {
     ModelBatch batch;
     if (Failed(ModelsGet(batch))) return;
 
-    BatchRun run(kDialog, batch.models.size());
+    BatchRun run(kUnitDialog, batch.models.size());
     // One array serves all models. Without it no model gets the own system, but those that have it keep it.
     UnitArray units;
     if (request.isOwn) (void)ArrayAlloc(units, static_cast<int>(std::size(kOwnUnits)));
@@ -131,18 +130,18 @@ static void OnApply(UnitDialog& dialog) {
                  [&](ProMdl model, RunEntry& entry) { return ChangeUnits(model, request, units, entry); });
     dialog.report = run.ReportPath();
     ShowCurrentSystem();
-    TellCount(run, kItems);
-    ShowCompletion(run, kDone, ShowInformation);
+    TellCount(run, kModelItems);
+    ShowCompletion(run, kUnitsSet, ShowInformation);
 }
 
-static void OnShowReport(const UnitDialog& dialog) {
+static void OnShowUnitReport(const UnitDialog& dialog) {
     ShowReport(dialog.report);
 }
 
 // False without a choice of units and conversion.
 static bool RequestGet(UnitRequest& request) {
-    const std::string conversion = RadioChoice(kDialog, kConversion);
-    const std::string choice = RadioChoice(kDialog, kUnitChoice);
+    const std::string conversion = RadioChoice(kUnitDialog, kConversion);
+    const std::string choice = RadioChoice(kUnitDialog, kUnitChoice);
     const UnitRow* row = std::ranges::find(kUnits, std::string_view(choice), &UnitRow::choice);
     if (row == std::end(kUnits) || (conversion != kSameSize && conversion != kSameDimensions)) return false;
     request.system = UpperCase(row->system);

@@ -54,12 +54,10 @@ static constexpr wchar_t kStoreBack[] = L"override_store_back";
 static constexpr wchar_t kOn[] = L"yes";
 static constexpr wchar_t kOff[] = L"no";
 
-static constexpr wchar_t kItems[] = L"模型";
 static constexpr wchar_t kTableEmpty[] = L"\t\t重命名表格为空\t\t";
 static constexpr wchar_t kDone[] = L"\t批量重命名操作已完成\t";
 static constexpr wchar_t kTakenBack[] = L"\t已撤销上次重命名\t";
 static constexpr wchar_t kNothingBack[] = L"\t没有可撤销的重命名\t";
-static constexpr wchar_t kNoReverseTable[] = L"\t无法写入撤销记录，未做任何改动！\t";
 static constexpr wchar_t kNoOption[] = L"\t无法设置选项 override_store_back，未做任何改动！\t";
 static constexpr wchar_t kAllGood[] = L"\t全部新名称检查通过\t";
 static constexpr wchar_t kNoNumber[] = L"\t起始编号和位数须为整数\t";
@@ -256,7 +254,7 @@ static void RunRename(RenameDialog& state, std::span<const RenameRow> rows) {
     state.report = run.ReportPath();
     ModelsRename({state.current, state.tree, state.folder, *state.table, run}, rows);
     (void)Refill(state);
-    TellCount(run, kItems);
+    TellCount(run, kModelItems);
     ShowCompletion(run, kDone);
 }
 
@@ -281,7 +279,7 @@ static void OnUndo(RenameDialog& state) {
     state.report = run.ReportPath();
     ModelsRenameBack({state.current, state.tree, state.folder, table, run}, changes);
     (void)Refill(state);
-    TellCount(run, kItems);
+    TellCount(run, kModelItems);
     ShowCompletion(run, kTakenBack);
 }
 

@@ -20,7 +20,6 @@ static constexpr wchar_t kRefusalStart[] = L"无法执行重命名操作！\n新
 static constexpr wchar_t kTooLong[] = L"”长度大于32位，名称无效，请修改后再操作";
 static constexpr wchar_t kExists[] = L"”在当前会话或工作目录中已存在，请修改后再试！";
 static constexpr wchar_t kIllegal[] = L"”非法，请修改后再试！";
-static constexpr wchar_t kNoReverseTable[] = L"\t无法写入撤销记录，未做任何改动！\t";
 static constexpr wchar_t kStepCheck[] = L"检查新名称";
 static constexpr wchar_t kFirstVersion[] = L".1";
 static constexpr std::size_t kListedFaults = 20;

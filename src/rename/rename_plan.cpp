@@ -122,8 +122,7 @@ std::vector<TreeTie> TiesOf(std::span<const TreeEntry> entries) {
         path.push_back(entry.model);
     }
     std::ranges::sort(ties);
-    const auto doubles = std::ranges::unique(ties);
-    ties.erase(doubles.begin(), doubles.end());
+    ties.erase(std::unique(ties.begin(), ties.end()), ties.end());
     return ties;
 }
 

@@ -10,6 +10,9 @@
 
 namespace kv {
 
+// Shown when the table cannot be written.
+inline constexpr wchar_t kNoReverseTable[] = L"\t无法写入撤销记录，未做任何改动！\t";
+
 // A table in the user's application data with a row for each rename: new name, type, old name and what became
 // of it. A row without that was begun when the process ended. A row without an old name is a model that was
 // made to try a name, and whose file is to be deleted.

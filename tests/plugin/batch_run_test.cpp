@@ -76,16 +76,19 @@ TEST(Progress, ALongRunTellsHowFarItIs) {
     EXPECT_EQ(Messages(host), Texts{});
 }
 
+// The models come in the order of their handles, which is any order: of four, one to three are among the excluded.
 TEST(Progress, CancelFinishesTheModelInWorkAndTellsWhatIsLeft) {
     SimHost host;
-    ArrangeSix(host, L"BOLT1");
+    ArrangeSix(host, L"BOLT1,BOLT2,BOLT3");
     host.WatchProgress(600, 3);
     host.Run("KvParams");
-    EXPECT_EQ(ModelsWithCoating(host), 3) << "one of the four needed nothing";
     EXPECT_EQ(Messages(host), Texts{L"\t操作已取消\t\n\n已完成：4\n失败：0\n未处理：2"});
     const Report report = test::LastReport(host);
-    EXPECT_EQ(report.Count(L"完成"), 3u);
-    EXPECT_EQ(report.Count(L"跳过"), 1u);
+    const auto changed = report.Count(L"完成");
+    EXPECT_EQ(ModelsWithCoating(host), static_cast<int>(changed));
+    EXPECT_GE(changed, 1u);
+    EXPECT_LE(changed, 3u);
+    EXPECT_EQ(report.Count(L"跳过"), 4 - changed);
     EXPECT_EQ(report.Count(L"未处理"), 2u);
 }
 

@@ -18,8 +18,8 @@ using test::Messages;
 using test::Texts;
 
 constexpr wchar_t kQuantity[] = L"数量";
-constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
-constexpr wchar_t kDone[] = L"\t批量数量参数创建/更新完毕。\t";
+constexpr wchar_t kNothingToCount[] = L"此功能仅组件/制造环境可用！";
+constexpr wchar_t kCountDone[] = L"\t批量数量参数创建/更新完毕。\t";
 constexpr wchar_t kFailures[] =
     L"以下模型“数量”参数创建/更新失败，请检查参数是否存在关系锁定等原因，需手动处理：\n";
 
@@ -50,7 +50,7 @@ TEST_F(KvMdlCount, WritesTheNumberOnAllLevels) {
     EXPECT_EQ(std::get<int>(ring.FindParameter(kQuantity)->value), 1);
     EXPECT_FALSE(spare.HasParameter(kQuantity));
     EXPECT_FALSE(pump.HasParameter(kQuantity));
-    EXPECT_EQ(Messages(host), Texts{kDone});
+    EXPECT_EQ(Messages(host), Texts{kCountDone});
     EXPECT_EQ(pump.TreeRefreshes(), 1);
 
     SimModel& mfg = host.AddManufacturing(L"MFG", sub);
@@ -102,7 +102,7 @@ TEST_F(KvMdlCount, PassesInstancesOverUnlessTheSettingIsOn) {
         EXPECT_EQ(longBolt.Parameter(kQuantity), L"1");
         EXPECT_EQ(generic.Parameter(kQuantity), L"2") << "the generic keeps its own number";
         EXPECT_EQ(generic.FamilyColumns(), std::vector<std::wstring>{kQuantity});
-        EXPECT_EQ(host.LastMessage(), kDone);
+        EXPECT_EQ(host.LastMessage(), kCountDone);
     }
 }
 
@@ -121,7 +121,7 @@ TEST_F(KvMdlCount, NeedsAGenericThatTakesTheColumn) {
 
     generic.SetReadOnly(false);
     Count(pump);
-    EXPECT_EQ(host.LastMessage(), kDone);
+    EXPECT_EQ(host.LastMessage(), kCountDone);
     EXPECT_EQ(generic.Parameter(kQuantity), L"0");
     EXPECT_EQ(instance.Parameter(kQuantity), L"1");
 
@@ -150,7 +150,7 @@ TEST_F(KvMdlCount, TellsThatMemoryEndedWhenAllocationsFailInTurn) {
 TEST_F(KvMdlCount, WorksInAssembliesOnly) {
     host.Open(host.AddPart(L"BOLT"), sim::HostMode::kAssembly);
     EXPECT_EQ(host.Run("KvMdlCount"), PRO_TK_INVALID_TYPE);
-    EXPECT_EQ(Messages(host), Texts{kNoAssembly});
+    EXPECT_EQ(Messages(host), Texts{kNothingToCount});
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ using test::ChangeSetting;
 using test::KvParams;
 using test::ReadSettings;
 
-constexpr wchar_t kFile[] = L"KvParams.ini";
+constexpr wchar_t kParamsFile[] = L"KvParams.ini";
 
 TEST_F(KvParams, EachButtonSavesTheSettingsFirst) {
     SimModel& empty = host.AddAssembly(L"EMPTY");
@@ -43,17 +43,17 @@ TEST_F(KvParams, EachButtonSavesTheSettingsFirst) {
                 .Type("ParaValue", L"no")
                 .Press(button);
         });
-        EXPECT_EQ(ReadSettings(kFile, L"InputKeyWords", L"content"), L"std_，" + mark);
-        EXPECT_EQ(ReadSettings(kFile, L"InputKeyWords2", L"content"), L"");
-        EXPECT_EQ(ReadSettings(kFile, L"KvOutlineOrder", L"content"), run % 2 == 0 ? L"1" : L"0");
-        EXPECT_EQ(ReadSettings(kFile, L"KvOutlineNum", L"content"), L"4");
-        EXPECT_EQ(ReadSettings(kFile, L"outlinePname", L"content"), L"外形" + mark);
-        EXPECT_EQ(ReadSettings(kFile, L"shSizePname", L"content"), L"图幅" + mark);
+        EXPECT_EQ(ReadSettings(kParamsFile, L"InputKeyWords", L"content"), L"std_，" + mark);
+        EXPECT_EQ(ReadSettings(kParamsFile, L"InputKeyWords2", L"content"), L"");
+        EXPECT_EQ(ReadSettings(kParamsFile, L"KvOutlineOrder", L"content"), run % 2 == 0 ? L"1" : L"0");
+        EXPECT_EQ(ReadSettings(kParamsFile, L"KvOutlineNum", L"content"), L"4");
+        EXPECT_EQ(ReadSettings(kParamsFile, L"outlinePname", L"content"), L"外形" + mark);
+        EXPECT_EQ(ReadSettings(kParamsFile, L"shSizePname", L"content"), L"图幅" + mark);
     }
 }
 
 TEST_F(KvParams, ClosingSavesNothing) {
-    const std::string before = test::ReadBytes(test::SettingsFile(kFile));
+    const std::string before = test::ReadBytes(test::SettingsFile(kParamsFile));
     SimModel& pump = host.AddAssembly(L"PUMP");
     Use(pump, [](SimDialog& dialog) {
         dialog.Type("outlinePname", L"X").Press("Close");
@@ -63,25 +63,25 @@ TEST_F(KvParams, ClosingSavesNothing) {
         dialog.Type("outlinePname", L"X").Close();
         EXPECT_FALSE(dialog.IsOpen());
     });
-    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kFile)), before);
+    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kParamsFile)), before);
 }
 
 TEST_F(KvParams, KeepsTheStoredOrderWhenTheCheckButtonCannotBeRead) {
-    ChangeSetting(kFile, L"KvOutlineOrder", L"content", L"kept");
+    ChangeSetting(kParamsFile, L"KvOutlineOrder", L"content", L"kept");
     Use(host.AddAssembly(L"PUMP"), [&](SimDialog& dialog) {
         host.State().report.Arm(Fault{"ProUICheckbuttonGetState", 0});
         dialog.Choose("KvOutlineNum", L"1").Press("Add");
     });
-    EXPECT_EQ(ReadSettings(kFile, L"KvOutlineOrder", L"content"), L"kept");
-    EXPECT_EQ(ReadSettings(kFile, L"KvOutlineNum", L"content"), L"1");
+    EXPECT_EQ(ReadSettings(kParamsFile, L"KvOutlineOrder", L"content"), L"kept");
+    EXPECT_EQ(ReadSettings(kParamsFile, L"KvOutlineNum", L"content"), L"1");
 }
 
 TEST_F(KvParams, OpensWithTheStoredSettings) {
-    ChangeSetting(kFile, L"InputKeyWords", L"content", L"\" AB C, D \"");
-    ChangeSetting(kFile, L"InputKeyWords2", L"content", L"never read");
-    ChangeSetting(kFile, L"KvOutlineNum", L"content", L"\" 3 \"");
-    ChangeSetting(kFile, L"outlinePname", L"content", L"外 形");
-    ChangeSetting(kFile, L"shSizePname", L"content", L"图 幅");
+    ChangeSetting(kParamsFile, L"InputKeyWords", L"content", L"\" AB C, D \"");
+    ChangeSetting(kParamsFile, L"InputKeyWords2", L"content", L"never read");
+    ChangeSetting(kParamsFile, L"KvOutlineNum", L"content", L"\" 3 \"");
+    ChangeSetting(kParamsFile, L"outlinePname", L"content", L"外 形");
+    ChangeSetting(kParamsFile, L"shSizePname", L"content", L"图 幅");
     Use(host.AddAssembly(L"PUMP"), [](SimDialog& dialog) {
         EXPECT_EQ(dialog.Text("InputKeyWords"), L" AB C, D ");
         EXPECT_EQ(dialog.Text("InputKeyWords2"), L" AB C, D ");
@@ -94,14 +94,14 @@ TEST_F(KvParams, OpensWithTheStoredSettings) {
 
 TEST_F(KvParams, TakesTheOrderFromOneAndZeroAlone) {
     bool byLayout = false;
-    fs::remove(test::SettingsFile(kFile));
+    fs::remove(test::SettingsFile(kParamsFile));
     Use(host.AddAssembly(L"PUMP"), [&](SimDialog& dialog) { byLayout = dialog.IsChecked("KvOutlineOrder"); });
     EXPECT_TRUE(byLayout);
     const std::pair<const wchar_t*, bool> cases[] = {{L"1", true},       {L"0", false},
                                                      {L"\" 1 \"", true}, {L"\" 0 \"", false},
                                                      {L"2", byLayout},   {L"", byLayout}};
     for (const auto& [stored, checked] : cases) {
-        ChangeSetting(kFile, L"KvOutlineOrder", L"content", stored);
+        ChangeSetting(kParamsFile, L"KvOutlineOrder", L"content", stored);
         Use(host.AddAssembly(std::wstring(L"A") + std::to_wstring(host.State().models.All().size())),
             [&, &stored = stored, &checked = checked](SimDialog& dialog) {
                 EXPECT_EQ(dialog.IsChecked("KvOutlineOrder"), checked) << Utf8(stored);
@@ -115,15 +115,15 @@ TEST(KvParamsSettings, LieBesideTheTextTree) {
     test::CopyPluginHome(apart.Path());
     sim::HostSetup setup;
     setup.textDirectory = apart.Path();
-    const std::string before = test::ReadBytes(test::SettingsFile(kFile));
+    const std::string before = test::ReadBytes(test::SettingsFile(kParamsFile));
     SimHost host(setup);
     host.Open(host.AddAssembly(L"PUMP"));
     host.OnDialog("KvParams", [](SimDialog& dialog) { dialog.Type("InputKeyWords", L"std_").Press("Add"); });
     EXPECT_EQ(host.Run("KvParams"), PRO_TK_NO_ERROR);
     host.OnDialog("KvParams", [](SimDialog& dialog) { EXPECT_EQ(dialog.Text("InputKeyWords"), L"std_"); });
     host.Run("KvParams");
-    EXPECT_NE(test::ReadBytes(apart.Path() / "KVconfig" / kFile), before);
-    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kFile)), before);
+    EXPECT_NE(test::ReadBytes(apart.Path() / "KVconfig" / kParamsFile), before);
+    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kParamsFile)), before);
 }
 
 }  // namespace

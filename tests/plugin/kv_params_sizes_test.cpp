@@ -25,7 +25,7 @@ using test::Names;
 using test::Texts;
 using namespace std::string_literals;
 
-constexpr wchar_t kNoAssembly[] = L"当前环境不是组件/制造，无法执行此操作";
+constexpr wchar_t kNoAssemblyForSizes[] = L"当前环境不是组件/制造，无法执行此操作";
 constexpr wchar_t kOutlineDone[] = L"外形尺寸参数批量创建/更新完成";
 constexpr wchar_t kSheetsDone[] = L"图幅大小参数批量创建/更新完成";
 
@@ -168,7 +168,7 @@ TEST_F(KvParams, WritesTheOutlineOverAnExistingText) {
 TEST_F(KvParams, RefusesTheOutlineUnderAPart) {
     SimModel& bolt = Block(L"BOLT", 1, 1, 1);
     Derive(bolt, "KvOutline");
-    ASSERT_EQ(Messages(host), Texts{kNoAssembly});
+    ASSERT_EQ(Messages(host), Texts{kNoAssemblyForSizes});
     EXPECT_EQ(host.Boxes()[0].flags & MB_ICONMASK, static_cast<unsigned>(MB_ICONINFORMATION));
     EXPECT_EQ(Having(L"OUT"), Names{});
 }

@@ -26,7 +26,7 @@ using test::Names;
 using test::Texts;
 
 constexpr wchar_t kNoModels[] = L"当前模型中没有合适的子零件/组件";
-constexpr wchar_t kOutlineDone[] = L"外形尺寸参数批量创建/更新完成";
+constexpr wchar_t kOutlineWritten[] = L"外形尺寸参数批量创建/更新完成";
 
 // ---- Which models
 
@@ -99,7 +99,7 @@ TEST_F(KvParams, TakesTheAssemblyOfAManufacturingModel) {
     EXPECT_EQ(mould.Regenerations(), 1);
     Derive(manufacturing, "KvOutline");
     EXPECT_EQ(Having(L"OUT"), (Names{L"MOULD", L"CAVITY"}));
-    EXPECT_EQ(Messages(host), Texts{kOutlineDone});
+    EXPECT_EQ(Messages(host), Texts{kOutlineWritten});
 }
 
 TEST_F(KvParams, AComponentWithoutItsModelEndsItsLevelAlone) {

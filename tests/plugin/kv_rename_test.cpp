@@ -27,20 +27,20 @@ using test::Messages;
 using test::MissingIn;
 using test::Texts;
 
-constexpr char kTable[] = "mdl_list";
-constexpr wchar_t kDone[] = L"\t批量重命名操作已完成\t";
+constexpr char kRenameTable[] = "mdl_list";
+constexpr wchar_t kRenameDone[] = L"\t批量重命名操作已完成\t";
 constexpr wchar_t kStart[] = L"无法执行重命名操作！\n新名称“";
 constexpr wchar_t kExists[] = L"”在当前会话或工作目录中已存在，请修改后再试！";
 constexpr wchar_t kIllegal[] = L"”非法，请修改后再试！";
 constexpr wchar_t kTooLong[] = L"”长度大于32位，名称无效，请修改后再操作";
 
 using Rows = std::vector<std::wstring>;
-Rows RowsOf(const SimDialog& dialog) {
+Rows RenameRowsOf(const SimDialog& dialog) {
     Rows rows;
-    for (const std::string& row : dialog.Rows(kTable)) {
+    for (const std::string& row : dialog.Rows(kRenameTable)) {
         std::wstring line;
         for (const char* column : {"num", "old_name", "type", "new_name", "count", "drawing"})
-            line += (line.empty() ? L"" : L"|") + dialog.Cell(kTable, row, column);
+            line += (line.empty() ? L"" : L"|") + dialog.Cell(kRenameTable, row, column);
         rows.push_back(line);
     }
     return rows;
@@ -90,19 +90,19 @@ protected:
 
 TEST_F(KvRename, ListsEachModelOnceButForThePrefixes) {
     Use([](SimDialog& dialog) {
-        EXPECT_EQ(RowsOf(dialog),
+        EXPECT_EQ(RenameRowsOf(dialog),
                   (Rows{L"1|PUMP|asm|PUMP||有", L"2|SUB|asm|SUB|1|", L"3|BOLT|prt|BOLT|3|有"}));
-        EXPECT_EQ(dialog.ColumnTitles(kTable),
+        EXPECT_EQ(dialog.ColumnTitles(kRenameTable),
                   (Rows{L"序号", L"原名称", L"类型", L"新名称", L"数量", L"工程图"}));
         dialog.Type("input3", L"KEPT").Type("RenameFilter", L"s， x,").Press("UpdateRenameIni");
-        EXPECT_EQ(RowsOf(dialog), (Rows{L"1|PUMP|asm|PUMP||有", L"2|BOLT|prt|BOLT|3|有"}));
+        EXPECT_EQ(RenameRowsOf(dialog), (Rows{L"1|PUMP|asm|PUMP||有", L"2|BOLT|prt|BOLT|3|有"}));
         dialog.Press("OpenRenameIni");
     });
     EXPECT_EQ(test::ReadSettings(L"KvRename.ini", L"RenameFilter", L"content"), L"s， x,");
     host.State().models.Create(L"X_S", ModelKind::kPart);
     Use([](SimDialog& dialog) {
         EXPECT_EQ(dialog.Text("RenameFilter"), L"s， x,");
-        EXPECT_EQ(dialog.Rows(kTable).size(), 2U);
+        EXPECT_EQ(dialog.Rows(kRenameTable).size(), 2U);
     });
     ASSERT_EQ(host.State().user.started.size(), 1U);
     EXPECT_NE(host.State().user.started[0].file.find(L"KvRename.ini"), std::wstring::npos);
@@ -110,10 +110,10 @@ TEST_F(KvRename, ListsEachModelOnceButForThePrefixes) {
 
 TEST_F(KvRename, ShowsTheModelOfTheArmedRowAndThenTheTopAgain) {
     Use([this](SimDialog& dialog) {
-        dialog.SelectRows(kTable, {"3"});
+        dialog.SelectRows(kRenameTable, {"3"});
         EXPECT_TRUE(dialog.IsAboveActiveWindow());
         EXPECT_EQ(host.State().models.current, &bolt);
-        EXPECT_EQ(RowsOf(dialog).size(), 3U);
+        EXPECT_EQ(RenameRowsOf(dialog).size(), 3U);
     });
     EXPECT_EQ(host.State().models.current, &pump);
 }
@@ -142,7 +142,7 @@ protected:
 
 TEST_P(KvRenameRun, RenamesAModelWithItsDrawingAndSavesWhatUsesIt) {
     Rename({{"3", L"B OLT 2"}});
-    EXPECT_EQ(Messages(host), Texts{kDone});
+    EXPECT_EQ(Messages(host), Texts{kRenameDone});
     EXPECT_EQ(bolt.Name(), L"BOLT2");
     EXPECT_TRUE(HasFile(L"bolt2.prt"));
     EXPECT_TRUE(HasFile(L"bolt2.drw"));
@@ -158,16 +158,16 @@ TEST_P(KvRenameRun, RenamesAModelWithItsDrawingAndSavesWhatUsesIt) {
 
 TEST_P(KvRenameRun, RenamesAWholeTreeAndGoesBack) {
     Rename({{"1", L"PUMP-1"}, {"2", L"泵座"}, {"3", L"0012"}});
-    EXPECT_EQ(Messages(host), Texts{kDone});
+    EXPECT_EQ(Messages(host), Texts{kRenameDone});
     for (const wchar_t* file : {L"pump-1.asm", L"泵座.asm", L"0012.prt", L"0012.drw", L"pump-1.drw"})
         EXPECT_TRUE(HasFile(file)) << file;
     EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
 
     Use([](SimDialog& dialog) {
-        EXPECT_EQ(RowsOf(dialog),
+        EXPECT_EQ(RenameRowsOf(dialog),
                   (Rows{L"1|PUMP-1|asm|PUMP-1||有", L"2|泵座|asm|泵座|1|", L"3|0012|prt|0012|3|有"}));
         dialog.Press("KvUndoRename");
-        EXPECT_EQ(RowsOf(dialog),
+        EXPECT_EQ(RenameRowsOf(dialog),
                   (Rows{L"1|PUMP|asm|PUMP||有", L"2|SUB|asm|SUB|1|", L"3|BOLT|prt|BOLT|3|有"}));
     });
     EXPECT_EQ(host.LastMessage(), L"\t已撤销上次重命名\t");
@@ -190,7 +190,7 @@ TEST_F(KvRename, SavesTheManufacturingModelAboveToo) {
     host.State().models.renameTakesOldFiles = true;
     host.Open(mfg);
     Rename({{"1", L"PUMP2"}});
-    EXPECT_EQ(Messages(host), Texts{kDone});
+    EXPECT_EQ(Messages(host), Texts{kRenameDone});
     EXPECT_TRUE(HasFile(L"pump2.asm"));
     EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
     EXPECT_EQ(host.State().models.current, &mfg);
@@ -201,7 +201,7 @@ TEST_F(KvRename, LeavesADrawingThatHasTheNewNameAlone) {
     host.AddDrawingFile(L"BOLT2", {L"A4"}, {&nut});
     const std::string before = test::ReadBytes(host.WorkingDirectory() / "bolt2.drw.1");
     Rename({{"3", L"BOLT2"}});
-    EXPECT_EQ(Messages(host), Texts{kDone});
+    EXPECT_EQ(Messages(host), Texts{kRenameDone});
     EXPECT_EQ(test::ReadBytes(host.WorkingDirectory() / "bolt2.drw.1"), before);
     EXPECT_FALSE(fs::exists(host.WorkingDirectory() / "bolt2.drw.2"));
     EXPECT_NE(test::ReadBytes(host.WorkingDirectory() / "bolt.drw.2").find("BOLT2.prt"), std::string::npos);
@@ -268,7 +268,7 @@ TEST_F(KvRename, ListsAllBadRowsAtOnceWithoutMakingAnything) {
 TEST_F(KvRename, GoesOnWithTheOthersWhenOneIsRefused) {
     sub.SetReadOnly();
     Rename({{"2", L"SUB2"}, {"3", L"BOLT2"}});
-    EXPECT_EQ(Messages(host), Texts{kDone});
+    EXPECT_EQ(Messages(host), Texts{kRenameDone});
     EXPECT_EQ(sub.Name() + bolt.Name(), L"SUBBOLT2");
     EXPECT_EQ(test::LastReport(host).Reason(L"SUB"), L"模型只读或被锁定");
     EXPECT_EQ(MissingIn(host.WorkingDirectory()), std::set<std::wstring>());
@@ -325,10 +325,10 @@ TEST_F(KvRename, FillsNamesByRuleAndChangesNothingElse) {
     Use([](SimDialog& dialog) {
         dialog.Type("PrefixText", L"K_").Type("StartNumber", L"9").Type("NumberDigits", L"2");
         dialog.Type("NameParameter", L"CODE").Press("KvFillNames");
-        EXPECT_EQ(RowsOf(dialog),
+        EXPECT_EQ(RenameRowsOf(dialog),
                   (Rows{L"1|PUMP|asm|K_PUMP09||有", L"2|SUB|asm|K_SUB10|1|", L"3|BOLT|prt|K_M811|3|有"}));
         dialog.Type("StartNumber", L"x").Press("KvFillNames");
-        EXPECT_EQ(dialog.Cell(kTable, "1", "new_name"), L"K_PUMP09");
+        EXPECT_EQ(dialog.Cell(kRenameTable, "1", "new_name"), L"K_PUMP09");
     });
     EXPECT_EQ(Messages(host), Texts{L"\t起始编号和位数须为整数\t"});
     EXPECT_EQ(pump.Name(), L"PUMP");
@@ -347,9 +347,9 @@ TEST_F(KvRename, WhatGoesToAFileComesBackTheSame) {
             Use([&](SimDialog& dialog) {
                 for (std::size_t row = 0; row < 3; ++row)
                     dialog.Type("input" + std::to_string(row + 1), odd[i + row]);
-                const Rows before = RowsOf(dialog);
+                const Rows before = RenameRowsOf(dialog);
                 dialog.Press(csv ? "KvExportCsv" : "KvExportTab").Press(csv ? "KvLoadCsv" : "KvLoadTab");
-                EXPECT_EQ(RowsOf(dialog), before) << csv;
+                EXPECT_EQ(RenameRowsOf(dialog), before) << csv;
             });
         }
     }
@@ -378,11 +378,11 @@ TEST_F(KvRename, ReadsNumbersAsTheyAreShown) {
     host.AnswerFile(std::nullopt);
     Use([](SimDialog& dialog) {
         dialog.Press("KvLoadTab");
-        EXPECT_EQ(RowsOf(dialog), Rows{L"1|BOLT|x|000000000012||有"});
+        EXPECT_EQ(RenameRowsOf(dialog), Rows{L"1|BOLT|x|000000000012||有"});
         dialog.Press("KvLoadTab");
-        EXPECT_EQ(RowsOf(dialog), Rows()) << "a cancel leaves an empty table";
+        EXPECT_EQ(RenameRowsOf(dialog), Rows()) << "a cancel leaves an empty table";
         dialog.Press("UpdateRenameIni");
-        EXPECT_EQ(RowsOf(dialog).size(), 3U);
+        EXPECT_EQ(RenameRowsOf(dialog).size(), 3U);
     });
 }
 
@@ -398,7 +398,7 @@ TEST_F(KvRename, TellsWhyAFileCannotBeWrittenOrRead) {
     host.AnswerFile(L"long.csv");
     Use([](SimDialog& dialog) {
         dialog.Press("KvExportTab").Press("KvExportTab").Press("KvLoadTab").Press("KvLoadCsv");
-        EXPECT_EQ(dialog.Rows(kTable).size(), 2U);
+        EXPECT_EQ(dialog.Rows(kRenameTable).size(), 2U);
     });
     CloseHandle(open);
     EXPECT_EQ(Messages(host),
@@ -416,7 +416,7 @@ TEST_F(KvRename, RefusesATableOfTooManyRowsAndHasNothingToTakeBackAtFirst) {
     host.AnswerFile(L"ansi.csv");
     Use([](SimDialog& dialog) {
         dialog.Press("KvLoadCsv").Press("KvLoadCsv").Press("KvUndoRename");
-        EXPECT_EQ(dialog.Rows(kTable).size(), 0U);
+        EXPECT_EQ(dialog.Rows(kRenameTable).size(), 0U);
     });
     EXPECT_EQ(Messages(host),
               (Texts{L"\t表格超过10000行，未加载\t", L"\t无法读取表格文件\t", L"\t没有可撤销的重命名\t"}));
@@ -427,7 +427,7 @@ TEST_F(KvRename, RecordsLoadedRowsOfOtherModelsAsNotFound) {
     test::WriteBytes(host.WorkingDirectory() / "t.csv", "1;NUT;prt;NUT2\n2;BOLT;prt;BOLT2\n");
     host.AnswerFile(L"t.csv");
     Use([](SimDialog& dialog) { dialog.Press("KvLoadCsv").Press("StartRename"); });
-    EXPECT_EQ(Messages(host), Texts{kDone});
+    EXPECT_EQ(Messages(host), Texts{kRenameDone});
     EXPECT_TRUE(InMemory(L"NUT", ModelKind::kPart));
     EXPECT_EQ(test::LastReport(host).Reason(L"NUT"), L"当前模型中没有此模型");
     EXPECT_EQ(bolt.Name(), L"BOLT2");

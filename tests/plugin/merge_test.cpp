@@ -27,9 +27,9 @@ using test::Texts;
 using test::Whole;
 
 constexpr wchar_t kNoTemplate[] = L"\t零件模板加载失败，请确认template_solidpart选项是否配置正确\t";
-constexpr wchar_t kNameRefused[] = L"\t名称已存在或输入非法，请重新输入\t";
+constexpr wchar_t kMergedNameRefused[] = L"\t名称已存在或输入非法，请重新输入\t";
 
-Pick Placed(SimModel& model, std::vector<int> path) {
+Pick PickedPlace(SimModel& model, std::vector<int> path) {
     Pick pick = Whole(model);
     pick.path = std::move(path);
     return pick;
@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(Hosts, Merge, testing::Bool(),
                          [](const auto& documented) { return documented.param ? "AsDocumented" : "AsItIs"; });
 
 TEST_P(Merge, TakesEverySelectedPartIntoANewOne) {
-    host.Select({Placed(nut, {3, 1}), Placed(sub, {3}), Placed(bolt, {2})});
+    host.Select({PickedPlace(nut, {3, 1}), PickedPlace(sub, {3}), PickedPlace(bolt, {2})});
     Name(L"CAST");
     EXPECT_EQ(host.Run("KvMerge"), PRO_TK_NO_ERROR);
 
@@ -103,7 +103,7 @@ TEST_P(Merge, ChecksInItsOrderAndLeavesNothingBehind) {
     host.Activate(bolt);
     host.Run("KvMerge");
     EXPECT_EQ(host.LastMessage(), L"\t请先选择需要合并的零件(不支持组件)\t");
-    host.Select({Placed(bolt, {2})});
+    host.Select({PickedPlace(bolt, {2})});
     host.Run("KvMerge");
     EXPECT_EQ(host.LastMessage(), L"\t当前激活元件不是组件/制造,无法进行新建装配操作\t")
         << "before the prompt";
@@ -113,7 +113,7 @@ TEST_P(Merge, ChecksInItsOrderAndLeavesNothingBehind) {
     host.AnswerPrompt({PromptAnswer::Kind::kEscape, {}});
     host.Run("KvMerge");
     EXPECT_EQ(Messages(host).size(), 5U);
-    EXPECT_EQ(host.LastMessage(), kNameRefused);
+    EXPECT_EQ(host.LastMessage(), kMergedNameRefused);
     // The template has been loaded and stays.
     EXPECT_EQ(host.State().models.All().size(), before + 1);
     EXPECT_EQ(pump.Features().size(), 2U);
@@ -121,7 +121,7 @@ TEST_P(Merge, ChecksInItsOrderAndLeavesNothingBehind) {
 
 TEST_P(Merge, MergesNothingWithoutCoordinateSystems) {
     test::UseTemplate(host, host.AddPart(L"BARE"), test::kPartTemplate);
-    host.Select({Placed(bolt, {2})});
+    host.Select({PickedPlace(bolt, {2})});
     Name(L"CAST");
     host.Run("KvMerge");
     EXPECT_EQ(Messages(host), Texts{L"\t零件模板无坐标系,无法缺省装配新零件\t"});
@@ -135,7 +135,7 @@ TEST_P(Merge, GoesOnAfterAPartThatCannotBeMerged) {
     bolt.AddMerge(nut, L"", sim::IdentityMatrix());
     SimModel& pin = host.AddPart(L"PIN");
     pump.Place(pin);
-    host.AnswerPick({false, {Placed(bolt, {2}), Placed(nut, {3, 1}), Placed(pin, {4})}});
+    host.AnswerPick({false, {PickedPlace(bolt, {2}), PickedPlace(nut, {3, 1}), PickedPlace(pin, {4})}});
     EXPECT_EQ(host.Run("KvMergeTo"), PRO_TK_NO_ERROR);
     EXPECT_EQ(MergeNames(nut), std::vector<std::wstring>{L"合并1=PIN"});
     const test::Report report = test::LastReport(host);
@@ -148,7 +148,7 @@ TEST_P(Merge, GoesOnAfterAPartThatCannotBeMerged) {
 TEST_P(Merge, MergesIntoTheActivatedPartInItsOwnCoordinates) {
     host.Activate(nut);
     nut.AddMerge(host.AddPart(L"OLD"), L"合并7", sim::IdentityMatrix()).AddFeature(917);
-    host.AnswerPick({false, {Placed(bolt, {2}), Placed(bolt, {2})}});
+    host.AnswerPick({false, {PickedPlace(bolt, {2}), PickedPlace(bolt, {2})}});
     EXPECT_EQ(host.Run("KvMergeTo"), PRO_TK_NO_ERROR);
     EXPECT_EQ(MergeNames(nut), (std::vector<std::wstring>{L"合并7=OLD", L"合并8=BOLT", L"合并9=BOLT"}));
     ASSERT_EQ(nut.Surfaces().size(), 18U);

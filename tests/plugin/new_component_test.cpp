@@ -25,9 +25,9 @@ using test::LayPart;
 using test::Messages;
 using test::Texts;
 
-constexpr wchar_t kNoAssembly[] = L"\t当前激活元件不是组件/制造,无法进行新建装配操作\t";
+constexpr wchar_t kNoAssemblyForNew[] = L"\t当前激活元件不是组件/制造,无法进行新建装配操作\t";
 constexpr wchar_t kNoSystemInAssembly[] = L"\t当前组件无坐标系,无法缺省装配新零件\t";
-constexpr wchar_t kTooLong[] = L"新建模型名称长度不能超过32位";
+constexpr wchar_t kNewNameTooLong[] = L"新建模型名称长度不能超过32位";
 
 // The three commands, with what each has for itself.
 struct Kind {
@@ -151,7 +151,7 @@ TEST_P(NewComponent, NeedsATemplateAndAnAssembly) {
             LayFile(host, L"damaged" + std::wstring(extension), "{");
         options = {file};
         host.Run(GetParam().command);
-        EXPECT_EQ(host.LastMessage(), loadsFirst ? GetParam().noTemplate : kNoAssembly);
+        EXPECT_EQ(host.LastMessage(), loadsFirst ? GetParam().noTemplate : kNoAssemblyForNew);
         host.Open(host.State().models.Find(L"PUMP", ModelKind::kAssembly) != nullptr
                       ? *InMemory(host, L"PUMP", ModelKind::kAssembly)
                       : host.AddAssembly(L"PUMP"));
@@ -162,11 +162,11 @@ TEST_P(NewComponent, NeedsATemplateAndAnAssembly) {
 
     UseTemplate();
     host.Run(GetParam().command);
-    EXPECT_EQ(host.LastMessage(), kNoAssembly);
+    EXPECT_EQ(host.LastMessage(), kNoAssemblyForNew);
     host.State().report.Arm({"ProMdlActiveGet", 1, PRO_TK_BAD_CONTEXT});
     host.Open(*InMemory(host, L"PUMP", ModelKind::kAssembly));
     host.Run(GetParam().command);
-    EXPECT_EQ(host.LastMessage(), kNoAssembly) << "no active model is no assembly";
+    EXPECT_EQ(host.LastMessage(), kNoAssemblyForNew) << "no active model is no assembly";
     EXPECT_EQ(Messages(host).size(), 9U);
 }
 
@@ -194,7 +194,7 @@ TEST_F(NewPart, StopsAtNamesThatAreTooLong) {
     EXPECT_EQ(host.LastMessage(), L"新建模型名称“" + base30 + L"-1”非法，请修改后再试！");
     for (int n = 1; n <= 9; ++n) LayPart(host, base30 + L"-" + std::to_wstring(n));
     RunIn(pump);
-    EXPECT_EQ(host.LastMessage(), kTooLong);
+    EXPECT_EQ(host.LastMessage(), kNewNameTooLong);
     EXPECT_TRUE(pump.Features().empty());
     EXPECT_EQ(Messages(host).size(), 2U);
 }

@@ -23,10 +23,10 @@ using test::Texts;
 using test::Whole;
 
 constexpr char kMaterial[] = R"({"format": "hostsim material", "version": 1, "bendTable": "FROM_STEEL"})";
-constexpr char kTable[] = R"({"format": "hostsim bend table", "version": 1})";
+constexpr char kBendTable[] = R"({"format": "hostsim bend table", "version": 1})";
 constexpr wchar_t kMaterialDone[] = L"材料设置完成";
 constexpr wchar_t kTableDone[] = L"钣金件批量折弯表设置完成";
-constexpr wchar_t kTooLong[] = L"\t文件名称超过31个字符，未做任何改动！\t";
+constexpr wchar_t kFileNameTooLong[] = L"\t文件名称超过31个字符，未做任何改动！\t";
 constexpr int kFeature = 3;
 constexpr int kSurface = 5;
 
@@ -48,7 +48,7 @@ protected:
         return host.Run("SetMat");
     }
     ProError SetBendTable() {
-        Choose(L"steel_2.bnd", kTable);
+        Choose(L"steel_2.bnd", kBendTable);
         return host.Run("SetBendTable");
     }
     // Names of the parts with this material, or with that bend table.
@@ -142,7 +142,7 @@ TEST_F(PartFiles, NothingIsTouchedWhenTheFileWouldNotBeTheOneThatTheHostTakes) {
     host.State().report.Arm({"ProDirectoryChange", 1, PRO_TK_CANT_ACCESS});
     EXPECT_NE(SetMat(), PRO_TK_NO_ERROR);
     EXPECT_EQ(Messages(host),
-              (Texts{kTooLong, kTooLong,
+              (Texts{kFileNameTooLong, kFileNameTooLong,
                      L"\t同一目录中有同名的.mtl文件，主程序会读取它而不是所选的.mat文件，未做任何改动！\t",
                      L"\t无法进入材料文件所在目录，未做任何改动！\t"}));
     EXPECT_EQ(SetMat(std::wstring(31, L'M') + L".mtl"), PRO_TK_NO_ERROR);
@@ -166,7 +166,7 @@ TEST_F(PartFiles, CancellingTheChoiceSaysNothing) {
 
 TEST_F(PartFiles, BendTableGoesToSheetMetalOnlyAndTheOptionGoesBack) {
     host.State().configOptions[L"PRO_SHEET_MET_DIR"] = {folder.wstring()};
-    test::WriteBytes(folder / "steel_2.bnd", kTable);
+    test::WriteBytes(folder / "steel_2.bnd", kBendTable);
     host.AnswerFile(L"steel_2.bnd");
     EXPECT_EQ(host.Run("SetBendTable"), PRO_TK_NO_ERROR);
     EXPECT_EQ(With(L"-", L"steel_2"), Texts{L"PLATE"});
@@ -245,7 +245,7 @@ long long CostOf(int models, const std::string& command) {
     host.Open(pump);
     const fs::path folder = test::MakeFolder(host, "data");
     const fs::path file = folder / (command == "SetMat" ? "steel.mtl" : "steel.bnd");
-    test::WriteBytes(file, command == "SetMat" ? kMaterial : kTable);
+    test::WriteBytes(file, command == "SetMat" ? kMaterial : kBendTable);
     host.AnswerFile(file.wstring());
     EXPECT_EQ(host.Run(command), PRO_TK_NO_ERROR);
     return host.Calls();

@@ -59,7 +59,7 @@ static void ArrangeTable(SimHost& host) {
     });
 }
 
-static void ArrangeWorkbook(SimHost& host) {
+static void ArrangeRenameWorkbook(SimHost& host) {
     ArrangeFiles(host);
     host.Spreadsheet().Install();
     host.AnswerFile(L"table.xls");
@@ -91,7 +91,7 @@ std::vector<Scenario> RenameScenarios() {
         CommandScenario("KvRename", ArrangeRun, NothingIsMissing),
         CommandScenario("KvRename", ArrangeBack, NothingIsMissing, "Back"),
         CommandScenario("KvRename", ArrangeTable, NothingIsMissing, "Table"),
-        CommandScenario("KvRename", ArrangeWorkbook, NothingIsMissing, "Workbook"),
+        CommandScenario("KvRename", ArrangeRenameWorkbook, NothingIsMissing, "Workbook"),
         CommandScenario("KvMdlRename", ArrangeQuick, NothingIsMissing),
         CommandScenario("KvMdlNameCopy", ArrangePick, NothingIsMissing),
     };

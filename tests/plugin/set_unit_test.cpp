@@ -16,7 +16,7 @@ using sim::SimModel;
 using test::Messages;
 using test::Texts;
 
-constexpr wchar_t kDone[] = L"模型批量单位设置完成";
+constexpr wchar_t kUnitsDone[] = L"模型批量单位设置完成";
 
 class SetUnit : public testing::Test {
 protected:
@@ -51,7 +51,7 @@ TEST_F(SetUnit, ConvertsNumbersOrKeepsThem) {
     Apply(pump, L"FPS", L"SAME_DIMS");
     EXPECT_EQ(UnitsOf(pump), L"Foot Pound Second (FPS)");
     EXPECT_DOUBLE_EQ(bolt.FindDimension(L"d1")->value, 1);
-    EXPECT_EQ(Messages(host), (Texts{kDone, kDone}));
+    EXPECT_EQ(Messages(host), (Texts{kUnitsDone, kUnitsDone}));
     EXPECT_EQ(bolt.Regenerations(), 2);
 }
 
@@ -99,7 +99,7 @@ TEST_F(SetUnit, LeavesModelsThatCannotHaveTheSystem) {
     EXPECT_EQ(test::LastReport(host).Reason(L"BOLT"), L"模型中没有此单位制");
     EXPECT_EQ(test::LastReport(host).Reason(L"NUT"), L"模型只读或被锁定");
     EXPECT_EQ(host.State().user.messageArea, Texts{L"模型：完成 1，失败 2"});
-    EXPECT_EQ(host.LastMessage(), kDone);
+    EXPECT_EQ(host.LastMessage(), kUnitsDone);
 }
 
 TEST_F(SetUnit, ChangesTheCurrentModelAloneUnlessItIsAnAssembly) {
@@ -124,7 +124,7 @@ TEST_F(SetUnit, ShowsTheSystemOfTheModelBeforeAndAfter) {
         dialog.Press("ApplyBt");
     });
     EXPECT_EQ(host.Run("SetUnit"), PRO_TK_NO_ERROR);
-    EXPECT_EQ(Messages(host), (Texts{kDone, kDone, L"\t请选择单位制和转换方式！\t"}));
+    EXPECT_EQ(Messages(host), (Texts{kUnitsDone, kUnitsDone, L"\t请选择单位制和转换方式！\t"}));
     EXPECT_EQ(host.State().user.started.size(), 1u);
 }
 

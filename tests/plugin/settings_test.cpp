@@ -28,7 +28,7 @@ using test::ReadSettings;
 using test::Texts;
 using namespace std::string_literals;
 
-constexpr wchar_t kFile[] = L"KvConfig.ini";
+constexpr wchar_t kStoredFile[] = L"KvConfig.ini";
 
 struct Choice {
     std::string group;
@@ -103,7 +103,7 @@ Texts SavingOrder() {
 
 Texts SectionsInFile() {
     wchar_t names[4096] = {};
-    GetPrivateProfileSectionNamesW(names, 4096, test::SettingsFile(kFile).c_str());
+    GetPrivateProfileSectionNamesW(names, 4096, test::SettingsFile(kStoredFile).c_str());
     Texts sections;
     for (const wchar_t* name = names; *name != L'\0'; name += sections.back().size() + 1)
         sections.emplace_back(name);
@@ -119,7 +119,7 @@ void Configure(SimHost& host, const std::function<void(SimDialog&)>& script) {
 TEST(KvConfig, ShowsEveryStoredSetting) {
     for (const IniEncoding encoding : {IniEncoding::kUtf16, IniEncoding::kAnsi936}) {
         SCOPED_TRACE(encoding == IniEncoding::kUtf16 ? "UTF-16" : "code page 936");
-        test::WriteSettings(kFile, WholeFile(), encoding);
+        test::WriteSettings(kStoredFile, WholeFile(), encoding);
         SimHost host;
         Configure(host, [](SimDialog& dialog) {
             for (const Choice& choice : Choices())
@@ -136,8 +136,8 @@ TEST(KvConfig, SavesEverySettingAndStaysOpen) {
         SCOPED_TRACE(start);
         test::RestoreSettings();
         if (start == std::string("8-bit"))
-            test::WriteSettings(kFile, L"[SetLastDir]\r\nvalue=1\r\n", IniEncoding::kAnsi936);
-        if (start == std::string("missing")) fs::remove(test::SettingsFile(kFile));
+            test::WriteSettings(kStoredFile, L"[SetLastDir]\r\nvalue=1\r\n", IniEncoding::kAnsi936);
+        if (start == std::string("missing")) fs::remove(test::SettingsFile(kStoredFile));
         SimHost host;
         Configure(host, [](SimDialog& dialog) {
             for (const Choice& choice : Choices()) dialog.Choose(choice.group, choice.first);
@@ -146,22 +146,22 @@ TEST(KvConfig, SavesEverySettingAndStaysOpen) {
             EXPECT_TRUE(dialog.IsOpen());
         });
         for (const Choice& choice : Choices())
-            EXPECT_EQ(ReadSettings(kFile, Wide(choice.group), L"value"), choice.first) << choice.group;
+            EXPECT_EQ(ReadSettings(kStoredFile, Wide(choice.group), L"value"), choice.first) << choice.group;
         EXPECT_TRUE(start != std::string("missing") || SectionsInFile() == SavingOrder());
         for (const Template& row : Templates())
-            EXPECT_EQ(ReadSettings(kFile, Wide(row.panel), L"path"), TemplatePath(row)) << row.panel;
+            EXPECT_EQ(ReadSettings(kStoredFile, Wide(row.panel), L"path"), TemplatePath(row)) << row.panel;
         Configure(host, [](SimDialog& dialog) {
             for (const Choice& choice : Choices()) EXPECT_EQ(Wide(dialog.Chosen(choice.group)), choice.first);
             for (const Template& row : Templates()) EXPECT_EQ(dialog.Text(row.panel), TemplatePath(row));
             dialog.Type("A3Asmpath", L"").Press("save");
         });
-        EXPECT_EQ(ReadSettings(kFile, L"A3Asmpath", L"path"), L"");
+        EXPECT_EQ(ReadSettings(kStoredFile, L"A3Asmpath", L"path"), L"");
         EXPECT_EQ(Messages(host), Texts{});
     }
 }
 
 TEST(KvConfig, KeepsTextOfAnyLanguageInAFileOfItsOwnMaking) {
-    fs::remove(test::SettingsFile(kFile));
+    fs::remove(test::SettingsFile(kStoredFile));
     SimHost host;
     Configure(host,
               [](SimDialog& dialog) { dialog.Type("A0Asmpath", L"D:\\도면\\Übersicht.drw").Press("save"); });
@@ -170,18 +170,18 @@ TEST(KvConfig, KeepsTextOfAnyLanguageInAFileOfItsOwnMaking) {
 }
 
 TEST(KvConfig, ChangesNothingUntilSaved) {
-    const std::string before = test::ReadBytes(test::SettingsFile(kFile));
+    const std::string before = test::ReadBytes(test::SettingsFile(kStoredFile));
     SimHost host;
     Configure(host, [](SimDialog& dialog) {
         dialog.Choose("SetLastDir", L"1").Type("A0Asmpath", L"D:\\new.drw").Close();
         EXPECT_FALSE(dialog.IsOpen());
     });
-    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kFile)), before);
+    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kStoredFile)), before);
 }
 
 TEST(KvConfig, OpensEmptyWithoutASettingsFolderAndMakesNone) {
     SimHost host;
-    fs::remove_all(test::SettingsFile(kFile).parent_path());
+    fs::remove_all(test::SettingsFile(kStoredFile).parent_path());
     Configure(host, [](SimDialog& dialog) {
         // What the commands take for a value that is not there; the other groups have no such value.
         const std::map<std::string, std::string> unset = {
@@ -196,31 +196,31 @@ TEST(KvConfig, OpensEmptyWithoutASettingsFolderAndMakesNone) {
         for (const Template& row : Templates()) EXPECT_EQ(dialog.Text(row.panel), L"") << row.panel;
         dialog.Choose("SetLastDir", L"1").Press("save");
     });
-    EXPECT_FALSE(fs::exists(test::SettingsFile(kFile).parent_path()));
+    EXPECT_FALSE(fs::exists(test::SettingsFile(kStoredFile).parent_path()));
     EXPECT_EQ(Messages(host), Texts{});
 }
 
 TEST(KvConfig, LosesTheChangeSilentlyWhenTheFileCannotBeWritten) {
-    const std::string before = test::ReadBytes(test::SettingsFile(kFile));
+    const std::string before = test::ReadBytes(test::SettingsFile(kStoredFile));
     SimHost host;
     Configure(host, [](SimDialog& dialog) {
         dialog.Choose("SetLastDir", L"1").Type("A0Asmpath", L"D:\\new.drw");
         // Another program holds the file; unlike the read-only mark this stops an administrator too.
-        const HANDLE other = CreateFileW(test::SettingsFile(kFile).c_str(), GENERIC_READ, FILE_SHARE_READ,
+        const HANDLE other = CreateFileW(test::SettingsFile(kStoredFile).c_str(), GENERIC_READ, FILE_SHARE_READ,
                                          nullptr, OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(other, INVALID_HANDLE_VALUE);
         dialog.Press("save");
         CloseHandle(other);
         EXPECT_TRUE(dialog.IsOpen());
     });
-    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kFile)), before);
+    EXPECT_EQ(test::ReadBytes(test::SettingsFile(kStoredFile)), before);
     EXPECT_EQ(Messages(host), Texts{});
 }
 
 TEST(KvConfig, ShowsTheFirst254CharactersOfALongPath) {
     for (const std::size_t length : {254u, 255u, 300u}) {
         const std::wstring path = L"D:\\" + std::wstring(length - 3, L'图');
-        test::ChangeSetting(kFile, L"A4HPrtpath", L"path", path);
+        test::ChangeSetting(kStoredFile, L"A4HPrtpath", L"path", path);
         SimHost host;
         Configure(host, [&](SimDialog& dialog) {
             EXPECT_EQ(dialog.Text("A4HPrtpath"), path.substr(0, 254)) << length;
@@ -232,16 +232,16 @@ TEST(KvConfig, ShowsTheFirst254CharactersOfALongPath) {
 TEST(KvConfig, ChoosesNothingForAStoredValueThatIsNoButton) {
     for (const std::wstring& value : {L"9"s, L"是"s, L"D\xE9p\xF4t"s, std::wstring(300, L'1')}) {
         SCOPED_TRACE(Utf8(value));
-        test::ChangeSetting(kFile, L"CompCopyAutoNum", L"value", value);
-        test::ChangeSetting(kFile, L"SetLastDir", L"value", L"1");
+        test::ChangeSetting(kStoredFile, L"CompCopyAutoNum", L"value", value);
+        test::ChangeSetting(kStoredFile, L"SetLastDir", L"value", L"1");
         SimHost host;
         Configure(host, [](SimDialog& dialog) {
             EXPECT_EQ(dialog.Chosen("CompCopyAutoNum"), "");
             EXPECT_EQ(dialog.Chosen("SetLastDir"), "1");
             dialog.Choose("SetLastDir", L"0").Press("save");
         });
-        EXPECT_EQ(ReadSettings(kFile, L"SetLastDir", L"value"), L"0");
-        EXPECT_EQ(ReadSettings(kFile, L"CompCopyAutoNum", L"value"), value) << "kept whole";
+        EXPECT_EQ(ReadSettings(kStoredFile, L"SetLastDir", L"value"), L"0");
+        EXPECT_EQ(ReadSettings(kStoredFile, L"CompCopyAutoNum", L"value"), value) << "kept whole";
         EXPECT_EQ(Messages(host), Texts{});
     }
 }
@@ -263,7 +263,7 @@ TEST(KvConfig, PutsAPickedTemplateIntoItsPanel) {
         EXPECT_EQ(dialog.Text("A0Asmpath"), fileOf(Templates()[0])) << "cancelled";
     });
     EXPECT_EQ(host.State().user.questions.size(), 13u);
-    EXPECT_EQ(ReadSettings(kFile, L"A0Asmpath", L"path"), L"") << "not saved";
+    EXPECT_EQ(ReadSettings(kStoredFile, L"A0Asmpath", L"path"), L"") << "not saved";
 }
 
 TEST(KvConfig, RefusesATemplateWhosePathCouldNotBeReadAgain) {
@@ -312,17 +312,17 @@ TEST(KvConfig, OffersTheDrawingsOfTheFormatFolder) {
 // A field that could not be filled shows less than what is stored.
 TEST(KvConfig, KeepsWhatAFieldCouldNotShow) {
     for (const char* call : {"ProUIInputpanelValueSet", "ProUIRadiogroupSelectednamesSet"}) {
-        test::WriteSettings(kFile, WholeFile());
+        test::WriteSettings(kStoredFile, WholeFile());
         SimHost host;
         host.State().report.Arm(Fault{call, 0});
         Configure(host, [](SimDialog& dialog) {
             dialog.Type("A0Asmpath", L"D:\\new.drw").Choose("RmbDisable", L"0").Press("save");
         });
         for (const Choice& choice : Choices())
-            EXPECT_EQ(ReadSettings(kFile, Wide(choice.group), L"value"),
+            EXPECT_EQ(ReadSettings(kStoredFile, Wide(choice.group), L"value"),
                       choice.group == "RmbDisable" ? L"0" : choice.second);
         for (const Template& row : Templates())
-            EXPECT_EQ(ReadSettings(kFile, Wide(row.panel), L"path"),
+            EXPECT_EQ(ReadSettings(kStoredFile, Wide(row.panel), L"path"),
                       row.panel == "A0Asmpath" ? L"D:\\new.drw" : TemplatePath(row));
     }
 }

@@ -32,7 +32,7 @@ using test::ChangeSetting;
 using test::Messages;
 using test::Texts;
 
-constexpr wchar_t kCommon[] = L"KvConfig.ini";
+constexpr wchar_t kCommonSettings[] = L"KvConfig.ini";
 
 // ---- The current drawing or model
 
@@ -96,7 +96,7 @@ TEST_F(SingleExport, GoesWhereTheSettingsSay) {
     for (const Case& one : cases) {
         SCOPED_TRACE(one.command);
         if (one.command == std::string("KvExportStp")) host.Open(axle);
-        ChangeSetting(kCommon, one.section, L"value", L"byUser");
+        ChangeSetting(kCommonSettings, one.section, L"value", L"byUser");
         host.AnswerFolder(std::nullopt);
         host.Run(one.command);
         EXPECT_TRUE(host.ExportedFiles().empty());
@@ -106,7 +106,7 @@ TEST_F(SingleExport, GoesWhereTheSettingsSay) {
         EXPECT_EQ(host.ExportedFiles(), Texts{(fs::path(L"输出 1") / one.file).wstring()});
         fs::remove(folder / one.file);
         // Only the exact spelling means the desktop.
-        ChangeSetting(kCommon, one.section, L"value", L"desktop");
+        ChangeSetting(kCommonSettings, one.section, L"value", L"desktop");
         host.Run(one.command);
         EXPECT_EQ(host.ExportedFiles(), Texts{one.file});
         fs::remove(host.WorkingDirectory() / one.file);
@@ -119,7 +119,7 @@ TEST_F(SingleExport, GoesToTheDesktop) {
     ASSERT_TRUE(SHGetSpecialFolderPathW(nullptr, desktop, CSIDL_DESKTOPDIRECTORY, TRUE));
     const std::wstring name = L"KV_TEST_" + std::to_wstring(GetCurrentProcessId());
     host.Open(host.AddPart(name));
-    ChangeSetting(kCommon, L"KvExportStpDir", L"value", L"deskTop");
+    ChangeSetting(kCommonSettings, L"KvExportStpDir", L"value", L"deskTop");
     EXPECT_EQ(host.Run("KvExportStp"), PRO_TK_NO_ERROR);
     const fs::path file = fs::path(desktop) / (name + L".stp");
     EXPECT_TRUE(sim::ReadExport(file));

@@ -88,8 +88,7 @@ TEST(PrefixList, MatchesTheBeginningOfANameInAnyLetterCase) {
 }
 
 TEST(Text, SplitsListsOfNamesAtCommasOfEitherWidth) {
-    using Names = std::vector<std::wstring>;
-    const std::vector<std::pair<std::wstring, Names>> cases = {
+    const std::vector<std::pair<std::wstring, Pieces>> cases = {
         {L"图号,名称,模型数量", {L"图号", L"名称", L"模型数量"}},
         {L"图号， 名称 ,模型 数量", {L"图号", L"名称", L"模型数量"}},
         {L",,图号,，名称,", {L"图号", L"名称"}},

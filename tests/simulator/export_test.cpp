@@ -24,17 +24,15 @@
 #include "simulator/session/session.h"
 #include "support/plugin_home.h"
 #include "support/temp_directory.h"
+#include "support/toolkit_ui.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace sim;
+using test::W;
 
 // Inputs of the host are not const.
-wchar_t* W(const wchar_t* text) {
-    return const_cast<wchar_t*>(text);
-}
-
 class HostExport : public testing::Test {
 protected:
     HostExport() {

@@ -18,7 +18,7 @@ namespace {
 using namespace sim;
 using Lines = std::vector<std::string>;
 
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
+constexpr std::string_view kLayoutMark = "\xEF\xBB\xBF";
 
 constexpr std::string_view kLayout = R"((Dialog D
   (Components
@@ -72,7 +72,7 @@ Lines Errors(std::string_view bytes, const char* file = "D.res") {
 }
 
 std::string Marked(std::string_view text) {
-    return std::string(kMark) + std::string(text);
+    return std::string(kLayoutMark) + std::string(text);
 }
 
 // The layout with one piece replaced.

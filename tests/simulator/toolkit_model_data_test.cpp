@@ -21,12 +21,12 @@ using namespace sim;
 using test::Name;
 using test::Solid;
 
-using Lines = std::vector<std::wstring>;
+using RelationLines = std::vector<std::wstring>;
 
 TEST(RelationCheck, TakesWhatTheHostTakes) {
     const RelationNames names = {[](std::wstring_view name) { return name == L"长度" || name == L"MASS"; },
                                  [](std::wstring_view name) { return name == L"d1"; }};
-    const std::vector<Lines> good = {
+    const std::vector<RelationLines> good = {
         {L""},
         {L"/* anything ((", L"d1 = 10"},
         {L"\td1=-2.5e-3*(长度+1)^2/max(1, MASS)\r"},
@@ -36,8 +36,8 @@ TEST(RelationCheck, TakesWhatTheHostTakes) {
         {L"x = d1:5 + PI"},
         {L"x = if(d1 > 5, 1, 2)", L"y = exists(\"d9\")"},
     };
-    for (const Lines& lines : good) EXPECT_EQ(ReadRelations(lines, names).fault, "") << lines.back().size();
-    const std::vector<std::pair<Lines, std::string>> broken = {
+    for (const RelationLines& lines : good) EXPECT_EQ(ReadRelations(lines, names).fault, "") << lines.back().size();
+    const std::vector<std::pair<RelationLines, std::string>> broken = {
         {{L"d1"}, "line 1: expected ="},
         {{L"d1 = "}, "line 1: expected a number"},
         {{L"", L"d1 = (1"}, "line 2: expected )"},
@@ -69,7 +69,7 @@ protected:
         EXPECT_EQ(ProMdlToModelitem(&model, &item), PRO_TK_NO_ERROR);
         return item;
     }
-    ProError Set(ProRelset& set, Lines lines) {
+    ProError Set(ProRelset& set, RelationLines lines) {
         std::vector<ProWstring> list;
         for (std::wstring& line : lines) list.push_back(line.data());
         return ProRelsetRelationsSet(&set, list.data(), static_cast<int>(list.size()));

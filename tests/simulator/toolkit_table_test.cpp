@@ -20,13 +20,16 @@
 #include "simulator/session/session.h"
 #include "simulator/ui/sim_dialog.h"
 #include "support/temp_directory.h"
+#include "support/toolkit_ui.h"
 
 namespace {
 
 using namespace sim;
+using test::C;
+using test::W;
 using Names = std::vector<std::string>;
 
-constexpr char kLayout[] = R"((Dialog D
+constexpr char kTableLayout[] = R"((Dialog D
   (Components (Table List) (DrawingArea Area))
   (Resources
     (List.ColumnNames "num")
@@ -34,18 +37,11 @@ constexpr char kLayout[] = R"((Dialog D
     (Area.Images "mark.gif" "lost.gif" "mark.png")
     (.Layout (Grid (Rows 0 0) (Cols 1) List Area)))))";
 
-char* C(const char* text) {
-    return const_cast<char*>(text);
-}
-wchar_t* W(const wchar_t* text) {
-    return const_cast<wchar_t*>(text);
-}
-
 class ToolkitTable : public testing::Test {
 protected:
     ToolkitTable() {
         std::filesystem::create_directories(folder_ / "text/resource");
-        folder_.Write("text/resource/D.res", kLayout);
+        folder_.Write("text/resource/D.res", kTableLayout);
         folder_.Write("text/resource/mark.gif", "GIF89a");
         folder_.Write("text/resource/mark.png", "PNG");
         EXPECT_EQ(ProUIDialogCreate(C("D"), C("D")), PRO_TK_NO_ERROR);

@@ -20,7 +20,7 @@ namespace {
 using namespace sim;
 using Lines = std::vector<std::string>;
 
-constexpr char kLayout[] = R"((Dialog D
+constexpr char kScriptedLayout[] = R"((Dialog D
   (Components (InputPanel Name) (RadioGroup Kind) (CheckButton Sort) (Table List) (PushButton Ok))
   (Resources
     (Kind.Names "all" "parts")
@@ -33,7 +33,7 @@ constexpr char kLayout[] = R"((Dialog D
 struct Desk {
     Desk() {
         std::filesystem::create_directories(folder / "text/resource");
-        folder.Write("text/resource/D.res", kLayout);
+        folder.Write("text/resource/D.res", kScriptedLayout);
     }
     Lines Arrange(std::string_view script) {
         return ArrangeUserScript(script, "u.txt", session.user, session.models);
