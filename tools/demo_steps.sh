@@ -238,6 +238,7 @@ printf '\n'
 hostsim show drive_shaft.drw --workspace roller_conveyor
 print
 grep -q 'own scale 0.5' "$work/out" || fail "the section has not got the scale"
+
 headline "Relations for all parts of our own: only lines that a part does not have yet are added"
 printf '  The user at the dialog, scripts/add_relations.user:\n\n'
 print scripts/add_relations.user
@@ -265,6 +266,7 @@ grep -e '^units' -e '^material' -e '^bend table' "$work/out" >"$work/shown"
 [ "$(wc -l <"$work/shown")" -eq 3 ] || fail "左护罩 lacks some of it"
 printf '    左护罩:\n'
 print "$work/shown"
+
 headline "A new part from the template, named after the assembly, on its default coordinate system"
 hostsim --plugin plugin run NewPart --workspace roller_conveyor --model roller_conveyor \
     --option template_solidpart=../templates/start_part.prt --save
@@ -304,6 +306,7 @@ for model in drive_frame drive_base_plate; do
     grep -o '"name":"合并[0-9]*","reference":"[^"]*"' "$newest" >"$work/out" || fail "nothing was merged into $model"
     sed "s/.*\(合并[0-9]*\)\",\"reference\":\"\(.*\)\"/    $model: \1 of \2/" "$work/out"
 done
+
 headline "New names for sub-assemblies and parts, with their drawings; every assembly above finds them"
 printf '  The user at the dialog, scripts/rename.user:\n\n'
 print scripts/rename.user
@@ -315,6 +318,7 @@ print
 start show roller_conveyor --workspace roller_conveyor --levels 1
 grep -q 'RC2_ROLLER_UNIT' "$work/out" || fail "the assembly on disk does not name RC2_ROLLER_UNIT"
 printf '\n    The assembly on disk names RC2_ROLLER_UNIT; 撤销上次重命名 would take it all back.\n'
+
 headline "The drive unit alone: all other parts are hidden"
 hostsim --plugin plugin run KvIsolate --workspace roller_conveyor --model roller_conveyor \
     --select "drive_unit path 11" --picture isolated.svg --save

@@ -78,16 +78,15 @@ key_of() {
 
 # Lints a unit by the rules for the first file in it.
 lint_unit() {
-    local unit=$1 file key log rules flags=(--extra-arg=-Wno-unknown-warning-option) flag
+    local unit=$1 file key log flags=(--extra-arg=-Wno-unknown-warning-option) flag
     shift
     key=$(key_of "$unit")
     if [ -e "$cache/passed/$key" ]; then return 0; fi
     for flag in --target=x86_64-w64-mingw32 "${includes[@]}"; do flags+=("--extra-arg-before=$flag"); done
     # The analyzer gives up on a function after this many steps; its own limit is six times as high.
     for flag in -Xclang -analyzer-config -Xclang max-nodes=40000; do flags+=("--extra-arg=$flag"); done
-    rules=$(dirname "$1")
-    while [ ! -e "$rules/.clang-tidy" ]; do rules=$(dirname "$rules"); done
-    flags+=("--config-file=$rules/.clang-tidy")
+    # It prints settings that it does not read.
+    flags+=("--config=$(clang-tidy-14 --dump-config "$1" 2>/dev/null | sed '/HungarianPrefix/,+1d; /^\.\.\.$/d')")
     log=$(mktemp)
     if ! clang-tidy-14 --quiet -p $build "${flags[@]}" "$unit" >"$log" 2>&1; then
         echo "lint: $*"

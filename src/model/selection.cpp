@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include <ProArray.h>
 #include <ProAsmcomp.h>
 #include <ProFeatType.h>
 #include <ProFeature.h>
@@ -20,7 +21,12 @@ static bool IsComponent(ProModelitem& item);
 ProError SelectionRead(SelectionArray& selections) {
     const ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
     if (Failed(status)) return status;
-    return Items(selections).empty() ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
+    if (selections.Get() == nullptr) return PRO_TK_E_NOT_FOUND;
+    // A selection that cannot be counted is not none: a command without one works on everything.
+    int count = 0;
+    const ProError counted = ProArraySizeGet(selections.Get(), &count);
+    if (Failed(counted)) return counted;
+    return count == 0 ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
 }
 
 ProModelitem SelectedItem(ProSelection selection) {

@@ -15,7 +15,7 @@ namespace kv {
 inline constexpr int kNoLimit = -1;
 
 // The selected items in the order of selection; read them with Items. Errors: PRO_TK_E_NOT_FOUND when nothing
-// is selected, else those of ProSelbufferSelectionsGet.
+// is selected, else those of ProSelbufferSelectionsGet and ProArraySizeGet.
 [[nodiscard]] ProError SelectionRead(SelectionArray& selections);
 
 // The item behind a selection; of the type PRO_TYPE_INVALID when the host cannot tell it.
