@@ -88,7 +88,8 @@ bool RunSize(sim::SimHost& host, std::size_t rows) {
 }  // namespace
 
 void BenchWorkbook() {
-    std::printf("\nExport of a table, %zu columns, every %zuth row an assembly\n", kTableColumns, kAssemblyEvery);
+    std::printf("\nExport of a table, %zu columns, every %zuth row an assembly\n", kTableColumns,
+                kAssemblyEvery);
     if (test::RunSpreadsheetProgram(L"--register") != 0) {
         std::printf("PROBLEM: the application's stand-in cannot be registered, nothing measured\n");
         return;

@@ -23,7 +23,8 @@ HRESULT WINAPI EnterCom(LPVOID, DWORD model) {
 }
 
 void WINAPI LeaveCom() {
-    if (!automated->spreadsheet.LeaveCom()) automated->report.Violation("CoUninitialize without CoInitializeEx");
+    if (!automated->spreadsheet.LeaveCom())
+        automated->report.Violation("CoUninitialize without CoInitializeEx");
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ int AnswerBox(UINT flags, const std::wstring& text) {
 int WINAPI ShowBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT flags) {
     if (IsProgressShown()) caller->report.Violation("MessageBoxW while the progress window is on the screen");
     caller->user.boxes.push_back({text == nullptr ? L"" : text, caption == nullptr ? L"" : caption, flags,
-                                owner != nullptr, caller->report.CallCount()});
+                                  owner != nullptr, caller->report.CallCount()});
     return AnswerBox(flags, caller->user.boxes.back().text);
 }
 

@@ -38,7 +38,8 @@ static void ReportRefused(const SheetTable& sheet, const std::vector<RefusedCell
 void BomExport() {
     SheetTable sheet;
     if (Failed(TitleGet(sheet.title))) return;
-    const std::wstring path = SaveFileChoose(FileNameText(sheet.title) + kExtension, kWorkbookFilter, kExtension);
+    const std::wstring path =
+        SaveFileChoose(FileNameText(sheet.title) + kExtension, kWorkbookFilter, kExtension);
     if (path.empty()) return;
     if (FileIsLocked(path)) {
         ShowMessage(kFileLocked);

@@ -98,7 +98,8 @@ static void FillUnitDialog(UnitDialog&) {
     const std::wstring current = UpperCase(ShowCurrentSystem());
     const auto isCurrent = [&current](const UnitRow& row) { return UpperCase(row.system) == current; };
     const UnitRow* row = std::ranges::find_if(kUnits, isCurrent);
-    RadioChoiceSet(kUnitDialog, kUnitChoice, std::string(row == std::end(kUnits) ? kUsualUnits : row->choice));
+    RadioChoiceSet(kUnitDialog, kUnitChoice,
+                   std::string(row == std::end(kUnits) ? kUsualUnits : row->choice));
     RadioChoiceSet(kUnitDialog, kConversion, kSameSize);
 }
 

@@ -305,6 +305,7 @@ static void OnFillNames(const RenameDialog& state) {
     if (Failed(RuleGet(rule)) || Failed(RenameRowsRead(state.shown, rows))) return;
     if (Failed(InputTextGet(kRenameDialog, kParameter, parameter))) return;
     std::vector<std::wstring> names;
+    names.reserve(rows.size());
     for (const RenameRow& row : rows)
         names.push_back(NameByRule(rule, BaseName(state, row, WithoutBlanks(parameter)), names.size()));
     NewNamesShow(state.shown, names);

@@ -76,7 +76,8 @@ TEST(Progress, ALongRunTellsHowFarItIs) {
     EXPECT_EQ(Messages(host), Texts{});
 }
 
-// The models come in the order of their handles, which is any order: of four, one to three are among the excluded.
+// The models come in the order of their handles, which is any order: of four, one to three are among the
+// excluded.
 TEST(Progress, CancelFinishesTheModelInWorkAndTellsWhatIsLeft) {
     SimHost host;
     ArrangeSix(host, L"BOLT1,BOLT2,BOLT3");

@@ -206,8 +206,8 @@ TEST(KvConfig, LosesTheChangeSilentlyWhenTheFileCannotBeWritten) {
     Configure(host, [](SimDialog& dialog) {
         dialog.Choose("SetLastDir", L"1").Type("A0Asmpath", L"D:\\new.drw");
         // Another program holds the file; unlike the read-only mark this stops an administrator too.
-        const HANDLE other = CreateFileW(test::SettingsFile(kStoredFile).c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                         nullptr, OPEN_EXISTING, 0, nullptr);
+        const HANDLE other = CreateFileW(test::SettingsFile(kStoredFile).c_str(), GENERIC_READ,
+                                         FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(other, INVALID_HANDLE_VALUE);
         dialog.Press("save");
         CloseHandle(other);

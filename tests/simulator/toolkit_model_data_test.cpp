@@ -36,7 +36,8 @@ TEST(RelationCheck, TakesWhatTheHostTakes) {
         {L"x = d1:5 + PI"},
         {L"x = if(d1 > 5, 1, 2)", L"y = exists(\"d9\")"},
     };
-    for (const RelationLines& lines : good) EXPECT_EQ(ReadRelations(lines, names).fault, "") << lines.back().size();
+    for (const RelationLines& lines : good)
+        EXPECT_EQ(ReadRelations(lines, names).fault, "") << lines.back().size();
     const std::vector<std::pair<RelationLines, std::string>> broken = {
         {{L"d1"}, "line 1: expected ="},
         {{L"d1 = "}, "line 1: expected a number"},
