@@ -45,6 +45,7 @@
 #include <ProMenuBar.h>
 
 #include "assembly/clone_component.h"
+#include "assembly/kv_remove_cons.h"
 #include "assembly/merge.h"
 #include "assembly/new_component.h"
 #include "base/status.h"
@@ -121,7 +122,7 @@ static constexpr CommandRow CommandTable[] = {
     {"KvExSat",               HostAction<KvExSat>,               "KvExSat_Help",               "KvExSat.png",               AccessSolid,   true},
     {"KvBom",                 HostAction<KvBom>,                 "KvBom_Help",                 "KvBom.png",                 AccessSolid,   true},
     {"KvRename",              HostAction<KvRename>,              "KvRename_Help",              "KvRename.png",              AccessSolid,   true},
-    {"KvRemoveCons",          HostAction<NotAvailable>,          "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
+    {"KvRemoveCons",          HostAction<KvRemoveCons>,          "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
     {"KvExport",              HostAction<KvExport>,              "KvExport_Help",              "KvExport.png",              AccessAlways,  true},
     {"KvMdlCount",            HostAction<KvMdlCount>,            "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
     {"KvNewDrw",              HostAction<KvNewDrw>,              "KvNewDrw_Help",              "KvNewDrw.png",              AccessSolid,   true},
