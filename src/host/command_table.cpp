@@ -58,6 +58,7 @@
 #include "display/transparency.h"
 #include "drawing/kv_dim_modify.h"
 #include "drawing/kv_drw_scale_check.h"
+#include "drawing/kv_frm_replace.h"
 #include "drawing/kv_new_drw.h"
 #include "drawing/kv_single_dim.h"
 #include "drawing/new_draw.h"
@@ -129,7 +130,7 @@ static constexpr CommandRow CommandTable[] = {
     {"KvMdlCount",            HostAction<KvMdlCount>,            "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
     {"KvNewDrw",              HostAction<KvNewDrw>,              "KvNewDrw_Help",              "KvNewDrw.png",              AccessSolid,   true},
     {"KvDimModify",           HostAction<KvDimModify>,           "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
-    {"KvFrmReplace",          HostAction<NotAvailable>,          "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
+    {"KvFrmReplace",          HostAction<KvFrmReplace>,          "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
     {"KvDrwScaleCheck",       HostAction<KvDrwScaleCheck>,       "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
     {"KvSimRep",              HostAction<NotAvailable>,          "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
     {"KvBox",                 HostAction<NotAvailable>,          "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
