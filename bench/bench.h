@@ -59,6 +59,7 @@ void BenchBom();
 void BenchWorkbook();
 void BenchDrawings();
 void BenchScales();
+void BenchFormats();
 void BenchAssembly();
 void BenchRename();
 void BenchDisplay();

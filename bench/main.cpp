@@ -20,6 +20,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"workbook", bench::BenchWorkbook},
     {"drawings", bench::BenchDrawings},
     {"scales", bench::BenchScales},
+    {"formats", bench::BenchFormats},
     {"assembly", bench::BenchAssembly},
     {"rename", bench::BenchRename},
     {"display", bench::BenchDisplay},

@@ -239,6 +239,24 @@ hostsim show drive_shaft.drw --workspace roller_conveyor
 print
 grep -q 'own scale 0.5' "$work/out" || fail "the section has not got the scale"
 
+headline "Texts of dimensions in a drawing: several at once, then one as it is typed"
+hostsim --plugin plugin run KvDimModify --workspace roller_conveyor --model drive_shaft.drw \
+    --user scripts/dimension_texts.user --save
+print
+hostsim --plugin plugin run KvSingleDim --workspace roller_conveyor --model drive_shaft.drw \
+    --user scripts/single_dimension.user --save
+print
+newest=$(find roller_conveyor -name "drive_shaft.prt.*" | sort -t . -k 3n | tail -n 1)
+grep -q '"text":\["Ø@D","配作"\]' "$newest" || fail "the texts were not written"
+grep -q '总长 @D' "$newest" || fail "the single text was not written"
+
+headline "Another format for all sheets that have the old one; what holds a table of the old one is left alone"
+hostsim --plugin plugin run KvFrmReplace --workspace roller_conveyor --user scripts/replace_format.user
+print
+newest=$(find roller_conveyor -name "bearing_housing.drw.*" | sort -t . -k 3n | tail -n 1)
+grep -q 'COMPANY_A3' "$newest" || fail "the format was not replaced"
+[ -z "$(grep -l COMPANY_A3 roller_conveyor/drive_shaft.drw.*)" ] || fail "a sheet with a table was changed"
+
 headline "Relations for all parts of our own: only lines that a part does not have yet are added"
 printf '  The user at the dialog, scripts/add_relations.user:\n\n'
 print scripts/add_relations.user
@@ -306,6 +324,13 @@ for model in drive_frame drive_base_plate; do
     grep -o '"name":"合并[0-9]*","reference":"[^"]*"' "$newest" >"$work/out" || fail "nothing was merged into $model"
     sed "s/.*\(合并[0-9]*\)\",\"reference\":\"\(.*\)\"/    $model: \1 of \2/" "$work/out"
 done
+
+headline "A component loses its constraints and is fixed where it stands"
+hostsim --plugin plugin run KvRemoveCons --workspace roller_conveyor --model drive_unit \
+    --user scripts/fix_components.user --save
+print
+newest=$(find roller_conveyor -name "drive_unit.asm.*" | sort -t . -k 3n | tail -n 1)
+grep -q 'GEAR_MOTOR.*"constraints":\[{"type":13}\]' "$newest" || fail "the gear motor is not fixed"
 
 headline "New names for sub-assemblies and parts, with their drawings; every assembly above finds them"
 printf '  The user at the dialog, scripts/rename.user:\n\n'

@@ -38,8 +38,13 @@ cp -R samples/templates "$workspace"
 # play COMMAND SCRIPT
 play() {
     cp "$2" "$work/$1.user"
+    case $1 in
+        KvDimModify | KvSingleDim) model=drive_shaft.drw ;;
+        KvRemoveCons) model=drive_unit ;;
+        *) model=roller_conveyor ;;
+    esac
     (cd "$work" && "$repo/tools/wine.sh" "$hostsim" --plugin plugin run "$1" --workspace "C:\\conveyor" \
-        --model roller_conveyor --user "$1.user" >"$work/out" 2>&1) || {
+        --model "$model" --user "$1.user" >"$work/out" 2>&1) || {
         cat "$work/out" >&2
         fail "$1 cannot be played"
     }

@@ -394,6 +394,12 @@ SimModel& SimModel::AddSheet(std::wstring_view size) {
     return *this;
 }
 
+SimModel& SimModel::AddTable(int sheet, std::wstring_view text, bool isFromFormat) {
+    tables_.push_back({TakeId(), sheet, isFromFormat, std::wstring(text)});
+    modified_ = true;
+    return *this;
+}
+
 SimModel& SimModel::AddView(SimModel& model, int sheet) {
     DrawingView view;
     view.id = TakeId();
@@ -541,6 +547,7 @@ void SimModel::CopyContent(const SimModel& from) {
     for (const auto& surface : from.surfaces_) surfaces_.push_back(std::make_unique<SurfaceItem>(*surface));
     coordinateSystems_ = from.coordinateSystems_;
     sheets_ = from.sheets_;
+    tables_ = from.tables_;
     currentSheet_ = from.currentSheet_;
     views_ = from.views_;
     shownModels_ = from.shownModels_;

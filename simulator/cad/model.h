@@ -89,6 +89,8 @@ struct ComponentConstraint {
     int type = 0;           // the host's constraint type
     int assemblyItem = 0;   // coordinate system of the assembly; 0: none
     int componentItem = 0;  // and of the component's model
+    // A program does not take it away.
+    bool isOfInterface = false;
 };
 
 // A feature of an assembly or part. A component is a feature with a model.
@@ -105,8 +107,12 @@ struct Feature {
     bool isHidden = false;  // hidden by the user; says nothing to ProFeatureVisibilityGet
     Matrix placement = IdentityMatrix();
     std::vector<ComponentConstraint> constraints;  // of a component
-    std::wstring name;                             // empty: none
-    SimModel* reference = nullptr;                 // the part that a merge has taken in
+    std::optional<Matrix> initial;  // where a component without constraints goes; none: where it is
+    bool isFrozen = false;          // its constraints could not be met
+    bool isUnplaced = false;
+    bool isMovable = false;         // its constraints leave it movable
+    std::wstring name;              // empty: none
+    SimModel* reference = nullptr;  // the part that a merge has taken in
 };
 
 // How a component is placed when not plainly.
@@ -124,6 +130,14 @@ struct DrawingSheet {
     double scale = 1.0;   // of the drawing's first model, and of those without one of their own
     std::wstring format;  // format model name, empty: none
     int regenerations = 0;
+};
+
+// A table on a sheet of a drawing or format.
+struct DrawingTable {
+    int id = 0;
+    int sheet = 1;
+    bool isFromFormat = false;
+    std::wstring text;  // what stands in it
 };
 
 // The scale of a further model of a drawing on one sheet.
@@ -210,6 +224,9 @@ public:
                            bool exists = true);
     SimModel& AddDimension(std::wstring_view symbol, double value, bool isAngle = false);
     const Dimension* FindDimension(std::wstring_view symbol) const;
+    // A dimension's identifier is its place in the list, from 1.
+    const std::vector<Dimension>& Dimensions() const { return dimensions_; }
+    std::vector<Dimension>& Dimensions() { return dimensions_; }
     // Why the model does not take the lines; empty: it does.
     std::string RelationFault(const std::vector<std::wstring>& lines) const;
 
@@ -261,6 +278,9 @@ public:
     void SetCurrentSheet(int sheet) { currentSheet_ = sheet; }
     const std::vector<DrawingSheet>& Sheets() const { return sheets_; }
     std::vector<DrawingSheet>& Sheets() { return sheets_; }
+    SimModel& AddTable(int sheet, std::wstring_view text, bool isFromFormat = false);
+    std::vector<DrawingTable>& Tables() { return tables_; }
+    const std::vector<DrawingTable>& Tables() const { return tables_; }
     // The scale of a model on a sheet, from 1.
     double ScaleOn(int sheet, const SimModel& model) const;
     void SetScaleOn(int sheet, SimModel& model, double scale);
@@ -359,6 +379,7 @@ private:
     std::vector<DrawingSheet> sheets_;
     int currentSheet_ = 1;
     std::vector<DrawingView> views_;
+    std::vector<DrawingTable> tables_;
     std::vector<ModelScale> modelScales_;
     std::vector<SimModel*> shownModels_;
     SimModel* mfgAssembly_ = nullptr;

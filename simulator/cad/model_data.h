@@ -24,6 +24,9 @@ struct Dimension {
     std::wstring symbol;  // "d1"
     double value = 0;
     bool isAngle = false;  // in degrees, whatever the units of the model
+    bool isReference = false;
+    std::vector<std::wstring> text = {L"@D"};  // its lines; @D stands for the value
+    int valueDisplay = 0;                      // the host's number for how the value shows
 };
 
 // ---- Units

@@ -87,6 +87,7 @@ public:
         root.Optional("coordinateSystems",
                       [&](const Node& node) { ReadList(node, &ModelReader::ReadSystem); });
         root.Optional("sheets", [&](const Node& node) { ReadList(node, &ModelReader::ReadSheet); });
+        root.Optional("tables", [&](const Node& node) { ReadList(node, &ModelReader::ReadTable); });
         root.Optional("currentSheet", [&](const Node& node) {
             model_.currentSheet_ =
                 static_cast<int>(node.Integer(1, static_cast<long long>(model_.sheets_.size())));
@@ -234,6 +235,12 @@ private:
         });
         entries.Required("value", [&](const Node& value) { dimension.value = value.Real(); });
         entries.Optional("angle", [&](const Node& truth) { dimension.isAngle = truth.Truth(); });
+        entries.Optional("reference", [&](const Node& truth) { dimension.isReference = truth.Truth(); });
+        entries.Optional("text", [&](const Node& lines) {
+            dimension.text.clear();
+            lines.ForEach([&](const Node& line) { dimension.text.push_back(line.WideText(kLongestText)); });
+        });
+        entries.Optional("valueDisplay", [&](const Node& number) { dimension.valueDisplay = number.Int(0); });
         entries.Close();
         model_.dimensions_.push_back(std::move(dimension));
     }
@@ -305,9 +312,21 @@ private:
         entries.Optional("constraints", [&](const Node& list) {
             list.ForEach([&](const Node& entry) { feature.constraints.push_back(ReadConstraint(entry)); });
         });
+        ReadFreedom(entries, feature);
         if (hasType && !feature.constraints.empty()) node.Fail("constraints of a component only");
         entries.Close();
         model_.InsertFeatureWithId(std::move(feature));
+    }
+
+    void ReadFreedom(Entries& entries, Feature& feature) {
+        entries.Optional("initial", [&](const Node& node) {
+            Entries placing(node);
+            ReadPlacing(placing, feature.initial.emplace(IdentityMatrix()));
+            placing.Close();
+        });
+        entries.Optional("frozen", [&](const Node& truth) { feature.isFrozen = truth.Truth(); });
+        entries.Optional("unplaced", [&](const Node& truth) { feature.isUnplaced = truth.Truth(); });
+        entries.Optional("movable", [&](const Node& truth) { feature.isMovable = truth.Truth(); });
     }
 
     static ComponentConstraint ReadConstraint(const Node& node) {
@@ -316,6 +335,7 @@ private:
         entries.Required("type", [&](const Node& type) { constraint.type = type.Int(0); });
         entries.Optional("assembly", [&](const Node& id) { constraint.assemblyItem = id.Int(1); });
         entries.Optional("component", [&](const Node& id) { constraint.componentItem = id.Int(1); });
+        entries.Optional("interface", [&](const Node& truth) { constraint.isOfInterface = truth.Truth(); });
         entries.Close();
         return constraint;
     }
@@ -405,6 +425,17 @@ private:
             sheet = static_cast<int>(number.Integer(1, static_cast<long long>(model_.sheets_.size())));
         });
         return sheet;
+    }
+
+    void ReadTable(const Node& node) {
+        Entries entries(node);
+        DrawingTable table;
+        table.id = ReadId(entries);
+        table.sheet = ReadSheetNumber(entries);
+        entries.Optional("text", [&](const Node& text) { table.text = text.WideText(kLongestText); });
+        entries.Optional("fromFormat", [&](const Node& truth) { table.isFromFormat = truth.Truth(); });
+        entries.Close();
+        model_.tables_.push_back(std::move(table));
     }
 
     void ReadModelScale(const Node& node) {

@@ -56,6 +56,11 @@ public:
             root["coordinateSystems"].push_back(std::move(entry));
         }
         for (const DrawingSheet& sheet : model_.sheets_) root["sheets"].push_back(Write(sheet));
+        for (const DrawingTable& table : model_.tables_) {
+            Json entry = {{"id", table.id}, {"sheet", table.sheet}, {"text", Utf8(table.text)}};
+            if (table.isFromFormat) entry["fromFormat"] = true;
+            root["tables"].push_back(std::move(entry));
+        }
         if (model_.CurrentSheet() > 1) root["currentSheet"] = model_.currentSheet_;
         for (const SimModel* shown : model_.shownModels_) root["models"].push_back(Label(*shown));
         for (const std::wstring& missing : model_.missingShownModels_)
@@ -78,6 +83,10 @@ private:
         for (const Dimension& dimension : model_.dimensions_) {
             Json entry = {{"symbol", Utf8(dimension.symbol)}, {"value", Write(dimension.value)}};
             if (dimension.isAngle) entry["angle"] = true;
+            if (dimension.isReference) entry["reference"] = true;
+            if (dimension.text != Dimension().text)
+                for (const std::wstring& line : dimension.text) entry["text"].push_back(Utf8(line));
+            if (dimension.valueDisplay != 0) entry["valueDisplay"] = dimension.valueDisplay;
             root["dimensions"].push_back(std::move(entry));
         }
         WriteRelations(root, "relations", model_.Relations(RelationKind::kOrdinary));
@@ -211,9 +220,22 @@ private:
             Json tie = {{"type", constraint.type}};
             if (constraint.assemblyItem != 0) tie["assembly"] = constraint.assemblyItem;
             if (constraint.componentItem != 0) tie["component"] = constraint.componentItem;
+            if (constraint.isOfInterface) tie["interface"] = true;
             entry["constraints"].push_back(std::move(tie));
         }
+        WriteFreedom(entry, feature);
         return entry;
+    }
+
+    void WriteFreedom(Json& entry, const Feature& feature) const {
+        if (feature.initial) {
+            Json initial = Json::object();
+            WritePlacing(initial, *feature.initial);
+            entry["initial"] = std::move(initial);
+        }
+        if (feature.isFrozen) entry["frozen"] = true;
+        if (feature.isUnplaced) entry["unplaced"] = true;
+        if (feature.isMovable) entry["movable"] = true;
     }
 
     void WritePlacing(Json& entry, const Matrix& placement) const {

@@ -197,6 +197,8 @@ void PrintItems(const SimModel& model) {
         items += "  surface " + std::to_string(surface->id) + SeeThroughText(surface->looks.front()) + "\n";
     for (const CoordinateSystem& system : model.CoordinateSystems())
         items += "  csys " + std::to_string(system.id) + "  " + Utf8(system.name) + "\n";
+    for (std::size_t i = 0; i < model.Dimensions().size(); ++i)
+        items += "  dimension " + std::to_string(i + 1) + "  " + Utf8(model.Dimensions()[i].symbol) + "\n";
     if (!items.empty()) std::printf("items\n%s", items.c_str());
 }
 

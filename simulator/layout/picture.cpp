@@ -70,7 +70,9 @@ std::string ComponentText(const Dialog& dialog, const Component& component) {
 std::string Field(const Dialog& dialog, const TableCell& cell) {
     const Component* inside = cell.component.empty() ? nullptr : dialog.Find(cell.component);
     const std::string color = cell.background ? " {" + std::to_string(*cell.background) + "}" : "";
-    return (inside == nullptr ? Line(cell.label) : "[" + Line(ShownText(*inside)) + "]") + color;
+    if (inside == nullptr) return Line(cell.label) + color;
+    if (inside->kind == ComponentKind::kCheckButton) return (inside->checked ? "[x]" : "[ ]") + color;
+    return "[" + Line(ShownText(*inside)) + "]" + color;
 }
 
 // Places that a text takes on a terminal: Chinese characters and full-width marks take two.

@@ -33,6 +33,7 @@ void Session::BeAsDocumented() {
     strict.pathAsNameRefused = true;
     strict.templateExtensionRefused = true;
     strict.hiddenSheetRefused = true;
+    strict.formatIsNoDrawing = true;
     strict.referenceNeedsTopPath = true;
     strict.mergeNeedsPath = true;
     strict.mergeNeedsPlacementBeside = true;

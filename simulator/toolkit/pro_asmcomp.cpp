@@ -1,45 +1,17 @@
 #include <ProAsmcomp.h>
 
-#include <cmath>
 #include <optional>
 #include <vector>
 
 #include "simulator/memory/host_memory.h"
 #include "simulator/report/utf8.h"
 #include "simulator/toolkit/support/arguments.h"
+#include "simulator/toolkit/support/component_call.h"
 #include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 
 namespace {
-
-// Axes of length 1 at right angles, and nothing in the last column.
-bool IsPlacement(const Matrix& matrix) {
-    constexpr double kClose = 1e-6;
-    const auto isClose = [](double a, double b) { return std::abs(a - b) < kClose; };
-    for (std::size_t i = 0; i < 4; ++i)
-        if (!isClose(matrix[i][3], i == 3 ? 1 : 0)) return false;
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j) {
-            double product = 0;
-            for (std::size_t k = 0; k < 3; ++k) product += matrix[i][k] * matrix[j][k];
-            if (!isClose(product, i == j ? 1 : 0)) return false;
-        }
-    return true;
-}
-
-// The component that an item is, with the assembly that holds it.
-struct Placed {
-    SimModel* owner = nullptr;
-    Feature* component = nullptr;
-};
-
-Placed FindComponent(Session& host, const ProAsmcomp* item) {
-    const Feature* feature = FindFeature(host, item);
-    if (feature == nullptr || feature->type != kComponentType || feature->component == nullptr) return {};
-    SimModel* owner = host.models.FromHandle(item->owner);
-    return {owner, owner->FindFeature(item->id)};
-}
 
 ProError SetReference(ProAsmcompconstraint constraint, ProSelection selection, ProDatumside side,
                       std::optional<Pick> ConstraintDefinition::*reference) {
@@ -52,10 +24,11 @@ ProError SetReference(ProAsmcompconstraint constraint, ProSelection selection, P
     return PRO_TK_NO_ERROR;
 }
 
-// Whether the definition is a whole coordinate-system constraint of the component; the only kind that the
-// simulator solves.
+// Whether the definition is a whole constraint of the component: to a coordinate system, or fixed where it
+// is; the simulator solves no other kinds.
 bool IsWhole(Session& host, const Placed& placed, const ConstraintDefinition& definition) {
     const auto& [type, assembly, component] = definition;
+    if (type == PRO_ASM_FIX) return true;
     const bool isCsys = type == PRO_ASM_CSYS && assembly && component && assembly->type == PRO_CSYS &&
                         component->type == PRO_CSYS;
     if (!isCsys || component->model != placed.component->component || assembly->model != placed.owner) {
@@ -210,9 +183,11 @@ ProError ProAsmcompConstraintsSet(ProAsmcomppath* component_path, ProAsmcomp* co
         for (std::size_t i = 0; i < block->count; ++i) {
             const auto* definition = host.definitions.constraints.Find(host.report, p_constraints[i]);
             if (definition == nullptr || !IsWhole(host, placed, *definition)) return PRO_TK_BAD_INPUTS;
-            constraints.push_back(
-                {definition->type, definition->assemblyReference->id, definition->componentReference->id});
+            const bool isFixed = definition->type == PRO_ASM_FIX;
+            constraints.push_back({definition->type, isFixed ? 0 : definition->assemblyReference->id,
+                                   isFixed ? 0 : definition->componentReference->id});
         }
+        placed.component->isMovable = false;
         placed.owner->Constrain(*placed.component, std::move(constraints));
         return PRO_TK_NO_ERROR;
     });

@@ -12,7 +12,7 @@ using namespace sim;
 ProError ProDrawingSheetsCount(ProDrawing drawing, int* n_sheets) {
     static const CallSite kSite("ProDrawingSheetsCount", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {drawing, Out(n_sheets)}, [&](Session& host) -> ProError {
-        const SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
+        const SimModel* model = FindSheets(host, drawing);
         if (model == nullptr || n_sheets == nullptr) return PRO_TK_BAD_INPUTS;
         *n_sheets = static_cast<int>(model->Sheets().size());
         return PRO_TK_NO_ERROR;
@@ -23,7 +23,7 @@ ProError ProDrawingSheetTrfGet(ProDrawing drawing, int sheet, ProName sheet_size
     static const CallSite kSite("ProDrawingSheetTrfGet", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {drawing, sheet, Out(sheet_size, PRO_NAME_SIZE), Out(transform, 4)},
                   [&](Session& host) -> ProError {
-                      SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
+                      const SimModel* model = FindSheets(host, drawing);
                       if (model == nullptr || sheet_size == nullptr || transform == nullptr)
                           return PRO_TK_BAD_INPUTS;
                       if (!HasSheet(*model, sheet)) return PRO_TK_BAD_INPUTS;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "simulator/cad/folder_index.h"
+#include "simulator/memory/host_memory.h"
 #include "simulator/toolkit/support/arguments.h"
 #include "simulator/toolkit/support/drawing_call.h"
 #include "simulator/toolkit/support/traced.h"
@@ -126,10 +127,28 @@ ProError ProDrawingFormatAdd(ProDrawing drawing, int drawing_sheet, ProSolid sol
             const int source = std::max(format_sheet, 1);
             if (!HasSheet(*model, sheet) || !HasSheet(*frame, source)) return PRO_TK_BAD_INPUTS;
             if (model->IsReadOnly()) return PRO_TK_CANT_MODIFY;
+            if (host.strict.formatTakesOldTables)
+                std::erase_if(model->Tables(), [sheet](const DrawingTable& table) {
+                    return table.isFromFormat && table.sheet == sheet;
+                });
+            for (const DrawingTable& table : frame->Tables())
+                if (table.sheet == source) model->AddTable(sheet, table.text, true);
             DrawingSheet& target = model->Sheets()[static_cast<std::size_t>(sheet) - 1];
             target.format = frame->Name();
             target.size = frame->Sheets()[static_cast<std::size_t>(source) - 1].size;
             model->SetModified(true);
             return PRO_TK_NO_ERROR;
         });
+}
+
+ProError ProDrawingFormatGet(ProDrawing drawing, int sheet, ProName format_name) {
+    static const CallSite kSite("ProDrawingFormatGet",
+                                {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND, PRO_TK_NOT_EXIST});
+    return Traced(kSite, {drawing, sheet, Out(format_name, PRO_NAME_SIZE)}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModelOf(host, drawing, ModelKind::kDrawing);
+        if (model == nullptr || format_name == nullptr || !HasSheet(*model, sheet)) return PRO_TK_BAD_INPUTS;
+        const std::wstring& name = model->Sheets()[static_cast<std::size_t>(sheet) - 1].format;
+        if (name.empty()) return PRO_TK_NOT_EXIST;
+        return FillBuffer<wchar_t>(name, format_name, PRO_NAME_SIZE) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
+    });
 }

@@ -322,6 +322,16 @@ ProError ProMdlIsModifiable(ProMdl p_model, ProBoolean show_ui, ProBoolean* can_
     });
 }
 
+ProError ProMdlModificationVerify(ProMdl handle, ProBoolean* p_modified) {
+    static const CallSite kSite("ProMdlModificationVerify", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {handle, Out(p_modified)}, [&](Session& host) -> ProError {
+        const SimModel* model = FindModel(host, handle);
+        if (model == nullptr || p_modified == nullptr) return PRO_TK_BAD_INPUTS;
+        *p_modified = model->IsModified() ? PRO_B_TRUE : PRO_B_FALSE;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProMdlErase(ProMdl handle) {
     static const CallSite kSite("ProMdlErase", {PRO_TK_BAD_INPUTS, PRO_TK_E_DEADLOCK});
     return Traced(kSite, {handle}, [&](Session& host) -> ProError {

@@ -264,7 +264,8 @@ private:
 // ---- Arranging
 
 constexpr std::pair<std::wstring_view, int> kItemTypes[] = {
-    {L"feature", 3}, {L"surface", 5}, {L"edge", 6}, {L"csys", 25}, {L"point", 66}, {L"plane", 176}};
+    {L"feature", 3}, {L"surface", 5}, {L"edge", 6},     {L"csys", 25},
+    {L"point", 66},  {L"plane", 176}, {L"dimension", 8}};
 
 constexpr std::pair<std::wstring_view, int> kBoxAnswers[] = {
     {L"yes", IDYES}, {L"no", IDNO}, {L"ok", IDOK}, {L"cancel", IDCANCEL}};

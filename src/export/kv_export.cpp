@@ -15,7 +15,7 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "export/drawing_table.h"
+#include "model/drawing_table.h"
 #include "export/export_name.h"
 #include "export/export_run.h"
 #include "model/batch_run.h"

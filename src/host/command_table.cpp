@@ -45,6 +45,7 @@
 #include <ProMenuBar.h>
 
 #include "assembly/clone_component.h"
+#include "assembly/kv_remove_cons.h"
 #include "assembly/merge.h"
 #include "assembly/new_component.h"
 #include "base/status.h"
@@ -55,8 +56,11 @@
 #include "display/kv_clear_all_color.h"
 #include "display/kv_normal_view.h"
 #include "display/transparency.h"
+#include "drawing/kv_dim_modify.h"
 #include "drawing/kv_drw_scale_check.h"
+#include "drawing/kv_frm_replace.h"
 #include "drawing/kv_new_drw.h"
+#include "drawing/kv_single_dim.h"
 #include "drawing/new_draw.h"
 #include "drawing/sheet_scale.h"
 #include "export/assembly_export.h"
@@ -121,12 +125,12 @@ static constexpr CommandRow CommandTable[] = {
     {"KvExSat",               HostAction<KvExSat>,               "KvExSat_Help",               "KvExSat.png",               AccessSolid,   true},
     {"KvBom",                 HostAction<KvBom>,                 "KvBom_Help",                 "KvBom.png",                 AccessSolid,   true},
     {"KvRename",              HostAction<KvRename>,              "KvRename_Help",              "KvRename.png",              AccessSolid,   true},
-    {"KvRemoveCons",          HostAction<NotAvailable>,          "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
+    {"KvRemoveCons",          HostAction<KvRemoveCons>,          "KvRemoveCons_Help",          "KvRemoveCons.png",          AccessSolid,   true},
     {"KvExport",              HostAction<KvExport>,              "KvExport_Help",              "KvExport.png",              AccessAlways,  true},
     {"KvMdlCount",            HostAction<KvMdlCount>,            "KvMdlCount_Help",            "KvMdlCount.png",            AccessSolid,   true},
     {"KvNewDrw",              HostAction<KvNewDrw>,              "KvNewDrw_Help",              "KvNewDrw.png",              AccessSolid,   true},
-    {"KvDimModify",           HostAction<NotAvailable>,          "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
-    {"KvFrmReplace",          HostAction<NotAvailable>,          "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
+    {"KvDimModify",           HostAction<KvDimModify>,           "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
+    {"KvFrmReplace",          HostAction<KvFrmReplace>,          "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
     {"KvDrwScaleCheck",       HostAction<KvDrwScaleCheck>,       "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
     {"KvSimRep",              HostAction<NotAvailable>,          "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
     {"KvBox",                 HostAction<NotAvailable>,          "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
@@ -137,7 +141,7 @@ static constexpr CommandRow CommandTable[] = {
     {"KvExportStp",           HostAction<KvExportStp>,           "KvExportStp_Help",           "KvExportStp.png",           AccessModel,   true},
     {"KvUpdateSheetScale",    HostAction<KvUpdateSheetScale>,    "KvUpdateSheetScale_Help",    "KvUpdateSheetScale.png",    AccessDrawing, true},
     {"KvUpdateMainViewScale", HostAction<KvUpdateMainViewScale>, "KvUpdateMainViewScale_Help", "KvUpdateMainViewScale.png", AccessDrawing, true},
-    {"KvSingleDim",           HostAction<NotAvailable>,          "KvSingleDim_Help",           "KvSingleDim.png",           AccessDrawing, true},
+    {"KvSingleDim",           HostAction<KvSingleDim>,           "KvSingleDim_Help",           "KvSingleDim.png",           AccessDrawing, true},
     {"KvSetDirectory",        HostAction<KvSetDirectory>,        "KvSetDirectory_Help",        "KvSetDirectory.png",        AccessAlways,  true},
     {"KvConfig",              HostAction<KvConfig>,              "KvConfig_Help",              "KvConfig.png",              AccessAlways,  true},
     {"ForTest",               HostAction<ForTest>,               "ForTest_Help",               "ForTest.png",               AccessAlways,  true},

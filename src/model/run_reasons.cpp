@@ -40,6 +40,8 @@ static constexpr ReasonRow kReasons[] = {
     {kStepDrawing,       PRO_TK_E_NOT_FOUND,        L"没有同名工程图"},
     {kStepSheetSize,     PRO_TK_E_NOT_FOUND,        L"没有同名工程图，参数未改动"},
     {kStepFileName,      PRO_TK_E_FOUND,            L"本次操作已写出同名文件"},
+    {kStepComparePlace,  PRO_TK_NOT_VALID,          L"位置与处理前不一致，请检查"},
+    {kStepInterfaceTie,  PRO_TK_NOT_VALID,          L"接口约束不能移除，元件仍受其约束"},
     {nullptr,            PRO_TK_GENERAL_ERROR,      L"主程序拒绝了此操作"},
     {nullptr,            PRO_TK_BAD_INPUTS,         L"主程序不接受给出的值"},
     {nullptr,            PRO_TK_USER_ABORT,         L"操作被中断"},

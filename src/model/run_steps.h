@@ -23,5 +23,7 @@ inline constexpr wchar_t kStepReadMaterial[] = L"读取材料文件";
 inline constexpr wchar_t kStepBendTable[] = L"应用折弯表";
 inline constexpr wchar_t kStepDrawing[] = L"检索工程图";
 inline constexpr wchar_t kStepFileName[] = L"确定文件名";
+inline constexpr wchar_t kStepComparePlace[] = L"核对位置";
+inline constexpr wchar_t kStepInterfaceTie[] = L"移除接口约束";
 
 }  // namespace kv

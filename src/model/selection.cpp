@@ -6,6 +6,7 @@
 
 #include <ProArray.h>
 #include <ProAsmcomp.h>
+#include <ProAsmcomppath.h>
 #include <ProFeatType.h>
 #include <ProFeature.h>
 #include <ProMdl.h>
@@ -47,6 +48,24 @@ ProError SelectedModelGet(ProSelection selection, ComponentMeans component, ProM
     if (component == ComponentMeans::Model && IsComponent(item)) return ProAsmcompMdlGet(&item, &model);
     model = item.owner;
     return PRO_TK_NO_ERROR;
+}
+
+ProError SelectedComponentGet(ProSelection selection, ProAsmcomp& component) {
+    ProError status = ProSelectionModelitemGet(selection, &component);
+    if (Failed(status)) return status;
+    if (IsComponent(component)) return PRO_TK_NO_ERROR;
+    if (!IsWholeModel(component)) return PRO_TK_INVALID_TYPE;
+    ProAsmcomppath path = {};
+    status = ProSelectionAsmcomppathGet(selection, &path);
+    if (Failed(status)) return status;
+    if (path.table_num <= 0) return PRO_TK_INVALID_TYPE;
+    const int last = path.table_num - 1;
+    ProAsmcomppath above = {};
+    ProMdl owner = nullptr;
+    status = ProAsmcomppathInit(path.owner, path.comp_id_table, last, &above);
+    if (!Failed(status)) status = ProAsmcomppathMdlGet(&above, &owner);
+    if (!Failed(status)) component = {PRO_FEATURE, path.comp_id_table[last], owner};
+    return status;
 }
 
 ProError SelectedModelsGet(SelectedModels& selected) {

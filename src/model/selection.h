@@ -32,6 +32,11 @@ enum class ComponentMeans { Owner, Model };
 // ProSelectionModelitemGet, ProModelitemMdlGet and ProAsmcompMdlGet.
 [[nodiscard]] ProError SelectedModelGet(ProSelection selection, ComponentMeans component, ProMdl& model);
 
+// The component that is selected, as a feature of the assembly that holds it: a part or an assembly is one by
+// the component path that it is selected by. PRO_TK_INVALID_TYPE for what is none, else the errors of the
+// host's calls.
+[[nodiscard]] ProError SelectedComponentGet(ProSelection selection, ProAsmcomp& component);
+
 struct SelectedModels {
     bool any = false;                   // something is selected, whatever it is
     std::vector<DistinctModel> models;  // each once, in the order of the selection

@@ -105,12 +105,44 @@ static void ArrangeMergeTo(SimHost& host) {
     host.Activate(*InMemory(host, L"NUT"));
 }
 
+// BOLT (2) was first placed elsewhere; both components are ticked.
+static Scenario RemovingConstraints(const std::wstring& way, const std::string& variant) {
+    const auto arrange = [way](SimHost& host) {
+        ArrangeActivated(host);
+        SimModel& pump = *InMemory(host, L"PUMP", sim::ModelKind::kAssembly);
+        host.Activate(pump);
+        for (const int id : {2, 3}) pump.FindFeature(id)->constraints = {{0, 0, 0}, {4, 0, 0}};
+        pump.FindFeature(2)->initial = sim::TranslationMatrix(1, 2, 3);
+        sim::Pick bolt = Whole(Bolt(host));
+        bolt.path = {2};
+        host.Select({bolt, ItemOf(pump, 3, 3)});
+        host.OnDialog("KvRemoveCons",
+                      [way](sim::SimDialog& dialog) { dialog.Choose("RemoveWay", way).Press("ApplyBt"); });
+    };
+    // Whatever fails: nothing moves, now or when the host regenerates it.
+    const auto holds = [](SimHost& host) {
+        const SimModel& pump = *InMemory(host, L"PUMP", sim::ModelKind::kAssembly);
+        for (const sim::Feature& feature : pump.Features()) {
+            EXPECT_EQ(feature.placement, sim::IdentityMatrix());
+            const bool isTied = !feature.constraints.empty() || !feature.initial;
+            EXPECT_TRUE(isTied || *feature.initial == feature.placement) << feature.id;
+        }
+    };
+    return CommandScenario("KvRemoveCons", arrange, holds, variant);
+}
+
 std::vector<Scenario> AssemblyScenarios() {
     return {
-        NewComponentScenario("NewPart"),       NewComponentScenario("NewAsm"),
-        NewComponentScenario("NewSmt"),        CloneScenario("CloneComp", L"byUser"),
-        CloneScenario("CloneComp", L"byComp"), CloneScenario("CloneAndReplace", L"byAsm"),
-        Merging("KvMerge", ArrangeMerge),      Merging("KvMergeTo", ArrangeMergeTo),
+        NewComponentScenario("NewPart"),
+        NewComponentScenario("NewAsm"),
+        NewComponentScenario("NewSmt"),
+        CloneScenario("CloneComp", L"byUser"),
+        CloneScenario("CloneComp", L"byComp"),
+        CloneScenario("CloneAndReplace", L"byAsm"),
+        Merging("KvMerge", ArrangeMerge),
+        Merging("KvMergeTo", ArrangeMergeTo),
+        RemovingConstraints(L"固定在当前位置", "Fix"),
+        RemovingConstraints(L"只移除约束", "Free"),
     };
 }
 

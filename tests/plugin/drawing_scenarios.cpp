@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ProObjects.h>
+
 #include "simulator/host/sim_host.h"
 #include "support/arrange.h"
 #include "support/drawings.h"
@@ -123,6 +125,99 @@ static void NothingIsModified(SimHost& host) {
     EXPECT_FALSE(std::filesystem::exists(host.WorkingDirectory() / "bolt.drw.2"));
 }
 
+// BOLT has two dimensions, the second with a text; LOCKED, which is read-only, has one.
+static void ArrangeDimensions(SimHost& host) {
+    SimModel& bolt = host.AddPart(L"BOLT");
+    SimModel& locked = host.AddPart(L"LOCKED");
+    bolt.AddDimension(L"d1", 30).AddDimension(L"d2", 12.5);
+    bolt.Dimensions()[1].text = {L"2×@D", L"通孔"};
+    locked.AddDimension(L"d1", 1).SetReadOnly();
+    host.Open(host.AddDrawing(L"BOLT", {L"A3"}, {&bolt, &locked}));
+}
+
+static sim::Pick DimensionOf(SimHost& host, const wchar_t* model, int id) {
+    return ItemOf(*host.State().models.Find(model, sim::ModelKind::kPart), PRO_DIMENSION, id);
+}
+
+static void ArrangeTexts(SimHost& host) {
+    ArrangeDimensions(host);
+    host.Select({DimensionOf(host, L"BOLT", 1), DimensionOf(host, L"LOCKED", 1)});
+    host.AnswerPick({false, {DimensionOf(host, L"BOLT", 1), DimensionOf(host, L"BOLT", 2)}});
+    for (int i = 0; i < 3; ++i) host.AnswerPick({true, {}});
+    host.OnDialog("KvDimModify", [](SimDialog& dialog) {
+        dialog.Type("DimPrefix", L"4").Press("InsTimes").Press("ApplyBt").Press("KvPickAgain");
+    });
+    host.OnDialog("KvDimModify", [](SimDialog& dialog) {
+        dialog.Choose("DimRule", L"替换").Press("KvPreview").Press("ApplyBt").Press("KvDefault");
+        dialog.Press("KvUndo");
+    });
+}
+
+static void ArrangeSingleText(SimHost& host) {
+    ArrangeDimensions(host);
+    for (const int id : {1, 2}) host.AnswerPick({false, {DimensionOf(host, L"BOLT", id)}});
+    for (int i = 0; i < 3; ++i) host.AnswerPick({false, {}});
+    host.OnDialog("KvSingleDim",
+                  [](SimDialog& dialog) { dialog.Type("DimText", L"见表").Check("HideValue").Press("OK"); });
+    host.OnDialog("KvSingleDim",
+                  [](SimDialog& dialog) { dialog.Press("KvUndo").Type("DimText", L"Ø{尺寸}").Press("OK"); });
+}
+
+// Whatever fails: no dimension loses its value, and what is read-only stays.
+static void ValuesAreShownOnce(SimHost& host) {
+    for (const SimModel* model : host.State().models.All())
+        for (const sim::Dimension& dimension : model->Dimensions()) {
+            std::wstring text;
+            for (const std::wstring& line : dimension.text) text += line;
+            const std::size_t value = text.find(L"@D");
+            EXPECT_NE(value, std::wstring::npos);
+            EXPECT_EQ(text.find(L"@D", value + 1), std::wstring::npos);
+            EXPECT_TRUE(!model->IsReadOnly() || text == L"@D");
+        }
+}
+
+// The dialogs and picks that a fault does not let happen are no problem.
+static Scenario Picking(Scenario scenario) {
+    scenario.act = [act = scenario.act](SimHost& host) {
+        act(host);
+        host.ForgetAnswers();
+    };
+    return scenario;
+}
+
+// BOLT has two sheets, one with a table of its format; NUT has one and is open, and changed by the user.
+static void ArrangeFormats(SimHost& host) {
+    SimModel& bolt = host.AddPart(L"BOLT");
+    SimModel& drawing = host.AddDrawing(L"BOLT", {L"A3", L"A4"}, {&bolt});
+    drawing.Sheets()[0].format = L"OLD";
+    drawing.AddTable(1, L"typed", true).SetCurrentSheet(2);
+    host.Store(drawing);
+    SimModel& nut = host.AddDrawing(L"NUT", {L"A4"}, {&bolt});
+    host.Store(nut);
+    host.Open(*host.Retrieve(L"NUT", sim::ModelKind::kDrawing));
+    const std::filesystem::path folder = MakeFolder(host, "formats");
+    WriteFormat(folder, "frame", "A2");
+    host.AnswerFile((folder / "frame.frm.1").wstring());
+    host.OnDialog("KvFrmReplace", [](SimDialog& dialog) {
+        dialog.Press("selAll").Press("KvLoadFormats").Press("KvChooseFormat").Press("KvPlan");
+        dialog.Check("ReplaceTables").Press("ApplyBt");
+    });
+}
+
+// Whatever fails: a file has one new version at most, and that one is wholly done; what is open stays as it
+// was.
+static void FormatsAreWholeOrOld(SimHost& host) {
+    EXPECT_FALSE(std::filesystem::exists(host.WorkingDirectory() / "nut.drw.2"));
+    EXPECT_FALSE(std::filesystem::exists(host.WorkingDirectory() / "bolt.drw.3"));
+    if (SimModel* loaded = DrawingOf(host, L"BOLT")) host.State().models.Erase(*loaded);
+    SimModel* bolt = host.Retrieve(L"BOLT", sim::ModelKind::kDrawing);
+    ASSERT_NE(bolt, nullptr);
+    const bool isNew = std::filesystem::exists(host.WorkingDirectory() / "bolt.drw.2");
+    EXPECT_EQ(bolt->Sheets()[0].format, isNew ? L"FRAME" : L"OLD");
+    EXPECT_EQ(bolt->Sheets()[1].format, isNew ? L"FRAME" : L"");
+    EXPECT_EQ(bolt->Tables().size(), isNew ? 0U : 1U);
+}
+
 std::vector<Scenario> DrawingScenarios() {
     return {
         CommandScenario("NewDraw", ArrangeFormat, TemplatesAreAsTheyWere),
@@ -133,6 +228,9 @@ std::vector<Scenario> DrawingScenarios() {
         CommandScenario("KvUpdateSheetScale", ArrangeScales, OwnScalesChangeOnly),
         CommandScenario("KvUpdateMainViewScale", ArrangeScales, OwnScalesChangeOnly),
         CommandScenario("KvDrwScaleCheck", ArrangeCheck, NothingIsModified),
+        Picking(CommandScenario("KvDimModify", ArrangeTexts, ValuesAreShownOnce)),
+        Picking(CommandScenario("KvSingleDim", ArrangeSingleText, ValuesAreShownOnce)),
+        CommandScenario("KvFrmReplace", ArrangeFormats, FormatsAreWholeOrOld),
     };
 }
 

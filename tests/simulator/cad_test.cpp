@@ -59,6 +59,12 @@ TEST(ModelFile, GivesBackPartsAndAssemblies) {
                           .isVisible = false,
                           .isHidden = true,
                           .placement = kQuarterTurn});
+        Feature& freed = *pump.FindFeature(1);
+        freed.constraints = {{6, 1, 2, true}};
+        freed.initial = kQuarterTurn;
+        freed.isFrozen = freed.isMovable = freed.isUnplaced = true;
+        bolt.AddDimension(L"d1", 5).AddDimension(L"d2", 6);
+        bolt.Dimensions()[1] = {L"d2", 6, false, true, {L"Ø@D", L"均布"}, 2};
         pump.SetReadOnly();
         ASSERT_EQ(store.Save(pump), PRO_TK_NO_ERROR);
     }
@@ -73,7 +79,13 @@ TEST(ModelFile, GivesBackPartsAndAssemblies) {
     SimModel* bolt = store.Find(L"螺栓_m8", ModelKind::kPart);
     ASSERT_NE(bolt, nullptr);
     EXPECT_EQ(pump.Features()[0].component, bolt);
+    const Feature& freed = *pump.FindFeature(1);
+    ASSERT_EQ(freed.constraints.size(), 1u);
+    EXPECT_TRUE(freed.constraints[0].isOfInterface);
+    EXPECT_EQ(freed.initial, kQuarterTurn);
+    EXPECT_TRUE(freed.isFrozen && freed.isMovable && freed.isUnplaced);
     EXPECT_EQ(pump.FindFeature(2)->type, 923);
+    EXPECT_EQ(pump.FindFeature(2)->initial, std::nullopt);
     EXPECT_EQ(pump.FindFeature(2)->component, nullptr);
     const Feature& last = *pump.FindFeature(3);
     EXPECT_EQ(last.component, bolt);
@@ -96,6 +108,11 @@ TEST(ModelFile, GivesBackPartsAndAssemblies) {
     EXPECT_TRUE(bolt->FindParameter(L"COUNT")->locked);
     EXPECT_EQ(bolt->FindParameter(L"READY")->value, ParameterValue(true));
     EXPECT_EQ(bolt->FindParameter(L"WHOLE")->value, ParameterValue(2.0));
+    ASSERT_EQ(bolt->Dimensions().size(), 2u);
+    EXPECT_EQ(bolt->Dimensions()[0].text, std::vector<std::wstring>{L"@D"});
+    EXPECT_EQ(bolt->Dimensions()[1].text, (std::vector<std::wstring>{L"Ø@D", L"均布"}));
+    EXPECT_TRUE(bolt->Dimensions()[1].isReference);
+    EXPECT_EQ(bolt->Dimensions()[1].valueDisplay, 2);
     // New items do not take identifiers that the file has used.
     bolt->AddSurface({});
     EXPECT_EQ(bolt->Surfaces()[6]->id, 8);
@@ -110,6 +127,7 @@ TEST(ModelFile, GivesBackDrawingsAndManufacturingModels) {
         drawing.AddSheet(L"A3").AddSheet(L"A4").AddView(pump, 2).AddView(pump, 1);
         drawing.Sheets()[1] = {L"A4", L"详图", 0.5, L"a4_frame"};
         drawing.Views()[0].scale = 2.0;
+        drawing.AddTable(2, L"title", true);
         SimModel& mould = *store.Create(L"MOULD", ModelKind::kManufacturing, ModelSubtype::kMould);
         mould.SetMfgAssembly(pump);
         ASSERT_EQ(store.Save(drawing), PRO_TK_NO_ERROR);
@@ -126,6 +144,9 @@ TEST(ModelFile, GivesBackDrawingsAndManufacturingModels) {
     EXPECT_EQ(Utf8(drawing.Sheets()[1].name), "详图");
     EXPECT_EQ(drawing.Sheets()[1].scale, 0.5);
     EXPECT_EQ(Utf8(drawing.Sheets()[1].format), "a4_frame");
+    ASSERT_EQ(drawing.Tables().size(), 1u);
+    EXPECT_EQ(drawing.Tables()[0].sheet, 2);
+    EXPECT_TRUE(drawing.Tables()[0].isFromFormat);
     ASSERT_EQ(drawing.Views().size(), 2u);
     EXPECT_EQ(drawing.Views()[0].sheet, 2);
     EXPECT_EQ(drawing.Views()[0].model, pump);

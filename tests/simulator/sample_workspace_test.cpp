@@ -143,7 +143,8 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
     Names played = {"open_drawing.user",    "clone_screw.user",         "clone_hanger.user",
                     "merge_drive.user",     "merge_plate.user",         "rename.user",
                     "drawing_by_size.user", "configure_templates.user", "drawing_by_format.user",
-                    "one_scale.user"};
+                    "one_scale.user",       "dimension_texts.user",     "single_dimension.user",
+                    "replace_format.user",  "fix_components.user"};
     for (const auto& [script, command] : plays) {
         const fs::path file = folder / "scripts" / (script + ".user");
         played.insert(Utf8(file.filename().wstring()));
@@ -216,6 +217,7 @@ TEST(SampleScripts, MakeDrawingsScaleAndRename) {
         host.Open(*host.Retrieve(open, kind));
         EXPECT_EQ(LoadUserScript(folder / "scripts" / script, host.State().user, host.State().models),
                   std::vector<std::string>());
+        host.Select(std::exchange(host.State().user.selected, {}));
         EXPECT_EQ(host.Run(command), PRO_TK_NO_ERROR) << script;
         EXPECT_EQ(host.TakeProblems(), std::vector<std::string>()) << script;
     };
@@ -230,6 +232,12 @@ TEST(SampleScripts, MakeDrawingsScaleAndRename) {
     ASSERT_NE(drawing, nullptr);
     EXPECT_EQ(Utf8(drawing->Sheets()[0].format), "TITLEBLOCK_A3");
     play("one_scale.user", "SameScale", L"drive_shaft", ModelKind::kDrawing);
+    play("dimension_texts.user", "KvDimModify", L"drive_shaft", ModelKind::kDrawing);
+    play("single_dimension.user", "KvSingleDim", L"drive_shaft", ModelKind::kDrawing);
+    EXPECT_EQ(host.Retrieve(L"drive_shaft", ModelKind::kPart)->Dimensions()[1].text,
+              std::vector<std::wstring>{L"总长 @D"});
+    play("replace_format.user", "KvFrmReplace", L"drive_shaft", ModelKind::kDrawing);
+    EXPECT_TRUE(fs::exists(host.WorkingDirectory() / "bearing_housing.drw.2"));
     play("rename.user", "KvRename", L"roller_conveyor", ModelKind::kAssembly);
     EXPECT_TRUE(fs::exists(host.WorkingDirectory() / "rc2_roller_unit.drw.1"));
 }
@@ -255,6 +263,7 @@ TEST(SampleScripts, BuildInTheDriveUnit) {
     play("clone_screw.user", "CloneAndReplace", L"roller_conveyor");
     test::ChangeSetting(L"KvConfig.ini", L"CompCopyAutoNum", L"value", L"byComp");
     play("clone_hanger.user", "CloneComp", L"drive_unit");
+    play("fix_components.user", "KvRemoveCons", L"drive_unit");
     play("merge_drive.user", "KvMerge", L"drive_unit");
     play("merge_plate.user", "KvMergeTo", L"drive_unit");
 

@@ -61,4 +61,33 @@ ProError ProAsmcompconstraintCompreferenceSet(ProAsmcompconstraint constraint, P
 ProError ProAsmcompConstraintsSet(ProAsmcomppath* component_path, ProAsmcomp* component,
                                   ProAsmcompconstraint* p_constraints);
 
+// Gives the constraints of a component in a ProArray, to be freed with ProAsmcompconstraintArrayFree. The
+// path leads to the assembly that holds it. BAD_INPUTS; E_NOT_FOUND for none.
+ProError ProAsmcompConstraintsWithComppathGet(ProAsmcomp* component, ProAsmcomppath* component_path,
+                                              ProAsmcompconstraint** pp_constraints);
+
+ProError ProAsmcompconstraintTypeGet(ProAsmcompconstraint constraint, ProAsmcompConstrType* type);
+
+// Takes away the constraint of this index, all of them for -1; those of an interface stay. The component is
+// not regenerated. BAD_INPUTS; E_NOT_FOUND.
+ProError ProAsmcompConstrRemove(ProAsmcomp* p_feat_handle, int index);
+
+// ---- Position and state of a component
+
+// Sets where a component without enough constraints goes when it is regenerated; the matrix turns and shifts
+// only. The path is NULL or leads to the assembly that holds it. CANT_MODIFY; BAD_INPUTS.
+ProError ProAsmcompPositionSet(ProAsmcomppath* component_path, ProAsmcomp* component, ProMatrix position);
+
+// The second argument is reserved: false. BAD_INPUTS.
+ProError ProAsmcompRegenerate(ProAsmcomp* p_feat_handle, ProBoolean update_soft);
+
+// Whether a component has constraints which leave it movable. BAD_INPUTS.
+ProError ProAsmcompIsUnderconstrained(ProAsmcomp* comp_handle, ProBoolean* p_comp_is_underconstrained);
+
+// Whether it stays where it last was because its constraints cannot be met. BAD_INPUTS.
+ProError ProAsmcompIsFrozen(ProAsmcomp* comp_handle, ProBoolean* p_comp_is_frozen);
+
+// Whether it has no place in the assembly. BAD_INPUTS; NO_LICENSE.
+ProError ProAsmcompIsUnplaced(ProAsmcomp* comp_handle, ProBoolean* p_comp_is_unplaced);
+
 PRO_END_C_DECLS

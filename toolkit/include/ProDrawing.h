@@ -1,6 +1,7 @@
 // Drawings: sheets, models, views, formats, creation from a template.
 #pragma once
 
+#include <ProDwgtable.h>
 #include <ProMdl.h>
 #include <ProObjects.h>
 #include <ProView.h>
@@ -85,5 +86,12 @@ ProError ProDwgcreateErrsFree(ProDwgcreateErrs* errors);
 // tables tell about. CANT_MODIFY; BAD_INPUTS; GENERAL_ERROR.
 ProError ProDrawingFormatAdd(ProDrawing drawing, int drawing_sheet, ProSolid solid, ProMdl format,
                              int format_sheet);
+
+// Gives the name of the format on a sheet. BAD_INPUTS; E_NOT_FOUND or NOT_EXIST for none.
+ProError ProDrawingFormatGet(ProDrawing drawing, int sheet, ProName format_name);
+
+// Gives the tables of all sheets; free the array with ProArrayFree. BAD_INPUTS; E_NOT_FOUND and no array for
+// none.
+ProError ProDrawingTablesCollect(ProDrawing drawing, ProDwgtable** tables);
 
 PRO_END_C_DECLS

@@ -128,6 +128,9 @@ ProError ProMdlnameRename(ProMdl handle, ProMdlName new_name);
 // handle afterwards. BAD_INPUTS; E_DEADLOCK.
 ProError ProMdlErase(ProMdl handle);
 
+// Whether a model in memory was changed since it was last saved. BAD_INPUTS.
+ProError ProMdlModificationVerify(ProMdl handle, ProBoolean* p_modified);
+
 // Removes at once every model from memory that no window needs. GENERAL_ERROR; E_DEADLOCK when
 // nothing may be erased now.
 ProError ProMdlEraseNotDisplayed(void);

@@ -40,6 +40,7 @@ typedef enum pro_obj_types {
     PRO_EDGE_END = 72,
     PRO_CRV_START = 74,
     PRO_CRV_END = 75,
+    PRO_DRAW_TABLE = 84,
     PRO_VIEW = 92,
     PRO_DATUM_PLANE = 176,
     PRO_PARAMETER = 240

@@ -11,6 +11,13 @@
 
 namespace sim {
 
+const SimModel* FindSheets(Session& host, ProDrawing drawing) {
+    const SimModel* model = FindModel(host, drawing);
+    if (model == nullptr || model->Kind() != ModelKind::kFormat)
+        return model == nullptr ? nullptr : FindModelOf(host, drawing, ModelKind::kDrawing);
+    return host.strict.formatIsNoDrawing ? nullptr : model;
+}
+
 bool HasSheet(const SimModel& drawing, int sheet) {
     return sheet >= 1 && static_cast<std::size_t>(sheet) <= drawing.Sheets().size();
 }

@@ -8,6 +8,9 @@
 
 namespace sim {
 
+// A drawing, or a format where the host takes it for one. Null, with a violation for another kind.
+const SimModel* FindSheets(Session& host, ProDrawing drawing);
+
 bool HasSheet(const SimModel& drawing, int sheet);
 
 // A sheet's number, where one below 1 means the current sheet.

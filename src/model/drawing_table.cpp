@@ -1,6 +1,6 @@
-// The table of drawings in the export dialog.
+// The table of drawings in the dialogs that work through a folder of them.
 
-#include "export/drawing_table.h"
+#include "model/drawing_table.h"
 
 #include <algorithm>
 #include <unordered_set>

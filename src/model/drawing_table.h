@@ -1,4 +1,4 @@
-// The table of drawings in the export dialog.
+// The table of drawings in the dialogs that work through a folder of them.
 #pragma once
 
 #include <string>
