@@ -50,11 +50,13 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "bom/kv_bom.h"
+#include "display/batch_color.h"
 #include "display/box_selection.h"
 #include "display/component_display.h"
 #include "display/kv_clear_all_color.h"
 #include "display/kv_normal_view.h"
 #include "display/transparency.h"
+#include "display/twe_views.h"
 #include "drawing/kv_drw_scale_check.h"
 #include "drawing/kv_new_drw.h"
 #include "drawing/new_draw.h"
@@ -94,7 +96,7 @@ static constexpr CommandRow CommandTable[] = {
     {"NewPart",               HostAction<NewPart>,               "NewPart_Help",               "NewPart.png",               AccessSolid,   true},
     {"NewAsm",                HostAction<NewAsm>,                "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
     {"NewSmt",                HostAction<NewSmt>,                "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
-    {"BatchColor",            HostAction<NotAvailable>,          "Color_Help",                 "RandomColor.png",           AccessModel,   true},
+    {"BatchColor",            HostAction<BatchColor>,            "Color_Help",                 "RandomColor.png",           AccessModel,   true},
     {"KvClearAllColor",       HostAction<KvClearAllColor>,       "KvClearAllColor_Help",       "KvClearAllColor.png",       AccessModel,   true},
     {"KvBoxSelSur",           HostAction<KvBoxSelSur>,           "KvBoxSelSur_Help",           "KvBoxSelSur.png",           AccessModel,   true},
     {"KvTransparent",         HostAction<KvTransparent>,         "KvTransparent_Help",         "KvTransparent.png",         AccessModel,   true},
@@ -114,7 +116,7 @@ static constexpr CommandRow CommandTable[] = {
     {"CloneAndReplace",       HostAction<CloneAndReplace>,       "CloneAndReplace_Help",       "CloneAndReplace.png",       AccessSolid,   true},
     {"KvMerge",               HostAction<KvMerge>,               "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
     {"KvMergeTo",             HostAction<KvMergeTo>,             "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
-    {"TweViews",              HostAction<NotAvailable>,          "TweViews_Help",              "TweViews.png",              AccessModel,   true},
+    {"TweViews",              HostAction<TweViews>,              "TweViews_Help",              "TweViews.png",              AccessModel,   true},
     {"NewDraw",               HostAction<NewDraw>,               "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
     {"KvExStp",               HostAction<KvExStp>,               "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},
     {"KvExIgs",               HostAction<KvExIgs>,               "KvExIgs_Help",               "KvExIgs.png",               AccessSolid,   true},

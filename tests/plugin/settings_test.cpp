@@ -188,6 +188,7 @@ TEST(KvConfig, OpensEmptyWithoutASettingsFolderAndMakesNone) {
             {"SetLastDir", "0"},           {"AsmAssembly", "0"},          {"PrtAssembly", "0"},
             {"SmtAssembly", "0"},          {"RmbDisable", "1"},           {"KvExportDwgDIr", "workDir"},
             {"KvExportPdfDIr", "workDir"}, {"KvExportStpDir", "workDir"}, {"KvCountForInstance", "false"},
+            {"KvRandomColorOpt", "0"},     {"TweViewsUseAutoMainView", "0"},
         };
         for (const Choice& choice : Choices())
             EXPECT_EQ(dialog.Chosen(choice.group),
