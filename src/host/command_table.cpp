@@ -45,6 +45,8 @@
 #include <ProMenuBar.h>
 
 #include "assembly/clone_component.h"
+#include "assembly/kv_box.h"
+#include "assembly/kv_sim_rep.h"
 #include "assembly/merge.h"
 #include "assembly/new_component.h"
 #include "base/status.h"
@@ -130,8 +132,8 @@ static constexpr CommandRow CommandTable[] = {
     {"KvDimModify",           HostAction<NotAvailable>,          "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
     {"KvFrmReplace",          HostAction<NotAvailable>,          "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
     {"KvDrwScaleCheck",       HostAction<KvDrwScaleCheck>,       "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
-    {"KvSimRep",              HostAction<NotAvailable>,          "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
-    {"KvBox",                 HostAction<NotAvailable>,          "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
+    {"KvSimRep",              HostAction<KvSimRep>,              "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
+    {"KvBox",                 HostAction<KvBox>,                 "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
     {"KvExportDwg",           HostAction<KvExportDwg>,           "KvExportDwg_Help",           "KvExportDwg.png",           AccessDrawing, true},
     {"KvExportPdf",           HostAction<KvExportPdf>,           "KvExportPdf_Help",           "KvExportPdf.png",           AccessDrawing, true},
     {"KvMdlNameCopy",         HostAction<KvMdlNameCopy>,         "KvMdlNameCopy_Help",         "KvMdlNameCopy.png",         AccessSolid,   true},
