@@ -145,9 +145,11 @@ static ProError TableRead(std::vector<Colour>& table) {
         const std::wstring text = SettingRead(path, section.c_str(), kContentKey);
         if (text.empty()) break;
         const std::optional<Colour> colour = ColourFromText(text);
-        if (!colour)
-            return ShowFailure((kDamagedColour + path + L"\n[" + section + L"] " + text).c_str(),
-                               PRO_TK_INVALID_FILE);
+        if (!colour) {
+            std::wstring damage = kDamagedColour + path;
+            damage.append(L"\n[").append(section).append(L"] ").append(text);
+            return ShowFailure(damage.c_str(), PRO_TK_INVALID_FILE);
+        }
         table.push_back(*colour);
     }
     return table.empty() ? ShowFailure((kNoColours + path).c_str(), PRO_TK_INVALID_FILE) : PRO_TK_NO_ERROR;

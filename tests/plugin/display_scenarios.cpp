@@ -98,6 +98,8 @@ static void ArrangeColours(SimHost& host) {
 
 // Nothing but colours changes, and none before the old ones are on disk.
 static void OnlyColoursChange(SimHost& host) {
+    // That a part has no look of its own has to be believed.
+    if (host.State().report.FaultedFunction() == "ProSurfaceSideAppearancepropsGet") return;
     const sim::Look usual;
     bool isChanged = false;
     for (const SimModel* model : host.State().models.All()) {

@@ -185,10 +185,17 @@ TEST(KvConfig, OpensEmptyWithoutASettingsFolderAndMakesNone) {
     Configure(host, [](SimDialog& dialog) {
         // What the commands take for a value that is not there; the other groups have no such value.
         const std::map<std::string, std::string> unset = {
-            {"SetLastDir", "0"},           {"AsmAssembly", "0"},          {"PrtAssembly", "0"},
-            {"SmtAssembly", "0"},          {"RmbDisable", "1"},           {"KvExportDwgDIr", "workDir"},
-            {"KvExportPdfDIr", "workDir"}, {"KvExportStpDir", "workDir"}, {"KvCountForInstance", "false"},
-            {"KvRandomColorOpt", "0"},     {"TweViewsUseAutoMainView", "0"},
+            {"SetLastDir", "0"},
+            {"AsmAssembly", "0"},
+            {"PrtAssembly", "0"},
+            {"SmtAssembly", "0"},
+            {"RmbDisable", "1"},
+            {"KvExportDwgDIr", "workDir"},
+            {"KvExportPdfDIr", "workDir"},
+            {"KvExportStpDir", "workDir"},
+            {"KvCountForInstance", "false"},
+            {"KvRandomColorOpt", "0"},
+            {"TweViewsUseAutoMainView", "0"},
         };
         for (const Choice& choice : Choices())
             EXPECT_EQ(dialog.Chosen(choice.group),
@@ -207,8 +214,8 @@ TEST(KvConfig, LosesTheChangeSilentlyWhenTheFileCannotBeWritten) {
     Configure(host, [](SimDialog& dialog) {
         dialog.Choose("SetLastDir", L"1").Type("A0Asmpath", L"D:\\new.drw");
         // Another program holds the file; unlike the read-only mark this stops an administrator too.
-        const HANDLE other = CreateFileW(test::SettingsFile(kStoredFile).c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                         nullptr, OPEN_EXISTING, 0, nullptr);
+        const HANDLE other = CreateFileW(test::SettingsFile(kStoredFile).c_str(), GENERIC_READ,
+                                         FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(other, INVALID_HANDLE_VALUE);
         dialog.Press("save");
         CloseHandle(other);
