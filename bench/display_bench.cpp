@@ -1,9 +1,11 @@
 // Cost of hiding and showing the components of generated assemblies, a component feature: those below a
-// sub-assembly are the same at each of its placements.
+// sub-assembly are the same at each of its placements. Cost of views, colours, boxes and representations.
 
 #include <cstddef>
 #include <cstdio>
 #include <string>
+
+#include <windows.h>
 
 #include "bench.h"
 #include "simulator/cad/generate.h"
@@ -20,6 +22,30 @@ static Series RunDisplay(sim::SimHost& host, const char* command) {
     Series series = {command, {}, {}};
     for (int i = 0; i < kRepeats; ++i) RunAndSample(host, series, [&] { (void)host.Run(command); });
     return series;
+}
+
+static void SetUser(sim::SimHost& host, const std::string& command) {
+    if (command == "BatchColor") host.AnswerBox(IDYES);
+    if (command == "KvSimRep")
+        host.OnDialog(command, [](sim::SimDialog& dialog) {
+            dialog.Choose("RuleRadio", L"排除小零件")
+                .Type("SmallPercent", L"10")
+                .Press("CountRule")
+                .Press("Close");
+        });
+    if (command == "KvBox") host.OnDialog(command, [](sim::SimDialog& dialog) { dialog.Press("Close"); });
+}
+
+// Views, colours, boxes and representations: what they cost besides the walk is a model's.
+static void BenchModels(sim::SimHost& host, const BareResult& bare, std::size_t models) {
+    for (const char* command : {"TweViews", "BatchColor", "KvBox", "KvSimRep"}) {
+        Series series = {command, {}, {}};
+        for (int i = 0; i < kRepeats; ++i) {
+            SetUser(host, command);
+            RunAndSample(host, series, [&] { (void)host.Run(command); });
+        }
+        PrintSeries(series, bare, models);
+    }
 }
 
 // Calls besides the walk.
@@ -49,6 +75,7 @@ void BenchDisplay() {
             PrintSeries(series, bare, models);
             PrintFeatures(series, features);
         }
+        BenchModels(host, bare, models);
         PrintProblems(host);
     }
 }

@@ -355,6 +355,44 @@ grep -q 'BUY_CONTROL_BOX.PRT  hidden$' "$work/out" || fail "the control box is n
 grep -q '<polygon' isolated.svg || fail "isolated.svg shows nothing"
 printf '\n    isolated.svg: the window afterwards\n'
 
+headline "Twelve standard views, the front by the conveyor's largest face"
+hostsim --plugin plugin run TweViews --workspace roller_conveyor --model roller_conveyor --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+start show roller_conveyor --workspace roller_conveyor --levels 0
+grep -q 'KV_FRONT' "$work/out" || fail "the assembly has no views"
+sed -n '/^saved views/,/^ /p' "$work/out" >"$work/shown"
+print "$work/shown"
+
+headline "A random colour for every part"
+hostsim --plugin plugin run BatchColor --workspace roller_conveyor --model roller_conveyor \
+    --user scripts/random_colours.user --picture colours.svg --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+start show leg_tube --workspace roller_conveyor
+grep -q '^colour ' "$work/out" || fail "leg_tube has no colour"
+printf '\n    colours.svg: the window afterwards\n'
+
+headline "The box around a plate along the drive shaft, and the stock to cut it from, as parameters"
+printf '  The user at the dialog, scripts/stock.user:\n\n'
+print scripts/stock.user
+printf '\n'
+hostsim --plugin plugin run KvBox --workspace roller_conveyor --model roller_conveyor --user scripts/stock.user --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+start show drive_base_plate --workspace roller_conveyor
+grep '下料' "$work/out" >"$work/shown" || fail "drive_base_plate has no stock size"
+printf '\n    drive_base_plate:\n'
+print "$work/shown"
+
+headline "A simplified representation without small parts"
+hostsim --plugin plugin run KvSimRep --workspace roller_conveyor --model roller_conveyor \
+    --user scripts/small_parts.user --save
+grep -v '^saved' "$work/out" >"$work/shown"
+print "$work/shown"
+start show roller_conveyor --workspace roller_conveyor --levels 0
+grep -q 'LARGE_PARTS  leaves out' "$work/out" || fail "there is no representation"
+
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \
     --user scripts/update_project_number.user --profile

@@ -79,6 +79,8 @@ window() {
     echo "docs/$name.png"
 }
 printf 'pick base_frame path 2\n' >"$work/transparent.user"
+printf 'answer yes\n' >"$work/colours.user"
 window display_before KvShowAllComp
 window display_after KvIsolate --select "drive_unit path 11"
 window display_transparent KvTransparent --user transparent.user
+window display_colours BatchColor --user colours.user

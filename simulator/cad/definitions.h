@@ -31,7 +31,13 @@ struct Element {
     bool isChild = false;               // it belongs to a tree
 };
 
+// A simplified representation that is being put together.
+struct RepresentationDefinition {
+    Representation representation;
+};
+
 struct Definitions {
+    HandleSet<RepresentationDefinition> representations{"data of a representation", 0x5D000000};
     HandleSet<Element> elements{"element", 0x7D000000, Account::kElement};
     HandleSet<ElementValue> values{"value", 0x8D000000, Account::kElement};
     HandleSet<ConstraintDefinition> constraints{"constraint", 0x6D000000};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <utility>
 
 #include "simulator/report/utf8.h"
@@ -301,6 +302,10 @@ void Desk::ReplaceSelected(std::wstring_view file) {
     selected.clear();
 }
 
+static const SimModel& ShownBy(const SimModel& model) {
+    return model.MfgAssembly() == nullptr ? model : *model.MfgAssembly();
+}
+
 const Matrix& Desk::ViewOf(const SimModel& model) const {
     static constexpr double kScale = 0.5;
     static constexpr double kLevel = 0.70710678118654752 * kScale;
@@ -310,8 +315,23 @@ const Matrix& Desk::ViewOf(const SimModel& model) const {
                                             {kLevel, kSixth, -kThird, 0},
                                             {0, 2 * kSixth, kThird, 0},
                                             {500, 400, 0, 1}}};
-    const auto found = views_.find(&model);
+    const auto found = views_.find(&ShownBy(model));
     return found == views_.end() ? kFromCorner : found->second;
+}
+
+void Desk::SetView(const SimModel& model, const Matrix& view) {
+    views_[&ShownBy(model)] = view;
+}
+
+void Desk::Refit(const SimModel& model) {
+    static constexpr double kFittedScale = 0.25;
+    Matrix view = ViewOf(model);
+    for (std::size_t row = 0; row < 3; ++row) {
+        const double length = std::hypot(view[row][0], view[row][1], view[row][2]);
+        for (std::size_t column = 0; column < 3; ++column) view[row][column] *= kFittedScale / length;
+    }
+    view[3] = {500, 400, 0, 1};
+    SetView(model, view);
 }
 
 void* Desk::NewSelection(const Pick& pick) {

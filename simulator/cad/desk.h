@@ -56,8 +56,11 @@ public:
     int Refreshes() const { return refreshes_; }
     // How the model's window shows it: from model to screen, with scale and shift. Seen from (1, -1, 1)
     // with z upwards until somebody turns it.
+    // A manufacturing model shows its assembly.
     const Matrix& ViewOf(const SimModel& model) const;
-    void SetView(const SimModel& model, const Matrix& view) { views_[&model] = view; }
+    void SetView(const SimModel& model, const Matrix& view);
+    // Shows the whole model as it is turned.
+    void Refit(const SimModel& model);
 
     // ---- The activated model
     // The user activates a component of the open assembly, until another model is opened.

@@ -546,6 +546,8 @@ void SimModel::CopyContent(const SimModel& from) {
     parameterIndex_ = from.parameterIndex_;
     for (const auto& surface : from.surfaces_) surfaces_.push_back(std::make_unique<SurfaceItem>(*surface));
     coordinateSystems_ = from.coordinateSystems_;
+    savedViews = from.savedViews;
+    representations_ = from.representations_;
     sheets_ = from.sheets_;
     tables_ = from.tables_;
     currentSheet_ = from.currentSheet_;

@@ -74,10 +74,32 @@ struct CoordinateSystem {
     Matrix placement = IdentityMatrix();
 };
 
+// An orientation that is kept under a name.
+struct SavedView {
+    std::wstring name;  // in capitals
+    Matrix orientation = IdentityMatrix();
+};
+
+// What a simplified representation does with a component and all that is below it.
+enum class RepAction { kInclude, kExclude };
+struct RepItem {
+    std::vector<int> path;  // component feature ids from the assembly down
+    RepAction action = RepAction::kExclude;
+};
+struct Representation {
+    int id = 0;
+    std::wstring name;
+    RepAction usual = RepAction::kInclude;  // with what no item is about
+    std::vector<RepItem> items;
+};
+// The representation that shows everything.
+inline constexpr int kMasterRepresentation = -1;
+
 class SimModel;
 
 // Feature statuses of the host that the simulator itself goes by.
 inline constexpr int kFeatureActive = 0;
+inline constexpr int kFeatureLeftOut = 3;  // by the active simplified representation
 inline constexpr int kFeatureSuppressed = 5;
 // Feature type of a component.
 inline constexpr int kComponentType = 1000;
@@ -267,6 +289,23 @@ public:
     std::map<std::vector<int>, Look> occurrenceLooks;
     SurfaceItem* FindSurface(int id);
 
+    // Orientations by upper-cased name.
+    std::map<std::wstring, SavedView> savedViews;
+
+    // ---- Simplified representations (assemblies)
+    const std::vector<Representation>& Representations() const { return representations_; }
+    // Takes it in under an id of its own, which it answers.
+    int AddRepresentation(Representation representation);
+    Representation* FindRepresentation(int id);
+    // By name without regard to letter case.
+    Representation* FindRepresentation(std::wstring_view name);
+    void RemoveRepresentation(int id);
+    int ActiveRepresentation() const { return activeRepresentation_; }
+    // What the user looks at, no change of the assembly.
+    void ActivateRepresentation(int id) { activeRepresentation_ = id; }
+    // Whether the active representation leaves out what is at the end of the path.
+    bool IsLeftOut(const std::vector<int>& path) const;
+
     // ---- Drawings and manufacturing models
     SimModel& AddSheet(std::wstring_view size);
     SimModel& AddView(SimModel& model, int sheet);
@@ -376,6 +415,8 @@ private:
     std::wstring bendTable_;
     std::vector<std::unique_ptr<SurfaceItem>> surfaces_;
     std::vector<CoordinateSystem> coordinateSystems_;
+    std::vector<Representation> representations_;
+    int activeRepresentation_ = kMasterRepresentation;
     std::vector<DrawingSheet> sheets_;
     int currentSheet_ = 1;
     std::vector<DrawingView> views_;

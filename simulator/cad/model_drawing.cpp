@@ -43,6 +43,7 @@ public:
     }
 
 private:
+    // What the active representation leaves out is left out with all that is below it.
     // `given`: the look that an assembly above gives to all that is in it; null: each has its own.
     void Add(const SimModel& model, const Matrix& placement, const Look* given) {
         const auto own = top_.occurrenceLooks.find(path_);
@@ -55,7 +56,7 @@ private:
                                  feature.status == kFeatureActive;
             if (!isShown) continue;
             path_.push_back(feature.id);
-            Add(*feature.component, Product(feature.placement, placement), given);
+            if (!top_.IsLeftOut(path_)) Add(*feature.component, Product(feature.placement, placement), given);
             path_.pop_back();
         }
     }

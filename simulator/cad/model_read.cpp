@@ -86,6 +86,9 @@ public:
                       [&](const Node& node) { ReadList(node, &ModelReader::ReadOccurrenceLook); });
         root.Optional("coordinateSystems",
                       [&](const Node& node) { ReadList(node, &ModelReader::ReadSystem); });
+        root.Optional("savedViews", [&](const Node& node) { ReadList(node, &ModelReader::ReadSavedView); });
+        root.Optional("representations",
+                      [&](const Node& node) { ReadList(node, &ModelReader::ReadRepresentation); });
         root.Optional("sheets", [&](const Node& node) { ReadList(node, &ModelReader::ReadSheet); });
         root.Optional("tables", [&](const Node& node) { ReadList(node, &ModelReader::ReadTable); });
         root.Optional("currentSheet", [&](const Node& node) {
@@ -400,6 +403,46 @@ private:
         ReadPlacing(entries, system.placement);
         entries.Close();
         model_.coordinateSystems_.push_back(std::move(system));
+    }
+
+    void ReadSavedView(const Node& node) {
+        Entries entries(node);
+        SavedView view;
+        entries.Required("name", [&](const Node& name) {
+            view.name = UpperName(name.WideText(kLongestText));
+            if (view.name.empty() || model_.savedViews.contains(view.name)) name.Fail("a name of its own");
+        });
+        ReadPlacing(entries, view.orientation);
+        entries.Close();
+        model_.savedViews[view.name] = view;
+    }
+
+    void ReadRepresentation(const Node& node) {
+        Entries entries(node);
+        Representation representation;
+        entries.Required("name", [&](const Node& name) {
+            representation.name = name.WideText(kLongestName);
+            if (representation.name.empty() || model_.FindRepresentation(representation.name) != nullptr)
+                name.Fail("a name of its own");
+        });
+        entries.Optional("default",
+                         [&](const Node& word) { representation.usual = word.OneOf(kRepActions); });
+        entries.Optional("items", [&](const Node& list) {
+            list.ForEach([&](const Node& entry) { representation.items.push_back(ReadRepItem(entry)); });
+        });
+        entries.Close();
+        model_.AddRepresentation(std::move(representation));
+    }
+
+    static RepItem ReadRepItem(const Node& node) {
+        Entries entries(node);
+        RepItem item;
+        entries.Required("path", [&](const Node& ids) {
+            ids.ForEach([&](const Node& id) { item.path.push_back(id.Int(1)); });
+        });
+        entries.Required("action", [&](const Node& word) { item.action = word.OneOf(kRepActions); });
+        entries.Close();
+        return item;
     }
 
     static double ReadScale(const Node& node) {

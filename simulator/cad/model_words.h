@@ -74,6 +74,11 @@ inline constexpr std::array<Word<std::array<double, 3> Look::*>, 2> kLookColours
     {"highlightColour", &Look::highlightColour},
 }};
 
+inline constexpr std::array<Word<RepAction>, 2> kRepActions = {{
+    {"include", RepAction::kInclude},
+    {"exclude", RepAction::kExclude},
+}};
+
 enum class ParameterType { kReal, kInteger, kBoolean, kString };
 inline constexpr std::array<Word<ParameterType>, 4> kParameterTypes = {{
     {"real", ParameterType::kReal},

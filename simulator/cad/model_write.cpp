@@ -55,6 +55,13 @@ public:
             WritePlacing(entry, system.placement);
             root["coordinateSystems"].push_back(std::move(entry));
         }
+        for (const auto& [key, view] : model_.savedViews) {
+            Json entry = {{"name", Utf8(view.name)}};
+            WritePlacing(entry, view.orientation);
+            root["savedViews"].push_back(std::move(entry));
+        }
+        for (const Representation& representation : model_.representations_)
+            root["representations"].push_back(Write(representation));
         for (const DrawingSheet& sheet : model_.sheets_) root["sheets"].push_back(Write(sheet));
         for (const DrawingTable& table : model_.tables_) {
             Json entry = {{"id", table.id}, {"sheet", table.sheet}, {"text", Utf8(table.text)}};
@@ -248,6 +255,15 @@ private:
         for (const auto& row : placement)
             entry["placement"].push_back(
                 Json::array({Write(row[0]), Write(row[1]), Write(row[2]), Write(row[3])}));
+    }
+
+    Json Write(const Representation& representation) const {
+        Json entry = {{"name", Utf8(representation.name)}};
+        if (representation.usual != RepAction::kInclude)
+            entry["default"] = TextOf(kRepActions, representation.usual);
+        for (const RepItem& item : representation.items)
+            entry["items"].push_back({{"path", item.path}, {"action", TextOf(kRepActions, item.action)}});
+        return entry;
     }
 
     Json Write(const DrawingSheet& sheet) const {

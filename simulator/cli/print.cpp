@@ -138,6 +138,14 @@ void PrintSheets(const SimModel& model) {
     }
 }
 
+// Of a model with a colour of its own.
+void PrintColour(const SimModel& model) {
+    if (!model.look || model.look->colour == Look().colour) return;
+    const auto& [red, green, blue] = model.look->colour;
+    std::printf("colour %ld,%ld,%ld\n", std::lround(255 * red), std::lround(255 * green),
+                std::lround(255 * blue));
+}
+
 // Relations, and whatever is not as in a new model.
 void PrintData(const SimModel& model) {
     for (const auto& [kind, title] : {std::pair(RelationKind::kOrdinary, "relations"),
@@ -151,6 +159,15 @@ void PrintData(const SimModel& model) {
         std::printf("units %s\n", Utf8(model.PrincipalUnits().name).c_str());
     if (!model.CurrentMaterial().empty()) std::printf("material %s\n", Utf8(model.CurrentMaterial()).c_str());
     if (!model.BendTable().empty()) std::printf("bend table %s\n", Utf8(model.BendTable()).c_str());
+    PrintColour(model);
+    if (!model.savedViews.empty()) std::printf("saved views\n ");
+    for (const auto& [key, view] : model.savedViews) std::printf(" %s", Utf8(view.name).c_str());
+    if (!model.savedViews.empty()) std::printf("\n");
+    if (!model.Representations().empty()) std::printf("simplified representations\n");
+    for (const Representation& representation : model.Representations())
+        std::printf("  %s  %s %zu\n", Utf8(representation.name).c_str(),
+                    representation.usual == RepAction::kInclude ? "leaves out" : "keeps only",
+                    representation.items.size());
 }
 
 }  // namespace

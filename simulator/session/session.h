@@ -76,6 +76,11 @@ struct Strictness {
     // path and have the placement beside the selection.
     bool mergeNeedsPath = false;
     bool mergeNeedsPlacementBeside = false;
+    // ProViewStore puts a new orientation in place of the one of that name (the documents are silent).
+    bool storedViewStays = false;
+    // ProSolidOutlineCompute takes its matrix as the place of the coordinate system in the model; off: as the
+    // way from the model into the system (the documents are silent).
+    bool outlineTakesPlace = false;
     // An erased model keeps its name until the command has returned; off: one that no window shows and nobody
     // uses goes at once.
     bool eraseWaits = false;

@@ -100,7 +100,10 @@ ProError ProFeatureStatusGet(ProFeature* p_feat_handle, ProFeatStatus* p_status)
     return Traced(kSite, {p_feat_handle, Out(p_status)}, [&](Session& host) -> ProError {
         const Feature* feature = FindFeature(host, p_feat_handle);
         if (feature == nullptr || p_status == nullptr) return PRO_TK_BAD_INPUTS;
-        *p_status = static_cast<ProFeatStatus>(feature->status);
+        const SimModel* owner = FindModel(host, p_feat_handle->owner);
+        const bool isLeftOut =
+            feature->status == kFeatureActive && owner != nullptr && owner->IsLeftOut({feature->id});
+        *p_status = static_cast<ProFeatStatus>(isLeftOut ? kFeatureLeftOut : feature->status);
         return PRO_TK_NO_ERROR;
     });
 }

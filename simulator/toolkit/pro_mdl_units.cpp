@@ -130,6 +130,23 @@ ProError ProMdlPrincipalunitsystemGet(ProMdl mdl, ProUnitsystem* principal_syste
     });
 }
 
+ProError ProUnitsystemUnitGet(ProUnitsystem* system, ProUnitType type, ProUnititem* unit) {
+    static const CallSite kSite("ProUnitsystemUnitGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
+    return Traced(kSite, {system, type, Out(unit)}, [&](Session& host) -> ProError {
+        SimModel* model = system == nullptr ? nullptr : FindModelWithUnits(host, system->owner);
+        const auto name = model == nullptr ? std::nullopt : TextInput(host, system->name, PRO_NAME_SIZE);
+        const UnitSystem* found = name ? model->FindUnitSystem(*name) : nullptr;
+        const auto quantity = static_cast<UnitQuantity>(type);
+        if (found == nullptr || unit == nullptr || type < PRO_UNITTYPE_LENGTH ||
+            type > PRO_UNITTYPE_TEMPERATURE)
+            return PRO_TK_BAD_INPUTS;
+        UnitSystem copy = *found;
+        const std::wstring& abbreviation = *PlaceOf(copy, quantity);
+        if (abbreviation.empty()) return PRO_TK_E_NOT_FOUND;
+        return Fill(*unit, *model, abbreviation) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
+    });
+}
+
 ProError ProMdlPrincipalunitsystemSet(ProMdl mdl, ProUnitsystem* new_system, ProUnitConvertType type,
                                       ProBoolean ignore_param_units, int regeneration_flags) {
     static const CallSite kSite("ProMdlPrincipalunitsystemSet", {PRO_TK_BAD_INPUTS, PRO_TK_CANT_MODIFY});

@@ -1,19 +1,36 @@
 #include <ProModelitem.h>
 
+#include <string>
+
 #include "simulator/memory/host_memory.h"
 #include "simulator/toolkit/support/arguments.h"
 #include "simulator/toolkit/support/traced.h"
 
 using namespace sim;
 
+namespace {
+
+// Of a feature or a coordinate system; null, with a violation, for any other item.
+const std::wstring* FindName(Session& host, const ProModelitem* item) {
+    if (item == nullptr || item->type != PRO_CSYS) {
+        const Feature* feature = FindFeature(host, item);
+        return feature == nullptr ? nullptr : &feature->name;
+    }
+    const SimModel* owner = FindModel(host, item->owner);
+    const CoordinateSystem* system = owner == nullptr ? nullptr : owner->FindCoordinateSystem(item->id);
+    if (system == nullptr) host.report.Violation("is given a coordinate system that its model does not have");
+    return system == nullptr ? nullptr : &system->name;
+}
+
+}  // namespace
+
 ProError ProModelitemNameGet(ProModelitem* p_item, ProName name) {
     static const CallSite kSite("ProModelitemNameGet", {PRO_TK_BAD_INPUTS, PRO_TK_E_NOT_FOUND});
     return Traced(kSite, {p_item, Out(name, PRO_NAME_SIZE)}, [&](Session& host) -> ProError {
-        const Feature* feature = FindFeature(host, p_item);
-        if (feature == nullptr || name == nullptr) return PRO_TK_BAD_INPUTS;
-        if (feature->name.empty()) return PRO_TK_E_NOT_FOUND;
-        return FillBuffer<wchar_t>(feature->name, name, PRO_NAME_SIZE) ? PRO_TK_NO_ERROR
-                                                                       : PRO_TK_GENERAL_ERROR;
+        const std::wstring* own = FindName(host, p_item);
+        if (own == nullptr || name == nullptr) return PRO_TK_BAD_INPUTS;
+        if (own->empty()) return PRO_TK_E_NOT_FOUND;
+        return FillBuffer<wchar_t>(*own, name, PRO_NAME_SIZE) ? PRO_TK_NO_ERROR : PRO_TK_GENERAL_ERROR;
     });
 }
 

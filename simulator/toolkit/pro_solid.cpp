@@ -1,5 +1,8 @@
 #include <ProSolid.h>
 
+#include <algorithm>
+
+#include "simulator/cad/outline.h"
 #include "simulator/report/call_plugin.h"
 #include "simulator/report/utf8.h"
 #include "simulator/toolkit/support/arguments.h"
@@ -116,6 +119,46 @@ ProError ProSolidCsysVisit(ProSolid p_handle, ProCsysVisitAction visit_action,
             [&](std::size_t i, ProError chosen) {
                 return CallPlugin(host.report, visit_action, system(i), chosen, app_data);
             });
+    });
+}
+
+ProError ProSolidOutlineCompute(ProSolid p_solid, ProMatrix matrix, ProSolidOutlExclTypes excludes[],
+                                int num_excludes, Pro3dPnt r_outline_points[2]) {
+    static const CallSite kSite("ProSolidOutlineCompute", {PRO_TK_BAD_INPUTS, PRO_TK_GENERAL_ERROR});
+    return Traced(kSite, {p_solid, Place(matrix), Place(excludes), num_excludes, Out(r_outline_points, 2)},
+                  [&](Session& host) -> ProError {
+                      const SimModel* model = FindSolid(host, p_solid);
+                      if (model == nullptr || r_outline_points == nullptr || num_excludes < 0 ||
+                          (excludes == nullptr && num_excludes > 0))
+                          return PRO_TK_BAD_INPUTS;
+                      const auto isKnown = [](ProSolidOutlExclTypes type) {
+                          return type >= PRO_OUTL_EXC_NOT_USED && type <= PRO_OUTL_EXC_ALL_CRVS;
+                      };
+                      if (!std::all_of(excludes, excludes + num_excludes, isKnown)) return PRO_TK_BAD_INPUTS;
+                      std::optional<Matrix> view = matrix == nullptr ? IdentityMatrix() : MatrixFrom(matrix);
+                      if (host.strict.outlineTakesPlace) view = Inverse(*view);
+                      if (!view) return PRO_TK_BAD_INPUTS;
+                      const bool withSystems = std::find(excludes, excludes + num_excludes,
+                                                         PRO_OUTL_EXC_DATUM_CSYS) == excludes + num_excludes;
+                      const auto box = OutlineOf(*model, *view, withSystems);
+                      if (!box) return PRO_TK_GENERAL_ERROR;
+                      const Vec3* corners[] = {&box->minimum, &box->maximum};
+                      for (std::size_t i = 0; i < 2; ++i) {
+                          r_outline_points[i][0] = corners[i]->x;
+                          r_outline_points[i][1] = corners[i]->y;
+                          r_outline_points[i][2] = corners[i]->z;
+                      }
+                      return PRO_TK_NO_ERROR;
+                  });
+}
+
+ProError ProSolidDisplay(ProSolid p_solid) {
+    static const CallSite kSite("ProSolidDisplay", {PRO_TK_BAD_INPUTS, PRO_TK_INVALID_TYPE});
+    return Traced(kSite, {p_solid}, [&](Session& host) -> ProError {
+        SimModel* model = FindSolid(host, p_solid);
+        if (model == nullptr) return PRO_TK_BAD_INPUTS;
+        host.desk.Display(*model);
+        return PRO_TK_NO_ERROR;
     });
 }
 

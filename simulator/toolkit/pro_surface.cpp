@@ -61,6 +61,20 @@ ProError ProSurfaceDataGet(ProSurface p_surface, ProGeomitemdata** p_data_ptr) {
     });
 }
 
+ProError ProSurfaceIdGet(ProSurface surface, int* p_id) {
+    static const CallSite kSite("ProSurfaceIdGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {surface, Out(p_id)}, [&](Session& host) -> ProError {
+        if (surface == nullptr || p_id == nullptr) return PRO_TK_BAD_INPUTS;
+        const SurfaceItem* item = host.desk.FindSurface(surface);
+        if (item == nullptr) {
+            host.report.Violation("is given a pointer that is no surface in memory");
+            return PRO_TK_BAD_INPUTS;
+        }
+        *p_id = item->id;
+        return PRO_TK_NO_ERROR;
+    });
+}
+
 ProError ProGeomitemdataFree(ProGeomitemdata** p_data) {
     static const CallSite kSite("ProGeomitemdataFree", {PRO_TK_BAD_INPUTS}, true);
     return Traced(kSite, {p_data}, [&](Session& host) -> ProError {

@@ -18,6 +18,7 @@
 
 #include "base/status.h"
 #include "base/text.h"
+#include "display/appearance.h"
 #include "display/refusals_report.h"
 #include "model/model_data.h"
 #include "model/selection.h"
@@ -27,14 +28,9 @@ namespace kv {
 
 // 1 would be invisible.
 static constexpr double kSeeThrough = 0.7;
-// Sides of a surface: along its normal, and the other one. A model has the first only.
-static constexpr int kOutside = 0;
-static constexpr int kInside = 1;
 static constexpr wchar_t kStepOccurrence[] = L"设置元件透明";
 static constexpr wchar_t kStepModel[] = L"设置模型透明";
 static constexpr wchar_t kStepSurface[] = L"设置曲面透明";
-
-using Appearance = ProSurfaceAppearanceProps;
 
 struct PickedItem {
     ProModelitem item;
@@ -51,7 +47,6 @@ static void MakeSurface(const PickedItem& picked, RunRecord& refusals);
 static ProError MakeOccurrence(const PickedItem& picked);
 static ProError MakeSide(ProModelitem item, int side);
 static ProError AppearanceOf(ProModelitem item, int side, Appearance& look);
-static bool HasNone(ProError status);
 static RunEntry Refusal(const PickedItem& picked, const wchar_t* step, ProError status);
 
 ProError KvTransparent() {
@@ -119,7 +114,7 @@ static ProError MakeOccurrence(const PickedItem& picked) {
     occurrence.path = picked.path;
     Appearance look = {};
     ProError status = ProMdlVisibleSideAppearancepropsGet(&occurrence, kOutside, &look);
-    if (HasNone(status)) status = AppearanceOf(picked.item, kOutside, look);
+    if (HasNoAppearance(status)) status = AppearanceOf(picked.item, kOutside, look);
     if (Failed(status)) return status;
     look.transparency = std::max(look.transparency, kSeeThrough);
     return ProMdlVisibleSideAppearancepropsSet(&occurrence, kOutside, &look);
@@ -137,16 +132,9 @@ static ProError MakeSide(ProModelitem item, int side) {
 static ProError AppearanceOf(ProModelitem item, int side, Appearance& look) {
     ProError status = ProSurfaceSideAppearancepropsGet(&item, side, &look);
     ProModelitem model = {};
-    if (HasNone(status) && !IsWholeModel(item) && !Failed(ProMdlToModelitem(item.owner, &model)))
+    if (HasNoAppearance(status) && !IsWholeModel(item) && !Failed(ProMdlToModelitem(item.owner, &model)))
         status = ProSurfaceSideAppearancepropsGet(&model, kOutside, &look);
-    if (!HasNone(status)) return status;
-    look = {};
-    return ProSurfaceAppearanceDefaultPropsGet(PRO_DEF_APPEARANCE_SOLID, &look);
-}
-
-// The host's words for an item without a look of its own.
-static bool HasNone(ProError status) {
-    return status == PRO_TK_NOT_EXIST || status == PRO_TK_E_NOT_FOUND;
+    return HasNoAppearance(status) ? DefaultAppearanceGet(look) : status;
 }
 
 static RunEntry Refusal(const PickedItem& picked, const wchar_t* step, ProError status) {

@@ -45,17 +45,21 @@
 #include <ProMenuBar.h>
 
 #include "assembly/clone_component.h"
+#include "assembly/kv_box.h"
 #include "assembly/kv_remove_cons.h"
+#include "assembly/kv_sim_rep.h"
 #include "assembly/merge.h"
 #include "assembly/new_component.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "bom/kv_bom.h"
+#include "display/batch_color.h"
 #include "display/box_selection.h"
 #include "display/component_display.h"
 #include "display/kv_clear_all_color.h"
 #include "display/kv_normal_view.h"
 #include "display/transparency.h"
+#include "display/twe_views.h"
 #include "drawing/kv_dim_modify.h"
 #include "drawing/kv_drw_scale_check.h"
 #include "drawing/kv_frm_replace.h"
@@ -98,7 +102,7 @@ static constexpr CommandRow CommandTable[] = {
     {"NewPart",               HostAction<NewPart>,               "NewPart_Help",               "NewPart.png",               AccessSolid,   true},
     {"NewAsm",                HostAction<NewAsm>,                "NewAsm_Help",                "NewAsm.png",                AccessSolid,   true},
     {"NewSmt",                HostAction<NewSmt>,                "NewSmt_Help",                "NewSmt.png",                AccessSolid,   true},
-    {"BatchColor",            HostAction<NotAvailable>,          "Color_Help",                 "RandomColor.png",           AccessModel,   true},
+    {"BatchColor",            HostAction<BatchColor>,            "Color_Help",                 "RandomColor.png",           AccessModel,   true},
     {"KvClearAllColor",       HostAction<KvClearAllColor>,       "KvClearAllColor_Help",       "KvClearAllColor.png",       AccessModel,   true},
     {"KvBoxSelSur",           HostAction<KvBoxSelSur>,           "KvBoxSelSur_Help",           "KvBoxSelSur.png",           AccessModel,   true},
     {"KvTransparent",         HostAction<KvTransparent>,         "KvTransparent_Help",         "KvTransparent.png",         AccessModel,   true},
@@ -118,7 +122,7 @@ static constexpr CommandRow CommandTable[] = {
     {"CloneAndReplace",       HostAction<CloneAndReplace>,       "CloneAndReplace_Help",       "CloneAndReplace.png",       AccessSolid,   true},
     {"KvMerge",               HostAction<KvMerge>,               "KvMerge_Help",               "KvMerge.png",               AccessSolid,   true},
     {"KvMergeTo",             HostAction<KvMergeTo>,             "KvMergeTo_Help",             "KvMergeTo.png",             AccessSolid,   true},
-    {"TweViews",              HostAction<NotAvailable>,          "TweViews_Help",              "TweViews.png",              AccessModel,   true},
+    {"TweViews",              HostAction<TweViews>,              "TweViews_Help",              "TweViews.png",              AccessModel,   true},
     {"NewDraw",               HostAction<NewDraw>,               "NewDraw_Help",               "NewDraw.png",               AccessModel,   true},
     {"KvExStp",               HostAction<KvExStp>,               "KvExStp_Help",               "KvExStp.png",               AccessSolid,   true},
     {"KvExIgs",               HostAction<KvExIgs>,               "KvExIgs_Help",               "KvExIgs.png",               AccessSolid,   true},
@@ -132,8 +136,8 @@ static constexpr CommandRow CommandTable[] = {
     {"KvDimModify",           HostAction<KvDimModify>,           "KvDimModify_Help",           "KvDimModify.png",           AccessDrawing, true},
     {"KvFrmReplace",          HostAction<KvFrmReplace>,          "KvFrmReplace_Help",          "KvFrmReplace.png",          AccessAlways,  true},
     {"KvDrwScaleCheck",       HostAction<KvDrwScaleCheck>,       "KvDrwScaleCheck_Help",       "KvDrwScaleCheck.png",       AccessAlways,  true},
-    {"KvSimRep",              HostAction<NotAvailable>,          "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
-    {"KvBox",                 HostAction<NotAvailable>,          "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
+    {"KvSimRep",              HostAction<KvSimRep>,              "KvSimRep_Help",              "KvSimRep.png",              AccessSolid,   true},
+    {"KvBox",                 HostAction<KvBox>,                 "KvBox_Help",                 "KvBox.png",                 AccessSolid,   true},
     {"KvExportDwg",           HostAction<KvExportDwg>,           "KvExportDwg_Help",           "KvExportDwg.png",           AccessDrawing, true},
     {"KvExportPdf",           HostAction<KvExportPdf>,           "KvExportPdf_Help",           "KvExportPdf.png",           AccessDrawing, true},
     {"KvMdlNameCopy",         HostAction<KvMdlNameCopy>,         "KvMdlNameCopy_Help",         "KvMdlNameCopy.png",         AccessSolid,   true},

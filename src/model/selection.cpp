@@ -3,6 +3,10 @@
 #include "model/selection.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <set>
+#include <span>
+#include <utility>
 
 #include <ProArray.h>
 #include <ProAsmcomp.h>
@@ -14,10 +18,15 @@
 #include <ProSelbuffer.h>
 
 #include "base/status.h"
+#include "base/text.h"
 
 namespace kv {
 
+static constexpr char kComponentFilter[] = "prt_or_asm";
+
 static bool IsComponent(ProModelitem& item);
+static void AddComponents(std::span<ProSelection> selections, ProMdl top,
+                          std::vector<SelectedComponent>& components);
 
 ProError SelectionRead(SelectionArray& selections) {
     const ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
@@ -85,6 +94,54 @@ ProError SelectedModelsGet(SelectedModels& selected) {
             selected.models.push_back(met);
     }
     return PRO_TK_NO_ERROR;
+}
+
+ProError ComponentBelowGet(ProSelection selection, ProMdl top, SelectedComponent& component) {
+    ProModelitem item = {};
+    ProAsmcomppath path = {};
+    ProError status = ProSelectionModelitemGet(selection, &item);
+    if (!Failed(status)) status = ProSelectionAsmcomppathGet(selection, &path);
+    if (Failed(status)) return status;
+    if (path.owner != top || path.table_num < 0 || path.table_num > PRO_MAX_ASSEM_LEVEL)
+        return PRO_TK_E_NOT_FOUND;
+    component.ids.assign(path.comp_id_table, path.comp_id_table + path.table_num);
+    if (IsWholeModel(item)) {
+        status = ProModelitemMdlGet(&item, &component.model);
+    } else if (IsComponent(item)) {
+        component.ids.push_back(item.id);
+        status = ProAsmcompMdlGet(&item, &component.model);
+    } else {
+        return PRO_TK_E_NOT_FOUND;
+    }
+    return Failed(status) || !component.ids.empty() ? status : PRO_TK_E_NOT_FOUND;
+}
+
+static void AddComponents(std::span<ProSelection> selections, ProMdl top,
+                          std::vector<SelectedComponent>& components) {
+    std::set<ComponentIds> met;
+    for (ProSelection selection : selections) {
+        SelectedComponent component = {};
+        if (Failed(ComponentBelowGet(selection, top, component))) continue;
+        if (met.insert(component.ids).second) components.push_back(std::move(component));
+    }
+}
+
+ProError SelectedComponentsGet(ProMdl top, std::vector<SelectedComponent>& components) {
+    SelectionArray selections;
+    const ProError status = SelectionRead(selections);
+    if (status == PRO_TK_E_NOT_FOUND) return PRO_TK_NO_ERROR;
+    if (!Failed(status)) AddComponents(Items(selections), top, components);
+    return status;
+}
+
+ProError PickedComponentsGet(ProMdl top, std::vector<SelectedComponent>& components) {
+    ProSelection* picked = nullptr;  // stays the host's
+    int count = 0;
+    const ProError status =
+        ProSelect(HostName(kComponentFilter), kNoLimit, nullptr, nullptr, nullptr, nullptr, &picked, &count);
+    if (!Failed(status) && picked != nullptr && count > 0)
+        AddComponents({picked, static_cast<std::size_t>(count)}, top, components);
+    return status;
 }
 
 static bool IsComponent(ProModelitem& item) {

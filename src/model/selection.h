@@ -37,6 +37,24 @@ enum class ComponentMeans { Owner, Model };
 // host's calls.
 [[nodiscard]] ProError SelectedComponentGet(ProSelection selection, ProAsmcomp& component);
 
+// A component by the feature ids that lead to it.
+using ComponentIds = std::vector<int>;
+struct SelectedComponent {
+    ComponentIds ids;
+    ProMdl model;
+};
+
+// The component below `top` that a selection stands for, selected as a model or as a feature. Errors: those
+// of the selection's calls; PRO_TK_E_NOT_FOUND for anything else.
+[[nodiscard]] ProError ComponentBelowGet(ProSelection selection, ProMdl top, SelectedComponent& component);
+
+// The components below `top` that are selected, each once, in the order of selection; other items are passed
+// over. Nothing selected is no failure. Errors: those of ProSelbufferSelectionsGet.
+[[nodiscard]] ProError SelectedComponentsGet(ProMdl top, std::vector<SelectedComponent>& components);
+
+// The same of items that the user is asked to pick. Errors: those of ProSelect.
+[[nodiscard]] ProError PickedComponentsGet(ProMdl top, std::vector<SelectedComponent>& components);
+
 struct SelectedModels {
     bool any = false;                   // something is selected, whatever it is
     std::vector<DistinctModel> models;  // each once, in the order of the selection

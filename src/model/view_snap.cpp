@@ -59,19 +59,24 @@ bool IsSameView(const ViewMatrix& one, const ViewMatrix& other) {
     return true;
 }
 
-ProError CurrentViewGet(ViewMatrix& view) {
+ProError CurrentViewGet(ViewMatrix& view, ProMdl model) {
     ProMatrix matrix = {};
-    const ProError status = ProViewMatrixGet(nullptr, nullptr, matrix);
+    const ProError status = ProViewMatrixGet(model, nullptr, matrix);
     if (Failed(status)) return status;
     for (std::size_t row = 0; row < view.size(); ++row)
         std::copy_n(matrix[row], view[row].size(), view[row].begin());
     return status;
 }
 
-ProError CurrentViewSet(const ViewMatrix& view) {
+ProError CurrentViewSet(const ViewMatrix& view, ProMdl model) {
     ProMatrix matrix = {};
     for (std::size_t row = 0; row < view.size(); ++row) std::ranges::copy(view[row], matrix[row]);
-    return ProViewMatrixSet(nullptr, nullptr, matrix);
+    return ProViewMatrixSet(model, nullptr, matrix);
+}
+
+ProError CurrentViewReturn(const ViewMatrix& view, ProMdl model) {
+    const ProError status = CurrentViewSet(view, model);
+    return Failed(status) ? CurrentViewSet(NormalisedView(view), model) : status;
 }
 
 // The length of the first row of the rotation.

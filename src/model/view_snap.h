@@ -32,7 +32,12 @@ using ViewMatrix = std::array<std::array<double, 4>, 4>;
 
 // The view of the current model's window, and a new one for it. Errors: those of ProViewMatrixGet and
 // ProViewMatrixSet.
-[[nodiscard]] ProError CurrentViewGet(ViewMatrix& view);
-[[nodiscard]] ProError CurrentViewSet(const ViewMatrix& view);
+//
+// model  that the window shows; null for the current one, which the assembly of a manufacturing model is not
+[[nodiscard]] ProError CurrentViewGet(ViewMatrix& view, ProMdl model = nullptr);
+[[nodiscard]] ProError CurrentViewSet(const ViewMatrix& view, ProMdl model = nullptr);
+
+// Puts back a view with scale and shift; a host that takes no such matrix turns at least. The same errors.
+[[nodiscard]] ProError CurrentViewReturn(const ViewMatrix& view, ProMdl model);
 
 }  // namespace kv

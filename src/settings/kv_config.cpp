@@ -47,9 +47,17 @@ struct UnsetChoice {
     const char* button;
 };
 static constexpr UnsetChoice kUnsetChoices[] = {
-    {"SetLastDir", "0"},           {"AsmAssembly", "0"},          {"PrtAssembly", "0"},
-    {"SmtAssembly", "0"},          {"RmbDisable", "1"},           {"KvExportDwgDIr", "workDir"},
-    {"KvExportPdfDIr", "workDir"}, {"KvExportStpDir", "workDir"}, {"KvCountForInstance", "false"},
+    {"SetLastDir", "0"},
+    {"AsmAssembly", "0"},
+    {"PrtAssembly", "0"},
+    {"SmtAssembly", "0"},
+    {"RmbDisable", "1"},
+    {"KvExportDwgDIr", "workDir"},
+    {"KvExportPdfDIr", "workDir"},
+    {"KvExportStpDir", "workDir"},
+    {"KvCountForInstance", "false"},
+    {"KvRandomColorOpt", "0"},
+    {"TweViewsUseAutoMainView", "0"},
 };
 
 // One drawing template: its panel, the button that picks a file for it, and the title of that choice.

@@ -32,6 +32,12 @@ bool AskUser(const wchar_t* text) {
     return Show(text, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
+UserAnswer AskUserOrCancel(const wchar_t* text) {
+    const int answer = Show(text, MB_YESNOCANCEL | MB_ICONQUESTION);
+    if (answer == IDYES) return UserAnswer::Yes;
+    return answer == IDNO ? UserAnswer::No : UserAnswer::Cancel;
+}
+
 ProError ShowFailure(const wchar_t* text, ProError status) {
     ShowMessage(text);
     return status;

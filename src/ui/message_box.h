@@ -19,6 +19,10 @@ void ShowWarning(const wchar_t* text);
 // Asks a question; true for yes.
 [[nodiscard]] bool AskUser(const wchar_t* text);
 
+// Asks a question that can be left open: the close box of the box means that as well.
+enum class UserAnswer { Yes, No, Cancel };
+[[nodiscard]] UserAnswer AskUserOrCancel(const wchar_t* text);
+
 // Shows `text` and gives `status` back, for the return statement of a step that failed.
 ProError ShowFailure(const wchar_t* text, ProError status);
 

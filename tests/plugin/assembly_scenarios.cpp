@@ -4,7 +4,10 @@
 #include <utility>
 #include <vector>
 
+#include <ProObjects.h>
 #include <gtest/gtest.h>
+
+#include <windows.h>
 
 #include "plugin/assembly_fixture.h"
 #include "simulator/host/sim_host.h"
@@ -131,8 +134,75 @@ static Scenario RemovingConstraints(const std::wstring& way, const std::string& 
     return CommandScenario("KvRemoveCons", arrange, holds, variant);
 }
 
+// PUMP holds SUB and a small NUT. Its representation OLD leaves out the nut and is active.
+static SimModel& ArrangeRepresented(SimHost& host) {
+    ArrangePump(host);
+    SimModel& pump = *host.State().models.current;
+    pump.Place(host.AddPart(L"NUT").AddBlock(0.1, 0.1, 0.1));
+    pump.ActivateRepresentation(
+        pump.AddRepresentation({0, L"OLD", sim::RepAction::kInclude, {{{2}, sim::RepAction::kExclude}}}));
+    return pump;
+}
+
+// Where the new one is not active, the one from before is, unless that very call fails or it was deleted.
+static void ExpectARepresentation(SimHost& host) {
+    SimModel& pump = *host.State().models.current;
+    const sim::Representation* active = pump.FindRepresentation(pump.ActiveRepresentation());
+    if (host.State().report.FaultedFunction() == "ProSimprepActivate") return;
+    EXPECT_TRUE(active != nullptr || pump.FindRepresentation(L"OLD") == nullptr) << "the master was left";
+    for (const sim::Representation& one : pump.Representations())
+        EXPECT_EQ(one.items.size(), 1u) << testing::PrintToString(one.name);
+}
+
+static Scenario MakingRepresentation(const std::string& variant, bool deletes) {
+    const auto arrange = [deletes](SimHost& host) {
+        ArrangeRepresented(host);
+        host.Select({{&Bolt(host), 0, 0, {1, 1}}});
+        host.OnDialog("KvSimRep", [deletes](sim::SimDialog& dialog) {
+            if (deletes) {
+                if (dialog.Rows("rep_list").size() < 2) return;
+                dialog.SelectRows("rep_list", {"2"}).Press("DeleteRep").Press("Close");
+                return;
+            }
+            dialog.Choose("RuleRadio", L"排除小零件").Type("SmallPercent", L"20").Press("CountRule");
+            dialog.Type("RepName", L"OLD").Check("ReplaceRep").Press("CreateRep");
+            dialog.Choose("RuleRadio", L"仅保留所选元件").Type("RepName", L"NEW").Press("CreateRep");
+            dialog.Press("Close");
+        });
+        if (deletes) host.AnswerBox(IDYES);
+    };
+    return Forgetting(CommandScenario("KvSimRep", arrange, ExpectARepresentation, variant));
+}
+
+// The user picks a coordinate system of SUB, writes the stock of BOLT and of PUMP and copies the table.
+static void ArrangeBox(SimHost& host) {
+    ArrangePump(host);
+    SimModel& sub = *InMemory(host, L"SUB", sim::ModelKind::kAssembly);
+    sub.AddCoordinateSystem(L"TURNED", {{{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {5, 0, 0, 1}}});
+    host.Select({{&Bolt(host), 0, 0, {1, 1}}});
+    host.AnswerPick({false, {{&sub, PRO_CSYS, sub.CoordinateSystems()[0].id, {1}}}});
+    host.OnDialog("KvBox", [](sim::SimDialog& dialog) { dialog.Press("PickCsys"); });
+    host.OnDialog("KvBox", [](sim::SimDialog& dialog) {
+        dialog.Type("AllowLength", L"2").Type("StockStep", L"0.5");
+        dialog.Press("UpdateStock").Press("WriteStock").Press("CopyTable").Press("Close");
+    });
+}
+
+// Nobody gets a stock that is no more than nothing, and what the report calls done is there.
+static void ExpectStock(SimHost& host) {
+    for (const wchar_t* name : {L"BOLT", L"PUMP"}) {
+        const auto kind = name[0] == L'B' ? sim::ModelKind::kPart : sim::ModelKind::kAssembly;
+        const SimModel& model = *InMemory(host, name, kind);
+        const std::wstring text = model.Parameter(L"下料尺寸");
+        EXPECT_TRUE(text.empty() || text == L"5×2×1") << testing::PrintToString(text);
+    }
+}
+
 std::vector<Scenario> AssemblyScenarios() {
     return {
+        MakingRepresentation("Make", false),
+        MakingRepresentation("Delete", true),
+        CommandScenario("KvBox", ArrangeBox, ExpectStock),
         NewComponentScenario("NewPart"),
         NewComponentScenario("NewAsm"),
         NewComponentScenario("NewSmt"),

@@ -1,11 +1,16 @@
 // Commands that change what the window shows.
 
+#include <array>
+#include <cmath>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
 #include <ProObjects.h>
 #include <gtest/gtest.h>
+
+#include <windows.h>
 
 #include "simulator/host/sim_host.h"
 #include "support/arrange.h"
@@ -84,6 +89,59 @@ static Scenario SeeThrough(const std::string& command, int type) {
     return CommandScenario(command, arrange, ColoursStay);
 }
 
+// BOLT is red and half clear, NUT as the host draws it.
+static void ArrangeColours(SimHost& host) {
+    ArrangeHidden(host);
+    Bolt(host).look = sim::Look{.transparency = 0.5, .colour = {1, 0, 0}};
+    host.AnswerBox(IDYES);
+}
+
+// Nothing but colours changes, and none before the old ones are on disk.
+static void OnlyColoursChange(SimHost& host) {
+    // That a part has no look of its own has to be believed.
+    if (host.State().report.FaultedFunction() == "ProSurfaceSideAppearancepropsGet") return;
+    const sim::Look usual;
+    bool isChanged = false;
+    for (const SimModel* model : host.State().models.All()) {
+        const bool isBolt = model->Name() == L"BOLT";
+        const std::array<double, 3> before = isBolt ? std::array<double, 3>{1, 0, 0} : usual.colour;
+        sim::Look look = model->look.value_or(usual);
+        isChanged = isChanged || look.colour != before;
+        look.colour = usual.colour;
+        sim::Look expected;
+        expected.transparency = isBolt ? 0.5 : 0;
+        EXPECT_EQ(look, expected) << testing::PrintToString(model->Name());
+    }
+    const std::filesystem::path old = host.State().user.localData / "Korvane" / "colors";
+    EXPECT_TRUE(!isChanged || !std::filesystem::is_empty(old));
+}
+
+// FRONT is the host's own, KV_TOP from an earlier run.
+static void ArrangeViews(SimHost& host, const std::wstring& automatic, bool viewsStay) {
+    ChangeSetting(L"KvConfig.ini", L"TweViewsUseAutoMainView", L"value", automatic);
+    ArrangePump(host);
+    SimModel& pump = *host.State().models.current;
+    for (const wchar_t* name : {L"FRONT", L"KV_TOP"}) pump.savedViews[name] = {name, sim::IdentityMatrix()};
+    host.State().strict.storedViewStays = viewsStay;
+}
+
+static Scenario Views(const std::string& variant, const std::wstring& automatic, bool viewsStay) {
+    const auto arrange = [=](SimHost& host) { ArrangeViews(host, automatic, viewsStay); };
+    const auto holds = [](SimHost& host) {
+        const SimModel& pump = *host.State().models.current;
+        EXPECT_EQ(pump.savedViews.at(L"FRONT").orientation, sim::IdentityMatrix());
+        for (const auto& [name, view] : pump.savedViews)
+            EXPECT_TRUE(name == L"FRONT" || name.starts_with(L"KV_")) << testing::PrintToString(name);
+        // Nothing new: the window shows what it showed.
+        const bool anyNew = pump.savedViews.size() > 2 || !pump.savedViews.contains(L"KV_TOP") ||
+                            pump.savedViews.at(L"KV_TOP").orientation != sim::IdentityMatrix();
+        const bool mayTurn = host.State().report.FaultedFunction() == "ProViewMatrixSet";
+        const double depth = host.State().desk.ViewOf(pump)[2][2];
+        EXPECT_TRUE(anyNew || mayTurn || std::abs(depth - 0.5 / std::sqrt(3)) < 1e-9) << depth;
+    };
+    return CommandScenario("TweViews", arrange, holds, variant);
+}
+
 static void ArrangeSelected(SimHost& host) {
     ArrangeHidden(host);
     SelectBolt(host);
@@ -100,6 +158,9 @@ std::vector<Scenario> DisplayScenarios() {
         SeeThrough("KvTransparent", 0),
         SeeThrough("SurfTransparent", PRO_SURFACE),
         CommandScenario("KvNormalView", ArrangePump, NothingIsShownToTheUser),
+        CommandScenario("BatchColor", ArrangeColours, OnlyColoursChange),
+        Views("Automatic", L"1", false),
+        Views("FromTheScreen", L"0", true),
     };
 }
 

@@ -185,9 +185,17 @@ TEST(KvConfig, OpensEmptyWithoutASettingsFolderAndMakesNone) {
     Configure(host, [](SimDialog& dialog) {
         // What the commands take for a value that is not there; the other groups have no such value.
         const std::map<std::string, std::string> unset = {
-            {"SetLastDir", "0"},           {"AsmAssembly", "0"},          {"PrtAssembly", "0"},
-            {"SmtAssembly", "0"},          {"RmbDisable", "1"},           {"KvExportDwgDIr", "workDir"},
-            {"KvExportPdfDIr", "workDir"}, {"KvExportStpDir", "workDir"}, {"KvCountForInstance", "false"},
+            {"SetLastDir", "0"},
+            {"AsmAssembly", "0"},
+            {"PrtAssembly", "0"},
+            {"SmtAssembly", "0"},
+            {"RmbDisable", "1"},
+            {"KvExportDwgDIr", "workDir"},
+            {"KvExportPdfDIr", "workDir"},
+            {"KvExportStpDir", "workDir"},
+            {"KvCountForInstance", "false"},
+            {"KvRandomColorOpt", "0"},
+            {"TweViewsUseAutoMainView", "0"},
         };
         for (const Choice& choice : Choices())
             EXPECT_EQ(dialog.Chosen(choice.group),

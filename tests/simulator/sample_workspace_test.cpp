@@ -138,6 +138,9 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
         {"set_material", "SetMat"},
         {"set_bend_table", "SetBendTable"},
         {"set_units", "SetUnit"},
+        {"random_colours", "BatchColor"},
+        {"stock", "KvBox"},
+        {"small_parts", "KvSimRep"},
     };
     // They have tests of their own.
     Names played = {"open_drawing.user",    "clone_screw.user",         "clone_hanger.user",
@@ -172,6 +175,9 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
     // The overall size shows that the placements, turned ones among them, fit together.
     EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"外形尺寸"), "1200×823×750");
     EXPECT_EQ(value(L"roller_conveyor", ModelKind::kAssembly, L"图幅"), "A1,A3,A3");
+    EXPECT_TRUE(host.Retrieve(L"leg_tube", ModelKind::kPart)->look);
+    EXPECT_NE(value(L"roller_conveyor", ModelKind::kAssembly, L"下料尺寸"), "");
+    EXPECT_NE(top->ActiveRepresentation(), sim::kMasterRepresentation);
     EXPECT_TRUE(fs::exists(folder / "backup" / "roller_unit.drw.1"));
     EXPECT_TRUE(fs::exists(folder / "roller_conveyor" / "roller_conveyor_bom.xlsx"));
     EXPECT_EQ(Utf8(test::ReadSettings(L"KvConfig.ini", L"SetLastDir", L"value")), "1");

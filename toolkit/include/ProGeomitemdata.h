@@ -7,7 +7,14 @@
 PRO_BEGIN_C_DECLS
 
 typedef struct ProCurves ProCurvedata;
-typedef struct ProCsystems ProCsysdata;
+
+// Axes of length 1, and the origin, in the coordinates of the model that has the system.
+typedef struct ProCsystems {
+    ProVector x_vector;
+    ProVector y_vector;
+    ProVector z_vector;
+    Pro3dPnt origin;
+} ProCsysdata;
 
 // `obj_type` says which member of `data` holds.
 typedef struct geom_item_data_struct {
@@ -19,7 +26,10 @@ typedef struct geom_item_data_struct {
     } data;
 } ProGeomitemdata;
 
-// Frees what ProSurfaceDataGet gave out. BAD_INPUTS.
+// Gives the data record of an item; free it with ProGeomitemdataFree. BAD_INPUTS.
+ProError ProGeomitemdataGet(struct pro_model_item* p_geom_item, ProGeomitemdata** p_data);
+
+// Frees what ProSurfaceDataGet or ProGeomitemdataGet gave out. BAD_INPUTS.
 ProError ProGeomitemdataFree(ProGeomitemdata** p_data);
 
 PRO_END_C_DECLS

@@ -26,6 +26,18 @@ typedef enum pro_unit_convert_type {
     PRO_UNITCONVERT_SAME_SIZE = 1
 } ProUnitConvertType;
 
+// Basic quantities.
+typedef enum pro_unit_type {
+    PRO_UNITTYPE_LENGTH = 0,
+    PRO_UNITTYPE_MASS = 1,
+    PRO_UNITTYPE_FORCE = 2,
+    PRO_UNITTYPE_TIME = 3,
+    PRO_UNITTYPE_TEMPERATURE = 4
+} ProUnitType;
+
+// Gives the unit that a system has for a quantity. BAD_INPUTS; a further status for none.
+ProError ProUnitsystemUnitGet(ProUnitsystem* system, ProUnitType type, ProUnititem* unit);
+
 // Gives a basic unit of a model by its name. BAD_INPUTS; a further status for a name that it does not have.
 ProError ProUnitInit(ProMdl mdl, ProName unit_name, ProUnititem* unit);
 

@@ -26,6 +26,25 @@ ProError ProSolidSurfaceVisit(ProSolid p_handle, ProSurfaceVisitAction visit_act
 ProError ProSolidCsysVisit(ProSolid p_handle, ProCsysVisitAction visit_action,
                            ProCsysFilterAction filter_action, ProAppData app_data);
 
+// What the box of a solid leaves out.
+typedef enum pro_solid_outline_excl_types {
+    PRO_OUTL_EXC_NOT_USED = 1,
+    PRO_OUTL_EXC_DATUM_PLANE = 2,
+    PRO_OUTL_EXC_DATUM_POINT = 3,
+    PRO_OUTL_EXC_DATUM_CSYS = 4,
+    PRO_OUTL_EXC_DATUM_AXES = 5,
+    PRO_OUTL_EXC_FACETS = 6,
+    PRO_OUTL_EXC_ALL_CRVS = 7
+} ProSolidOutlExclTypes;
+
+// Gives two corners of the box around a part or an assembly, in its length unit, along the axes of the system
+// that the matrix leads into; NULL for its own. What is not excluded counts. BAD_INPUTS; GENERAL_ERROR.
+ProError ProSolidOutlineCompute(ProSolid p_solid, ProMatrix matrix, ProSolidOutlExclTypes excludes[],
+                                int num_excludes, Pro3dPnt r_outline_points[2]);
+
+// Shows a solid in the current window, as its active representation has it. BAD_INPUTS; INVALID_TYPE.
+ProError ProSolidDisplay(ProSolid p_solid);
+
 // Regenerates the model. UNATTACHED_FEATS; REGEN_AGAIN; GENERAL_ERROR; BAD_INPUTS.
 ProError ProSolidRegenerate(ProSolid p_handle, int flags);
 

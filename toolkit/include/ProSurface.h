@@ -9,6 +9,9 @@ PRO_BEGIN_C_DECLS
 // Gives the surface's data record; free it with ProGeomitemdataFree. BAD_INPUTS.
 ProError ProSurfaceDataGet(ProSurface p_surface, ProGeomitemdata** p_data_ptr);
 
+// Gives the surface's id in its model. BAD_INPUTS.
+ProError ProSurfaceIdGet(ProSurface surface, int* p_id);
+
 // How a model or surface looks; numbers from 0 to 1, transparency 0 is opaque.
 typedef struct pro_surf_appearance_props {
     double ambient;
