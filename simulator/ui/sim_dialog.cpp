@@ -192,7 +192,8 @@ SimDialog& SimDialog::DoubleClick(std::string_view table, std::string_view row, 
     return *this;
 }
 
-// A column that is selected already stays so, and the plug-in hears nothing of the click.
+// A column that is selected already stays so, and the plug-in hears nothing of the click; nor does it where
+// no column can be selected.
 SimDialog& SimDialog::ClickTitle(std::string_view table, std::string_view column) {
     const Attempt attempt(screen_, user_, dialog_,
                           "click the title " + Quoted(column) + " of " + Quoted(table));
@@ -200,13 +201,9 @@ SimDialog& SimDialog::ClickTitle(std::string_view table, std::string_view column
     if (component == nullptr) return *this;
     Table& cells = component->table;
     const std::vector<std::string> clicked = {std::string(column)};
-    if (!cells.HasColumn(column) || cells.columnPolicy == SelectionPolicy::kNone) {
-        attempt.Fail("no such column can be selected");
-        return *this;
-    }
-    if (cells.SelectedColumns() == clicked) return *this;
-    cells.SelectColumns(clicked);
-    attempt.Run(*component, DialogEvent::kColumn);
+    if (!cells.HasColumn(column)) attempt.Fail("there is no such column");
+    if (cells.columnPolicy == SelectionPolicy::kNone || cells.SelectedColumns() == clicked) return *this;
+    if (cells.SelectColumns(clicked)) attempt.Run(*component, DialogEvent::kColumn);
     return *this;
 }
 

@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/scope_exit.h"
+
 namespace kv {
 
 static constexpr unsigned int kNoRow = ~0U;
@@ -186,42 +188,57 @@ static std::optional<std::wstring> GroupOf(const ListedRows& list, const RowNumb
     return type + std::to_wstring(isOld ? listed.parent : pairs[listed.parent]);
 }
 
+// Rows that are left over on one side, by each of their cells that is not empty.
+using RowsByCell = std::unordered_map<std::wstring, RowNumbers>;
+
+static std::wstring CellKey(const std::wstring& group, std::size_t column, const std::wstring& text) {
+    return group + L"\t" + std::to_wstring(column) + L"\t" + text;
+}
+
+static RowsByCell RowsWithCells(const ListedRows& list, const RowNumbers& pairs, bool isOld) {
+    RowsByCell rows;
+    for (unsigned int row = 0; row < list.rows.size(); ++row) {
+        const auto group = pairs[row] == kNoRow ? GroupOf(list, pairs, row, isOld) : std::nullopt;
+        const std::vector<std::wstring>& cells = list.rows[row].cells;
+        for (std::size_t i = 0; group && i < cells.size(); ++i)
+            if (!cells[i].empty()) rows[CellKey(*group, i, cells[i])].push_back(row);
+    }
+    return rows;
+}
+
+// The only row that shares enough cells with this one. The look-up ends at the second.
+//
+// shared  how many cells each row shares with this one; all 0 before and after
+static unsigned int SoleFit(const RowsByCell& rows, const std::wstring& group,
+                            const std::vector<std::wstring>& cells, RowNumbers& shared) {
+    RowNumbers met;
+    const ScopeExit forget([&] {
+        for (const unsigned int row : met) shared[row] = 0;
+    });
+    unsigned int fit = kNoRow;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const auto same = cells[i].empty() ? rows.end() : rows.find(CellKey(group, i, cells[i]));
+        if (same == rows.end()) continue;
+        for (const unsigned int row : same->second) {
+            if (shared[row] == 0) met.push_back(row);
+            if (++shared[row] != kLeastEqualCells) continue;
+            if (fit != kNoRow) return kNoRow;
+            fit = row;
+        }
+    }
+    return fit;
+}
+
 // For each row that is left over the one left over on the other side that it shares enough cells with; none
 // where there is no such row, or more than one.
 static RowNumbers SoleFits(const PairingSide& side, bool isOld) {
-    const auto key = [](const std::wstring& group, std::size_t column, const std::wstring& text) {
-        return group + L"\t" + std::to_wstring(column) + L"\t" + text;
-    };
-    std::unordered_map<std::wstring, RowNumbers> withCell;
-    for (unsigned int row = 0; row < side.other.rows.size(); ++row) {
-        if (side.otherPairs[row] != kNoRow) continue;
-        const auto group = GroupOf(side.other, side.otherPairs, row, !isOld);
-        const std::vector<std::wstring>& cells = side.other.rows[row].cells;
-        for (std::size_t i = 0; group && i < cells.size(); ++i)
-            if (!cells[i].empty()) withCell[key(*group, i, cells[i])].push_back(row);
-    }
-
+    const RowsByCell rows = RowsWithCells(side.other, side.otherPairs, !isOld);
+    RowNumbers shared(side.other.rows.size());
     RowNumbers fits(side.own.rows.size(), kNoRow);
-    std::vector<unsigned int> shared(side.other.rows.size());
-    RowNumbers met;
     for (unsigned int row = 0; row < side.own.rows.size(); ++row) {
         if (side.pairs[row] != kNoRow) continue;
         const auto group = GroupOf(side.own, side.pairs, row, isOld);
-        const std::vector<std::wstring>& cells = side.own.rows[row].cells;
-        unsigned int found = 0;
-        for (std::size_t i = 0; group && i < cells.size() && found < 2; ++i) {
-            const auto same = cells[i].empty() ? withCell.end() : withCell.find(key(*group, i, cells[i]));
-            if (same == withCell.end()) continue;
-            for (const unsigned int other : same->second) {
-                if (shared[other] == 0) met.push_back(other);
-                if (++shared[other] != kLeastEqualCells) continue;
-                fits[row] = other;
-                ++found;
-            }
-        }
-        if (found != 1) fits[row] = kNoRow;
-        for (const unsigned int other : met) shared[other] = 0;
-        met.clear();
+        if (group) fits[row] = SoleFit(rows, *group, side.own.rows[row].cells, shared);
     }
     return fits;
 }

@@ -42,6 +42,7 @@ static constexpr wchar_t kStepCell[] = L"写入单元格";
 static constexpr wchar_t kRefusedCells[] = L" 个单元格未能写入工作簿，详情见报告：\n";
 static constexpr wchar_t kNoApplication[] = L"创建Excel失败";
 static constexpr wchar_t kOfferCsv[] = L"是否改为导出CSV文件？";
+static constexpr wchar_t kNoName[] = L"\t模型名称无法读取，未导出\t";
 static constexpr wchar_t kNotWritten[] = L"文件未能写入：\n";
 static constexpr char kTold[] = "Batch result:%0w";
 static constexpr wchar_t kWritten[] = L"清单已导出：";
@@ -90,10 +91,13 @@ void BomExport(const BomSheet& sheet) {
 }
 
 void BomCsvExport(const BomSheet& sheet) {
-    std::wstring title;
-    if (Failed(TitleGet(title))) return;
     if (sheet.rows.empty()) {
         ShowMessage(kNoRows);
+        return;
+    }
+    std::wstring title;
+    if (Failed(TitleGet(title))) {
+        ShowMessage(kNoName);
         return;
     }
     CsvWrite(sheet, SaveFileChoose(FileNameText(title) + kCsvExtension, kCsvFilter, kCsvExtension));
@@ -106,7 +110,10 @@ void BomPageExport(const BomSource& source, const BomSheet& sheet, int deepest) 
     }
     PageFacts facts;
     PageParts parts;
-    if (Failed(PageFactsGet(kTitleEnd, facts))) return;
+    if (Failed(PageFactsGet(kTitleEnd, facts))) {
+        ShowMessage(kNoName);
+        return;
+    }
     const std::wstring path =
         SaveFileChoose(FileNameText(facts.title) + kPageExtension, kPageFilter, kPageExtension);
     if (path.empty()) return;
@@ -125,7 +132,10 @@ void BomPageExport(const BomSource& source, const BomSheet& sheet, int deepest) 
 void ChangesExport(const std::vector<ChangeLine>& lines, const std::wstring& earlier) {
     PageFacts facts;
     PageParts parts;
-    if (Failed(PageFactsGet(kChangesEnd, facts))) return;
+    if (Failed(PageFactsGet(kChangesEnd, facts))) {
+        ShowMessage(kNoName);
+        return;
+    }
     const std::wstring path =
         SaveFileChoose(FileNameText(facts.title) + kPageExtension, kPageFilter, kPageExtension);
     if (path.empty()) return;

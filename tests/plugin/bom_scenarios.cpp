@@ -89,15 +89,14 @@ static void ExpectWholeWorkbook(SimHost& host, const Texts& shown) {
 static void ArrangeViews(SimHost& host) {
     ArrangeBom(host);
     host.OnDialog("KvBom", [&host](SimDialog& dialog) {
-        // The choice opens only for a list that could be loaded.
-        if (!dialog.Rows("bom_list").empty())
-            host.OnDialog("KvBomColumns", [](SimDialog& choice) {
-                if (choice.Rows("column_list").size() > 1) choice.DoubleClick("column_list", "2", "title");
-                choice.Press("KvColumnUp").Press("KvColumnCopy").Press("ApplyBt");
-            });
-        if (dialog.IsOpen()) dialog.Type("BomFilter", L"B").Press("KvFilterBom").Press("KvColumnsBom");
-        dialog.ClickTitle("bom_list", "num").ClickTitle("bom_list", "num").Press("Close");
+        host.OnDialog("KvBomColumns", [](SimDialog& choice) {
+            if (choice.Rows("column_list").size() > 1) choice.DoubleClick("column_list", "2", "title");
+            choice.Press("KvColumnUp").Press("KvColumnCopy").Press("ApplyBt");
+        });
+        dialog.Type("BomFilter", L"B").Press("KvFilterBom").Press("KvColumnsBom");
+        // The choice does not open for a list that could not be loaded.
         host.ForgetAnswers();
+        dialog.ClickTitle("bom_list", "num").ClickTitle("bom_list", "num").Press("Close");
     });
 }
 
@@ -111,17 +110,18 @@ static void ArrangeFiles(SimHost& host) {
     for (const char* name : {"new.csv", "new.html"}) WriteBytes(folder / name, "earlier");
     host.OnDialog("KvBom", [&host, folder](SimDialog& dialog) {
         if (!dialog.Rows("bom_list").empty()) {
-            host.AnswerFile((folder / "new.csv").wstring());
-            dialog.Press("KvExportCsv");
-            host.AnswerFile((folder / "new.html").wstring());
-            dialog.Press("KvExportPage");
-            host.AnswerFile((folder / "old.csv").wstring());
+            // A list whose model has no name any more is not written, and asks for no file.
+            const auto press = [&](const char* file, const char* button) {
+                host.AnswerFile((folder / file).wstring());
+                dialog.Press(button);
+                host.ForgetAnswers();
+            };
+            press("new.csv", "KvExportCsv");
+            press("new.html", "KvExportPage");
             host.OnDialog("KvBomCompare", [](SimDialog& changes) { changes.Press("Close"); });
-            dialog.Press("KvCompareBom");
+            press("old.csv", "KvCompareBom");
         }
         dialog.Press("Close");
-        // A list whose model has no name any more is not written.
-        host.ForgetAnswers();
     });
 }
 

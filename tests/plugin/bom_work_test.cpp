@@ -129,7 +129,14 @@ TEST_F(KvBomWork, TellsWhatIsNotListed) {
         dialog.Press("KvLoadBom");
         EXPECT_EQ(dialog.Text("BomLeftOut"), told) << "the same whichever list is shown";
     });
-    Use(Pump(), [&](sim::SimDialog& dialog) { EXPECT_EQ(dialog.Text("BomLeftOut"), L"未列出：无"); });
+    Use(Pump(), [&](sim::SimDialog& dialog) {
+        EXPECT_EQ(dialog.Text("BomLeftOut"), L"未列出：无");
+        // The first component of one of the two SUBs has no model.
+        host.State().report.Arm({"ProAsmcompMdlGet", 2, PRO_TK_E_NOT_FOUND});
+        dialog.Press("KvLoadBom");
+        EXPECT_EQ(dialog.Text("BomLeftOut"), L"未列出：1 处元件缺失，其后的元件未列出");
+        EXPECT_EQ(dialog.Text("BomShown"), L"显示 4 / 4");
+    });
 }
 
 // ---- Comma-separated values
