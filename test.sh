@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds everything and runs all checks: test.sh [--quick | --heap]
 #
-#   (nothing)  tests, tests of the checked build, the plug-in's exports and imports, lint
+#   (nothing)  tests, the page in a browser, tests of the checked build, the plug-in's exports and imports, lint
 #   --quick    without the checked build and lint
 #   --heap     without lint
 #
@@ -113,6 +113,8 @@ step "Tests"
 run_tests mingw 900 "*"
 step "Exports and imports of the plug-in"
 check_plugin
+step "The page of the bill of materials in a browser"
+tests/browser/page_test.sh || broken+=("page in a browser")
 if [ $checked = yes ]; then
     step "Checked build"
     build mingw-debug

@@ -154,6 +154,21 @@ code=0
 [ $code = 0 ] || [ $code = 3 ] || { cat "$work/out" >&2; fail "no picture of the workbook"; }
 print
 
+headline "The same without a spreadsheet application: filtered in the dialog, written as CSV and as a page"
+hostsim --plugin plugin run KvBom --workspace roller_conveyor --model roller_conveyor --user scripts/bom_page.user
+print
+[ -s roller_conveyor/roller_conveyor_bom.csv ] || fail "no CSV was written"
+[ -s roller_conveyor/roller_conveyor_bom.html ] || fail "no page was written"
+printf '\n  $ head -n 3 roller_conveyor/roller_conveyor_bom.csv\n\n'
+head -n 3 roller_conveyor/roller_conveyor_bom.csv | sed 's/^/    /'
+
+headline "What has changed since that CSV: somebody gives the ribs another material"
+newest=$(ls roller_conveyor/leg_rib.prt.* | sort -t . -k 3 -n | tail -n 1)
+sed -i 's/\("name":"材料","type":"string","value":"\)[^"]*/\1Q355B/' "$newest"
+hostsim --plugin plugin run KvBom --workspace roller_conveyor --model roller_conveyor --user scripts/bom_compare.user
+print
+grep -q Q355B "$work/out" || fail "the comparison does not show the new material"
+
 headline "How often each model is placed, as a parameter of the model"
 hostsim --plugin plugin run KvMdlCount --workspace roller_conveyor --model roller_conveyor --save
 grep -v '^saved' "$work/out" >"$work/shown"

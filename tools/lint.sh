@@ -53,6 +53,21 @@ check_format() {
     return 1
 }
 
+# The script and the style of the page. What Debian's tools need lies where its own Node.js looks.
+check_page() {
+    local page=src/bom/page bad=0 tool file
+    export NODE_PATH=/usr/share/nodejs:/usr/lib/nodejs
+    eslint --format unix $page/bom_page.js || bad=1
+    for file in $page/bom_page.js $page/bom_page.css; do
+        tool=js-beautify
+        [[ $file == *.js ]] || tool=css-beautify
+        $tool --end-with-newline --file $file 2>/dev/null | cmp -s - $file && continue
+        echo "lint: not formatted; run: $tool --end-with-newline --replace $file"
+        bad=1
+    done
+    return $bad
+}
+
 # Our own files that each unit was built from: "unit file file ...", one unit a line.
 dependencies() {
     ninja -C $build -t deps 2>/dev/null | awk -v repo="$PWD/" '
@@ -110,7 +125,7 @@ if [ "${1:-}" = --one ]; then
     exit
 fi
 
-for tool in clang-format-14 clang-tidy-14 clang++-14 ninja; do
+for tool in clang-format-14 clang-tidy-14 clang++-14 ninja eslint js-beautify css-beautify; do
     command -v $tool >/dev/null || { echo "lint: $tool is missing; run tools/setup.sh" >&2; exit 1; }
 done
 if [ ! -e $build/compile_commands.json ]; then
@@ -129,6 +144,7 @@ fi
 
 failed=0
 check_format || failed=1
+check_page || failed=1
 xargs -r -P $jobs -L 1 "$0" --one <$cache/units || failed=1
 if [ $failed != 0 ]; then
     echo "lint: failed"

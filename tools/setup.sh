@@ -13,6 +13,7 @@ packages=(
     librsvg2-bin                                    # icons
     fonts-wqy-microhei                              # Chinese texts in exported PDF files
     clang-14 clang-format-14 clang-tidy-14          # tools/lint.sh
+    eslint node-js-beautify                         # the same, for the page's script and style
 )
 
 fail() {

@@ -205,6 +205,14 @@ bool Table::SelectCells(const std::vector<CellName>& cells) {
     return true;
 }
 
+bool Table::SelectColumns(const std::vector<std::string>& columns) {
+    if (!std::all_of(columns.begin(), columns.end(),
+                     [this](const std::string& column) { return HasColumn(column); }))
+        return false;
+    selectedColumns_ = columns;
+    return true;
+}
+
 bool Table::SelectRowCells(const std::vector<std::string>& rows) {
     if (!std::all_of(rows.begin(), rows.end(), [this](const std::string& row) { return HasRow(row); }))
         return false;
@@ -249,6 +257,7 @@ bool Table::DeselectRowCells(const std::vector<std::string>& rows) {
 void Table::DropLostCells() {
     const auto isLost = [this](const CellName& cell) { return !HasRow(cell.row) || !HasColumn(cell.column); };
     std::erase_if(selected_, isLost);
+    std::erase_if(selectedColumns_, [this](const std::string& column) { return !HasColumn(column); });
     if (filter_ && !HasColumn(filter_->column)) filter_.reset();
     if (anchor && isLost(*anchor)) anchor.reset();
     if (focus && isLost(*focus)) focus.reset();

@@ -24,7 +24,7 @@ struct DialogAction {
     ProAppData data = nullptr;
 };
 
-enum class DialogEvent { kActivate, kSelect, kArm, kDisarm, kShown, kClose };
+enum class DialogEvent { kActivate, kSelect, kArm, kDisarm, kColumn, kShown, kClose };
 
 // Selection policies by their codes in layout files and calls.
 enum class SelectionPolicy { kNone = 0, kSingle = 1, kBrowse = 2, kMultiple = 3, kExtended = 4 };
@@ -78,6 +78,9 @@ public:
     std::vector<std::string> SelectedRows() const;
     bool SelectCells(const std::vector<CellName>& cells);  // replaces the selection
     bool SelectRowCells(const std::vector<std::string>& rows);
+    // Whole columns, selected by their titles.
+    const std::vector<std::string>& SelectedColumns() const { return selectedColumns_; }
+    bool SelectColumns(const std::vector<std::string>& columns);  // replaces the selection
     // Puts the rows into the order of a column's labels, compared as texts.
     bool SortRows(std::string_view column, bool descending);
     // Rows with another text in the column go out of sight; they stay in the table.
@@ -108,6 +111,7 @@ private:
     std::unordered_map<std::string, std::map<std::string, TableCell, std::less<>>>
         cells_;  // by row, then column
     std::vector<CellName> selected_;
+    std::vector<std::string> selectedColumns_;
     std::optional<RowFilter> filter_;
 };
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "simulator/memory/host_memory.h"
+#include "simulator/report/call_plugin.h"
 #include "simulator/report/utf8.h"
 #include "simulator/toolkit/support/arguments.h"
 #include "simulator/toolkit/support/traced.h"
@@ -167,6 +168,30 @@ ProError ProParameterValueWithUnitsGet(ProParameter* param, ProParamvalue* prova
         if (found.status != PRO_TK_NO_ERROR) return found.status;
         *proval = HostValue(found.parameter->value);
         if (units != nullptr) *units = {found.model, {}};
+        return PRO_TK_NO_ERROR;
+    });
+}
+
+ProError ProParameterVisit(ProModelitem* owner, ProParameterFilter filter, ProParameterAction action,
+                           ProAppData data) {
+    static const CallSite kSite("ProParameterVisit",
+                                {PRO_TK_E_NOT_FOUND, PRO_TK_BAD_CONTEXT, PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {owner, filter, action, data}, [&](Session& host) -> ProError {
+        if (owner == nullptr || action == nullptr) return PRO_TK_BAD_INPUTS;
+        SimModel* model = OwnerModel(host, *owner);
+        if (model == nullptr) return PRO_TK_BAD_CONTEXT;
+        if (model->Parameters().empty()) return PRO_TK_E_NOT_FOUND;
+        for (std::size_t i = 0; i < model->Parameters().size(); ++i) {
+            // Each callback gets a handle of its own: what it writes there reaches nobody.
+            ProParameter seen = Handle(*model, model->Parameters()[i]);
+            const ProError chosen =
+                filter == nullptr ? PRO_TK_NO_ERROR : CallPlugin(host.report, filter, &seen, data);
+            if (chosen == PRO_TK_CONTINUE) continue;
+            if (chosen != PRO_TK_NO_ERROR) return chosen;
+            ProParameter given = Handle(*model, model->Parameters()[i]);
+            const ProError answer = CallPlugin(host.report, action, &given, chosen, data);
+            if (answer != PRO_TK_NO_ERROR) return answer;
+        }
         return PRO_TK_NO_ERROR;
     });
 }

@@ -384,6 +384,42 @@ ProError ProUITableSelectednamesSet(char* dialog, char* component, int count, ch
     });
 }
 
+ProError ProUITableColumnselectActionSet(char* dialog, char* component, ProUIAction callback,
+                                         ProAppData data) {
+    static const CallSite kSite("ProUITableColumnselectActionSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, callback, data}, [&](Session& host) -> ProError {
+        return SetAction(host, dialog, component, ComponentKind::kTable, DialogEvent::kColumn,
+                         {callback, data});
+    });
+}
+
+ProError ProUITableSelectedcolumnnamesGet(char* dialog, char* component, int* count, char*** values) {
+    static const CallSite kSite("ProUITableSelectedcolumnnamesGet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {
+        const Table* table = NamedTable(host, dialog, component);
+        return table == nullptr ? PRO_TK_GENERAL_ERROR
+                                : GiveTexts(host, table->SelectedColumns(), count, values);
+    });
+}
+
+ProError ProUITableSelectedcolumnnamesSet(char* dialog, char* component, int count, char** values) {
+    static const CallSite kSite("ProUITableSelectedcolumnnamesSet", {PRO_TK_BAD_INPUTS});
+    return Traced(kSite, {dialog, component, count, values}, [&](Session& host) -> ProError {
+        Table* table = NamedTable(host, dialog, component);
+        if (table == nullptr) return PRO_TK_GENERAL_ERROR;
+        // No names at all: nothing is selected any more.
+        const std::optional<std::vector<std::string>> list =
+            count == 0 ? std::vector<std::string>() : NameList(host, count, values);
+        if (!list) return PRO_TK_BAD_INPUTS;
+        const SelectionPolicy policy = table->columnPolicy;
+        const bool allowsMany = policy == SelectionPolicy::kMultiple || policy == SelectionPolicy::kExtended;
+        const bool fits = count <= 1 ? count == 0 || policy != SelectionPolicy::kNone : allowsMany;
+        if (fits && table->SelectColumns(*list)) return PRO_TK_NO_ERROR;
+        return Refuse(host, PRO_TK_GENERAL_ERROR,
+                      "selects more columns than it may, or what the table does not have");
+    });
+}
+
 ProError ProUITableSelectedrownamesGet(char* dialog, char* component, int* count, char*** values) {
     static const CallSite kSite("ProUITableSelectedrownamesGet", {PRO_TK_BAD_INPUTS});
     return Traced(kSite, {dialog, component, Out(count), Out(values)}, [&](Session& host) -> ProError {

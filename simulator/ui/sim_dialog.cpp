@@ -192,6 +192,21 @@ SimDialog& SimDialog::DoubleClick(std::string_view table, std::string_view row, 
     return *this;
 }
 
+// A column that is selected already stays so, and the plug-in hears nothing of the click; nor does it where
+// no column can be selected.
+SimDialog& SimDialog::ClickTitle(std::string_view table, std::string_view column) {
+    const Attempt attempt(screen_, user_, dialog_,
+                          "click the title " + Quoted(column) + " of " + Quoted(table));
+    Component* component = attempt.Reach(table, {ComponentKind::kTable});
+    if (component == nullptr) return *this;
+    Table& cells = component->table;
+    const std::vector<std::string> clicked = {std::string(column)};
+    if (!cells.HasColumn(column)) attempt.Fail("there is no such column");
+    if (cells.columnPolicy == SelectionPolicy::kNone || cells.SelectedColumns() == clicked) return *this;
+    if (cells.SelectColumns(clicked)) attempt.Run(*component, DialogEvent::kColumn);
+    return *this;
+}
+
 SimDialog& SimDialog::SortRows(std::string_view table, std::string_view column, bool descending) {
     const Attempt attempt(screen_, user_, dialog_, "sort " + Quoted(table) + " by " + Quoted(column));
     Component* component = attempt.Reach(table, {ComponentKind::kTable});

@@ -31,6 +31,8 @@ public:
     SimDialog& PressReturn();                                      // the default button
     SimDialog& SelectRows(std::string_view table, const std::vector<std::string>& rows);
     SimDialog& DoubleClick(std::string_view table, std::string_view row, std::string_view column);
+    // Selects a column by its title, where the plug-in allows it.
+    SimDialog& ClickTitle(std::string_view table, std::string_view column);
     // What the host's own table lets its user do: sort by a column's texts, or keep only the rows with a
     // text.
     SimDialog& SortRows(std::string_view table, std::string_view column, bool descending = false);

@@ -132,6 +132,7 @@ constexpr StepRule kDialogSteps[] = {
     {L"return", 0, 0, "return"},
     {L"select", 1, kAny, "select TABLE ROW..."},
     {L"doubleclick", 3, 3, "doubleclick TABLE ROW COLUMN"},
+    {L"title", 2, 2, "title TABLE COLUMN"},
     {L"sort", 2, 3, "sort TABLE COLUMN [down]"},
     {L"filter", 1, 3, "filter TABLE [COLUMN \"TEXT\"]"},
     {L"show", 0, 1, "show [FILE.svg]"},
@@ -206,6 +207,7 @@ private:
         if (step.Is(L"select")) dialog_.SelectRows(component, Names(step, 2));
         if (step.Is(L"doubleclick"))
             dialog_.DoubleClick(component, step.words[2].Narrow(), step.words[3].Narrow());
+        if (step.Is(L"title")) dialog_.ClickTitle(component, step.words[2].Narrow());
         if (step.Is(L"sort"))
             dialog_.SortRows(component, step.words[2].Narrow(), step.words.back().text == L"down");
         if (step.Is(L"filter")) Filter(step, component);

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include "base/scope_exit.h"
+#include "base/status.h"
 #include "base/text.h"
 
 namespace kv {
@@ -23,6 +24,16 @@ ProError FileNewWrite(const std::wstring& path, std::string_view content) {
 
 ProError FileWrite(const std::wstring& path, std::string_view content) {
     return ContentWrite(CREATE_ALWAYS, path, content);
+}
+
+ProError FileReplace(const std::wstring& path, std::string_view content) {
+    const std::wstring folder = path.substr(0, path.find_last_of(L"\\/") + 1);
+    wchar_t scratch[MAX_PATH] = {};
+    if (GetTempFileNameW(folder.c_str(), kAsidePrefix, 0, scratch) == 0) return PRO_TK_CANT_WRITE;
+    ProError status = FileWrite(scratch, content);
+    if (!Failed(status)) status = FileMove(scratch, path);
+    if (Failed(status)) FileDelete(scratch);
+    return status;
 }
 
 ProError FileRead(const std::wstring& path, std::size_t limit, std::string& content) {

@@ -17,6 +17,10 @@ namespace kv {
 // Writes the content, in place of any earlier file. PRO_TK_CANT_WRITE.
 [[nodiscard]] ProError FileWrite(const std::wstring& path, std::string_view content);
 
+// Writes the content to a new file in the same folder and moves it into place: an earlier file stays as it is
+// until the new one is whole, and nothing is left of one that fails. PRO_TK_CANT_WRITE.
+[[nodiscard]] ProError FileReplace(const std::wstring& path, std::string_view content);
+
 // Reads a file of at most `limit` bytes. PRO_TK_CANT_OPEN; PRO_TK_LINE_TOO_LONG for a longer file.
 [[nodiscard]] ProError FileRead(const std::wstring& path, std::size_t limit, std::string& content);
 

@@ -33,7 +33,6 @@ static constexpr std::wstring_view kStampForm = L"00000000-000000-000";
 static std::wstring TimeStamp();
 static std::wstring_view StampOf(std::wstring_view name);
 static void DeleteOldFiles(const std::wstring& folder);
-static std::string Utf8(std::wstring_view text);
 
 ProError RunFolderGet(const wchar_t* folder, std::wstring& path) {
     wchar_t root[MAX_PATH] = {};
@@ -104,7 +103,7 @@ ProError RunFile::Create(const wchar_t* folder, const char* command) {
 }
 
 ProError RunFile::RowWrite(std::span<const std::wstring> cells) {
-    return BytesWrite(Utf8(CsvLine(cells)));
+    return BytesWrite(Utf8Text(CsvLine(cells)));
 }
 
 ProError RunFile::Flush() {
@@ -114,7 +113,7 @@ ProError RunFile::Flush() {
 ProError RunFile::RowReserve(std::span<const std::wstring> cells, std::size_t width) {
     std::wstring line = CsvLine(cells);
     line.replace(line.size() - kLineEnd.size(), kLineEnd.size(), L",");
-    const std::string start = Utf8(line);
+    const std::string start = Utf8Text(line);
     ProError status = BytesWrite(start);
     LARGE_INTEGER here = {};
     if (!Failed(status) && !SetFilePointerEx(file_, {}, &here, FILE_CURRENT)) status = PRO_TK_CANT_WRITE;
@@ -125,7 +124,7 @@ ProError RunFile::RowReserve(std::span<const std::wstring> cells, std::size_t wi
 }
 
 ProError RunFile::ReservedWrite(const std::wstring& text) {
-    const std::string bytes = Utf8(text);
+    const std::string bytes = Utf8Text(text);
     if (bytes.size() != text.size() || bytes.size() > reservedWidth_) return PRO_TK_CANT_WRITE;
     LARGE_INTEGER place = {};
     place.QuadPart = reservedAt_;
@@ -180,16 +179,6 @@ static std::wstring_view StampOf(std::wstring_view name) {
 static void DeleteOldFiles(const std::wstring& folder) {
     std::vector<std::wstring> names = FileNamesIn(folder, L"*.csv");
     for (const std::wstring& name : RunFilesToDelete(std::move(names), kKeptFiles)) FileDelete(folder + name);
-}
-
-// What has no place in UTF-8, half a surrogate pair, becomes the replacement character.
-static std::string Utf8(std::wstring_view text) {
-    if (text.empty()) return {};
-    const int length = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(std::max(size, 0)), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
-    return bytes;
 }
 
 }  // namespace kv

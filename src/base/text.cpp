@@ -85,4 +85,13 @@ ProError DecodeFile(std::string_view bytes, std::wstring& text) {
     return PRO_TK_NO_ERROR;
 }
 
+std::string Utf8Text(std::wstring_view text) {
+    if (text.empty()) return {};
+    const int length = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(std::max(size, 0)), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
+    return bytes;
+}
+
 }  // namespace kv

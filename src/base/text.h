@@ -51,6 +51,9 @@ std::wstring WideName(std::string_view name);
 // substitute is ever written.
 [[nodiscard]] ProError EncodeText(std::wstring_view text, CodePage page, std::string& bytes);
 
+// Text as UTF-8; half a surrogate pair, which has no place in it, becomes the replacement character.
+std::string Utf8Text(std::wstring_view text);
+
 // The text that bytes of a code page stand for. PRO_TK_NOT_VALID for bytes that are no text in it.
 [[nodiscard]] ProError DecodeText(std::string_view bytes, CodePage page, std::wstring& text);
 

@@ -9,6 +9,13 @@
 
 namespace kv {
 
+// What one walk met below an assembly: all that both lists are made of.
+struct BomSource {
+    std::vector<NamedModel> models;   // the assembly itself last
+    std::vector<PlacedModel> placed;  // in the order of the walk
+    LeftCounts left = {};
+};
+
 // One item of a list. Skeleton models are still among them.
 struct BomItem {
     unsigned int model;  // index
@@ -18,18 +25,17 @@ struct BomItem {
 
 struct BomList {
     BomForm form = BomForm::Summed;
-    std::size_t placements = 0;  // below the assembly
-    std::vector<NamedModel> models;
     std::vector<BomNode> tree;  // of the level list
     std::vector<BomItem> items;
 };
 
-// Each distinct model below the assembly with its number on all levels, in the order of first meeting.
 // Errors: those of ModelWalk.
-[[nodiscard]] ProError SummedBomGet(ProMdl assembly, BomList& list);
+[[nodiscard]] ProError BomSourceGet(ProMdl assembly, BomSource& source);
+
+// Each distinct model below the assembly with its number on all levels, in the order of first meeting.
+BomList SummedBom(const BomSource& source);
 
 // The assembly and what is below it down to level `deepest`, each item with its number under its parent.
-// Errors: those of ModelWalk.
-[[nodiscard]] ProError LevelBomGet(ProMdl assembly, int deepest, BomList& list);
+BomList LevelBom(const BomSource& source, int deepest);
 
 }  // namespace kv

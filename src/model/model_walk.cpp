@@ -34,8 +34,9 @@ struct KnownModel {
     bool gathered = false;   // the entries from `first` to `last` are all there is below it
     std::size_t first = 0;
     std::size_t last = 0;
-    int level = 0;   // of the entries directly below it, at that visit
-    int levels = 0;  // how many levels there are below it
+    int level = 0;         // of the entries directly below it, at that visit
+    int levels = 0;        // how many levels there are below it
+    LeftCounts left = {};  // passed over below it
 };
 
 struct Walk {
@@ -45,15 +46,17 @@ struct Walk {
     std::vector<PlacedModel> models;
     std::vector<DistinctModel> distinct;
     std::unordered_map<ProMdl, KnownModel> known;
-    int level = 0;     // of the components being visited
-    int deepest = 0;   // deepest level met below the assembly being visited
+    int level = 0;    // of the components being visited
+    int deepest = 0;  // deepest level met below the assembly being visited
+    LeftCounts left = {};
     bool cut = false;  // something below the assembly being visited was left out because of its path
 };
 
 static ProError WalkFrom(ProMdl top, WalkVariant variant, FeatureList features, WalkResult& result);
 static ProError ComponentFilter(ProFeature* feature, ProAppData data);
 static ProError OnComponent(ProFeature* feature, ProError status, ProAppData data);
-static bool IsActiveAndVisible(ProFeature* component);
+static bool IsActiveAndVisible(Walk& walk, ProFeature* component);
+static bool LeaveOut(Walk& walk, LeftReason reason);
 static KnownModel& KnownModelOf(Walk& walk, ProMdl model);
 static bool IsKept(WalkVariant variant, ProMdl model, ProMdlType type);
 static ProError Descend(Walk& walk, ProMdl assembly, KnownModel& known);
@@ -79,6 +82,7 @@ static ProError WalkFrom(ProMdl top, WalkVariant variant, FeatureList features, 
 
     result.models = std::move(walk.models);
     result.distinct = std::move(walk.distinct);
+    result.left = walk.left;
     return PRO_TK_NO_ERROR;
 }
 
@@ -100,19 +104,23 @@ void AddDistinct(std::vector<ProMdl>& models, ProMdl model) {
 }
 
 // Asks for the type first: most features of an assembly that are no components are known by it alone.
-static ProError ComponentFilter(ProFeature* feature, ProAppData) {
+static ProError ComponentFilter(ProFeature* feature, ProAppData data) {
     ProFeattype type = 0;
     if (Failed(ProFeatureTypeGet(feature, &type)) || type != PRO_FEAT_COMPONENT) return PRO_TK_CONTINUE;
     unsigned int flags = 0;
-    if (Failed(ProFeatureStatusflagsGet(feature, &flags)) || flags == kRejectedFlags) return PRO_TK_CONTINUE;
-    return PRO_TK_NO_ERROR;
+    if (!Failed(ProFeatureStatusflagsGet(feature, &flags)) && flags != kRejectedFlags) return PRO_TK_NO_ERROR;
+    LeaveOut(*static_cast<Walk*>(data), LeftReason::Inactive);
+    return PRO_TK_CONTINUE;
 }
 
 static ProError OnComponent(ProFeature* feature, ProError, ProAppData data) {
     Walk& walk = *static_cast<Walk*>(data);
-    if (!IsActiveAndVisible(feature)) return PRO_TK_NO_ERROR;
+    if (!IsActiveAndVisible(walk, feature)) return PRO_TK_NO_ERROR;
     ProMdl model = nullptr;
-    if (Failed(ProAsmcompMdlGet(feature, &model))) return PRO_TK_CONTINUE;
+    if (Failed(ProAsmcompMdlGet(feature, &model))) {
+        LeaveOut(walk, LeftReason::Missing);
+        return PRO_TK_CONTINUE;
+    }
 
     KnownModel& known = KnownModelOf(walk, model);
     walk.deepest = std::max(walk.deepest, walk.level);
@@ -125,11 +133,21 @@ static ProError OnComponent(ProFeature* feature, ProError, ProAppData data) {
     return goesOn ? Descend(walk, model, known) : PRO_TK_NO_ERROR;
 }
 
-static bool IsActiveAndVisible(ProFeature* component) {
+static bool IsActiveAndVisible(Walk& walk, ProFeature* component) {
     ProFeatStatus status = PRO_FEAT_INVALID;
+    if (Failed(ProFeatureStatusGet(component, &status))) return LeaveOut(walk, LeftReason::Inactive);
+    const bool isSuppressed = status >= PRO_FEAT_FAMTAB_SUPPRESSED && status <= PRO_FEAT_SUPPRESSED;
+    if (isSuppressed) return LeaveOut(walk, LeftReason::Suppressed);
+    if (status != PRO_FEAT_ACTIVE) return LeaveOut(walk, LeftReason::Inactive);
     ProBoolean visible = PRO_B_FALSE;
-    return !Failed(ProFeatureStatusGet(component, &status)) && status == PRO_FEAT_ACTIVE &&
-           !Failed(ProFeatureVisibilityGet(component, &visible)) && visible == PRO_B_TRUE;
+    const bool isVisible = !Failed(ProFeatureVisibilityGet(component, &visible)) && visible == PRO_B_TRUE;
+    return isVisible || LeaveOut(walk, LeftReason::Internal);
+}
+
+// Counts a component that is passed over; false, for the caller's answer.
+static bool LeaveOut(Walk& walk, LeftReason reason) {
+    ++walk.left[static_cast<std::size_t>(reason)];
+    return false;
 }
 
 static KnownModel& KnownModelOf(Walk& walk, ProMdl model) {
@@ -165,10 +183,12 @@ static ProError Descend(Walk& walk, ProMdl assembly, KnownModel& known) {
 
     const int deepestAround = std::exchange(walk.deepest, walk.level);
     const bool cutAround = std::exchange(walk.cut, false);
+    const LeftCounts leftAround = walk.left;
     const ProError status = VisitLevel(walk, assembly, known);
     // What was cut for the sake of this path may be whole on another.
     known.gathered = !Failed(status) && !walk.cut;
     known.levels = walk.deepest - walk.level;
+    for (std::size_t i = 0; i < kLeftReasons; ++i) known.left[i] = walk.left[i] - leftAround[i];
     walk.deepest = std::max(walk.deepest, deepestAround);
     walk.cut = walk.cut || cutAround;
     return status == PRO_TK_OUT_OF_MEMORY ? status : PRO_TK_NO_ERROR;
@@ -203,6 +223,7 @@ static void RepeatGathered(Walk& walk, const KnownModel& known) {
         walk.models[place + i] = placed;
     }
     walk.deepest = std::max(walk.deepest, walk.level + known.levels);
+    for (std::size_t i = 0; i < kLeftReasons; ++i) walk.left[i] += known.left[i];
 }
 
 }  // namespace kv

@@ -4,6 +4,8 @@
 // component stands before what is below it. The top model itself is never among them.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <vector>
 
 #include <ProAsmcomp.h>
@@ -30,6 +32,18 @@ struct PlacedModel {
     unsigned int index;  // of the model among the distinct ones
 };
 
+// Why a walk passes over a component.
+enum class LeftReason {
+    Suppressed,  // by the user, a family table, a program or a simplified representation
+    Inactive,    // in another state than active, or marked by the host as not to be visited
+    Internal,    // the host keeps it from its user
+    Missing,     // its model cannot be had; what follows it in its assembly is passed over without being seen
+};
+inline constexpr std::size_t kLeftReasons = 4;
+
+// How many components were passed over, by reason, one for each placement.
+using LeftCounts = std::array<std::size_t, kLeftReasons>;
+
 struct DistinctModel {
     ProMdl model;
     ProMdlType type;
@@ -42,6 +56,7 @@ struct WalkResult {
     HostArray<ProAsmcomp> components;
     // The different models among them, in the order of first meeting.
     std::vector<DistinctModel> distinct;
+    LeftCounts left = {};
 };
 
 // Whether a walk lists the component features: few need them, and they take more room than all the rest.

@@ -2,6 +2,7 @@
 
 #include "model/parameter.h"
 
+#include "base/host_callback.h"
 #include "base/status.h"
 #include "base/text.h"
 
@@ -58,6 +59,20 @@ ProError ParameterFind(ProMdl model, const std::wstring& name, ProParameter& par
     ProError status = CopyText(name, key);
     if (!Failed(status)) status = ProMdlToModelitem(model, &owner);
     return Failed(status) ? status : ProParameterInit(&owner, key, &parameter);
+}
+
+static ProError OnParameter(ProParameter* parameter, ProError, ProAppData data) {
+    static_cast<std::vector<std::wstring>*>(data)->emplace_back(parameter->id);
+    return PRO_TK_NO_ERROR;
+}
+
+ProError ParameterNamesGet(ProMdl model, std::vector<std::wstring>& names) {
+    names.clear();
+    ProModelitem owner = {};
+    ProError status = ProMdlToModelitem(model, &owner);
+    if (Failed(status)) return status;
+    status = ProParameterVisit(&owner, nullptr, HostCallback<OnParameter>, &names);
+    return status == PRO_TK_E_NOT_FOUND ? PRO_TK_NO_ERROR : status;
 }
 
 }  // namespace kv

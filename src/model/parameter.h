@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <ProMdl.h>
 #include <ProParameter.h>
@@ -33,5 +34,9 @@ namespace kv {
 
 // Errors: those of ProParameterInit, PRO_TK_E_NOT_FOUND for none of this name, and of ProParameterDelete.
 [[nodiscard]] ProError ParameterDelete(ProMdl model, const std::wstring& name);
+
+// Names of a model's parameters, in the host's order; none is no failure. Errors: those of ProMdlToModelitem
+// and ProParameterVisit.
+[[nodiscard]] ProError ParameterNamesGet(ProMdl model, std::vector<std::wstring>& names);
 
 }  // namespace kv

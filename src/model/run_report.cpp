@@ -12,6 +12,7 @@
 #include "base/csv.h"
 #include "base/host_callback.h"
 #include "base/host_version.h"
+#include "base/local_time.h"
 #include "base/status.h"
 #include "base/text.h"
 #include "model/run_reasons.h"
@@ -23,7 +24,6 @@ static constexpr std::size_t kDurationWidth = 12;
 using HeadRow = std::array<std::wstring, 2>;
 using EntryRow = std::array<std::wstring, 6>;
 
-static std::wstring LocalTimeText();
 static std::wstring WorkingDirectoryText();
 static const wchar_t* ResultText(const RunEntry& entry);
 
@@ -54,15 +54,6 @@ void RunReport::Add(const RunEntry& entry) {
     (void)file_.RowWrite(EntryRow{HarmlessCell(entry.model), entry.step, ResultText(entry),
                                   Failed(entry.status) ? ReasonText(entry) : entry.note,
                                   HarmlessCell(entry.file), entry.replaced ? L"是" : L""});
-}
-
-static std::wstring LocalTimeText() {
-    SYSTEMTIME now = {};
-    GetLocalTime(&now);
-    std::array<wchar_t, 32> text = {};
-    std::swprintf(text.data(), text.size(), L"%04u-%02u-%02u %02u:%02u:%02u.%03u", now.wYear, now.wMonth,
-                  now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
-    return text.data();
 }
 
 static std::wstring WorkingDirectoryText() {

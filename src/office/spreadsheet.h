@@ -10,6 +10,11 @@ namespace kv {
 
 // Columns are addressed by one letter, A to Z.
 inline constexpr std::size_t kMaxSheetColumns = 26;
+// Rows of a worksheet, the title's and the column titles' among them.
+inline constexpr std::size_t kMaxSheetRows = 1048576;
+
+// Whether a worksheet has room for a table of so many rows.
+constexpr bool RowsFitSheet(std::size_t rows) { return rows + 2 <= kMaxSheetRows; }
 
 struct SheetCell {
     std::wstring text;    // stays text, whatever it looks like

@@ -43,7 +43,6 @@ static constexpr char kUtf8Mark[] = "\xEF\xBB\xBF";
 static std::vector<std::vector<std::wstring>> CellsOf(std::span<const ShownRow> shown,
                                                       std::span<const RenameRow> rows);
 static std::wstring WorkbookChoose(const std::wstring& title);
-static bool FileWriteSafely(const std::wstring& path, std::string_view content);
 static bool RowsTake(std::span<const std::vector<std::wstring>> cells, std::vector<LoadedRow>& rows);
 
 void TableToWorkbook(const std::wstring& top, std::span<const ShownRow> shown,
@@ -86,7 +85,7 @@ void TableToCsv(const std::wstring& top, std::span<const ShownRow> shown, std::s
     }
     std::string bytes;
     const bool encoded = !Failed(EncodeText(text, CodePage::Utf8, bytes));
-    if (encoded && FileWriteSafely(path, kUtf8Mark + bytes))
+    if (encoded && !Failed(FileReplace(path, kUtf8Mark + bytes)))
         DisplayMessage(kTold, (kWritten + path).c_str());
     else
         ShowMessage(kNotWritten);
@@ -115,17 +114,6 @@ static std::wstring WorkbookChoose(const std::wstring& title) {
     if (!Failed(status))
         status = ProFileMdlnameSave(label, filter, nullptr, nullptr, nullptr, proposed, path);
     return Failed(status) ? std::wstring() : WithExtension(path, kWorkbookExtension);
-}
-
-// The earlier file gets its place back when the new one is not whole.
-static bool FileWriteSafely(const std::wstring& path, std::string_view content) {
-    const std::wstring earlier = FileSetAside(path);
-    const bool written = !Failed(FileWrite(path, content));
-    if (written)
-        FileDelete(earlier);
-    else
-        FileBringBack(earlier, path);
-    return written;
 }
 
 bool TableFromWorkbook(std::vector<LoadedRow>& rows) {

@@ -183,6 +183,8 @@ static ProError AttachAction(char* dialog, const DialogAction& action, ProAppDat
             return ProUITableActivateActionSet(dialog, component, action.run, data);
         case DialogEvent::RowArmed:
             return ProUITableArmActionSet(dialog, component, action.run, data);
+        case DialogEvent::TitleClicked:
+            return ProUITableColumnselectActionSet(dialog, component, action.run, data);
         case DialogEvent::AreaShown:
             return ProUIDrawingareaPostmanagenotifyActionSet(dialog, component, action.run, data);
         case DialogEvent::ButtonPressed:

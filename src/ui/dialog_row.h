@@ -20,7 +20,7 @@
 namespace kv {
 
 // What has to happen at a component to run its action.
-enum class DialogEvent { ButtonPressed, RadioChosen, RowActivated, RowArmed, AreaShown };
+enum class DialogEvent { ButtonPressed, RadioChosen, RowActivated, RowArmed, TitleClicked, AreaShown };
 
 // The host's form of an action. Being noexcept is part of the type, so that only a callback that cannot throw
 // into the host fits into a row.
@@ -119,6 +119,12 @@ RowFor<Function> Activated(const char* table) {
 template <auto Function>
 RowFor<Function> Armed(const char* table) {
     return {{table, DialogEvent::RowArmed, DialogCallback<Function>}};
+}
+
+// when the title of one of the table's columns is clicked,
+template <auto Function>
+RowFor<Function> TitleClicks(const char* table) {
+    return {{table, DialogEvent::TitleClicked, DialogCallback<Function>}};
 }
 
 // when the drawing area is on the screen.

@@ -96,11 +96,15 @@ ProError TableRowsClear(TableName table) {
 }
 
 ProError TableRowsNumber(TableName table, std::size_t count) {
-    if (count == 0) return PRO_TK_NO_ERROR;
     TableNames numbers(count);
     for (std::size_t i = 0; i < count; ++i) numbers[i] = std::to_string(i + 1);
+    return TableRowsInsert(table, numbers);
+}
+
+ProError TableRowsInsert(TableName table, const TableNames& rows) {
+    if (rows.empty()) return PRO_TK_NO_ERROR;
     return ProUITableRowsInsert(HostName(table.dialog), HostName(table.component), nullptr,
-                                static_cast<int>(count), Pointers(numbers).data());
+                                static_cast<int>(rows.size()), Pointers(rows).data());
 }
 
 std::wstring CellText(TableName table, const std::string& row, const std::string& column) {
@@ -137,6 +141,21 @@ ProError TableSelectionAllow(TableName table) {
     if (Failed(status)) return status;
     return ProUITableColumnselectionpolicySet(HostName(table.dialog), HostName(table.component),
                                               PROUISELPOLICY_MULTIPLE);
+}
+
+void TableTitlesClickable(TableName table) {
+    ProUITableColumnselectionpolicySet(HostName(table.dialog), HostName(table.component),
+                                       PROUISELPOLICY_SINGLE);
+}
+
+std::string ClickedColumn(TableName table) {
+    HostNames columns;
+    const ProError status = columns.Received(ProUITableSelectedcolumnnamesGet(
+        HostName(table.dialog), HostName(table.component), columns.ReceiveCount(), columns.ReceiveNames()));
+    if (Failed(status)) return {};
+    char* none = nullptr;
+    ProUITableSelectedcolumnnamesSet(HostName(table.dialog), HostName(table.component), 0, &none);
+    return columns.First();
 }
 
 ProError TableSingleSelection(TableName table) {
@@ -197,6 +216,11 @@ ProError SelectedRowsGet(TableName table, TableNames& rows) {
 std::string SelectedRow(TableName table) {
     TableNames rows;
     return Failed(SelectedRowsGet(table, rows)) || rows.empty() ? std::string() : rows.front();
+}
+
+ProError TableCellSelect(TableName table, const std::string& row, const std::string& column) {
+    const TableNames cell = {row, column};
+    return ForNames(ProUITableSelectednamesSet, table, cell);
 }
 
 void TableRowsSelect(TableName table, const TableNames& rows) {

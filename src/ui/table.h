@@ -47,6 +47,9 @@ using TableColor = int;
 // Deletes all rows; none is no failure. Errors: those of the host's two calls.
 [[nodiscard]] ProError TableRowsClear(TableName table);
 
+// Gives an empty table these rows, in one host call. None is no failure. Errors: those of
+// ProUITableRowsInsert.
+[[nodiscard]] ProError TableRowsInsert(TableName table, const TableNames& rows);
 // Gives an empty table `count` rows named "1", "2" and so on, in one host call. Errors: those of
 // ProUITableRowsInsert.
 [[nodiscard]] ProError TableRowsNumber(TableName table, std::size_t count);
@@ -63,6 +66,12 @@ void CellColorSet(TableName table, const std::string& row, const std::string& co
 // Lets the user select any number of cells, and whole columns by their titles. Errors: those of the host's
 // two calls.
 [[nodiscard]] ProError TableSelectionAllow(TableName table);
+
+// Lets the user select a column by a click on its title. A host that refuses leaves the titles dead.
+void TableTitlesClickable(TableName table);
+// The column that the user has selected, which is not selected any more: the next click on the same title is
+// to count as well. Empty for none.
+std::string ClickedColumn(TableName table);
 
 // Lets the user select one row at a time. Errors: those of ProUITableSelectionpolicySet.
 [[nodiscard]] ProError TableSingleSelection(TableName table);
@@ -89,6 +98,9 @@ void TableReturnActivates(TableName table);
 [[nodiscard]] ProError SelectedRowsGet(TableName table, TableNames& rows);
 // The first of them; empty without one.
 std::string SelectedRow(TableName table);
+
+// Selects one cell and nothing else. Errors: those of ProUITableSelectednamesSet.
+[[nodiscard]] ProError TableCellSelect(TableName table, const std::string& row, const std::string& column);
 
 void TableRowsSelect(TableName table, const TableNames& rows);
 void TableRowsDeselect(TableName table, const TableNames& rows);

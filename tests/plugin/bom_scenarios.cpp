@@ -1,6 +1,7 @@
 // The bill of materials.
 
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -84,12 +85,66 @@ static void ExpectWholeWorkbook(SimHost& host, const Texts& shown) {
         EXPECT_EQ(sheet->Value(static_cast<int>(i / 3) + 3, static_cast<int>(i % 3) + 1).text, shown[i]);
 }
 
+// Sorting, filtering and other columns.
+static void ArrangeViews(SimHost& host) {
+    ArrangeBom(host);
+    host.OnDialog("KvBom", [&host](SimDialog& dialog) {
+        host.OnDialog("KvBomColumns", [](SimDialog& choice) {
+            if (choice.Rows("column_list").size() > 1) choice.DoubleClick("column_list", "2", "title");
+            choice.Press("KvColumnUp").Press("KvColumnCopy").Press("ApplyBt");
+        });
+        dialog.Type("BomFilter", L"B").Press("KvFilterBom").Press("KvColumnsBom");
+        // The choice does not open for a list that could not be loaded.
+        host.ForgetAnswers();
+        dialog.ClickTitle("bom_list", "num").ClickTitle("bom_list", "num").Press("Close");
+    });
+}
+
+// Files in place of earlier ones, and the comparison with a file that was there before.
+static constexpr char kEarlierCsv[] = "\xEF\xBB\xBF序号,MAT,模型名称,类型\r\n1,iron,BOLT,零件\r\n";
+
+static void ArrangeFiles(SimHost& host) {
+    ArrangeBom(host);
+    const fs::path folder = MakeFolder(host, "lists");
+    WriteBytes(folder / "old.csv", kEarlierCsv);
+    for (const char* name : {"new.csv", "new.html"}) WriteBytes(folder / name, "earlier");
+    host.OnDialog("KvBom", [&host, folder](SimDialog& dialog) {
+        if (!dialog.Rows("bom_list").empty()) {
+            // A list whose model has no name any more is not written, and asks for no file.
+            const auto press = [&](const char* file, const char* button) {
+                host.AnswerFile((folder / file).wstring());
+                dialog.Press(button);
+                host.ForgetAnswers();
+            };
+            press("new.csv", "KvExportCsv");
+            press("new.html", "KvExportPage");
+            host.OnDialog("KvBomCompare", [](SimDialog& changes) { changes.Press("Close"); });
+            press("old.csv", "KvCompareBom");
+        }
+        dialog.Press("Close");
+    });
+}
+
+// Each file is the earlier one or a whole new one, and nothing else is left beside them.
+static void ExpectWholeFiles(SimHost& host) {
+    const fs::path folder = host.WorkingDirectory() / "lists";
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 3);
+    EXPECT_EQ(ReadBytes(folder / "old.csv"), kEarlierCsv);
+    const std::string csv = ReadBytes(folder / "new.csv");
+    EXPECT_TRUE(csv == "earlier" || (csv.starts_with("\xEF\xBB\xBF") && csv.ends_with("\r\n"))) << csv;
+    const std::string page = ReadBytes(folder / "new.html");
+    EXPECT_TRUE(page == "earlier" || page.ends_with("</body>\n</html>\n"));
+    ExpectNothingChanged(host);
+}
+
 std::vector<Scenario> BomScenarios() {
     const auto shown = std::make_shared<Texts>();
     const auto isWhole = [shown](SimHost& host) { ExpectWholeWorkbook(host, *shown); };
     return {
         CommandScenario("KvBom", ArrangeLists, ExpectNothingChanged, "Lists"),
         CommandScenario("KvBom", ArrangeWorkbook(shown), isWhole, "Export"),
+        CommandScenario("KvBom", ArrangeViews, ExpectNothingChanged, "Views"),
+        CommandScenario("KvBom", ArrangeFiles, ExpectWholeFiles, "Files"),
     };
 }
 

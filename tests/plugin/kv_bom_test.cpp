@@ -36,6 +36,7 @@ constexpr wchar_t kNoAssembly[] = L"此功能仅组件/制造环境可用！";
 constexpr wchar_t kLocked[] = L"文件已在excel打开，请关闭后重试";
 constexpr wchar_t kTooManyColumns[] = L"bom表格列数不得大于26列";
 constexpr wchar_t kNoApplication[] = L"创建Excel失败";
+constexpr wchar_t kOffer[] = L"是否改为导出CSV文件？";
 
 void SetTitles(const std::wstring& summed, const std::wstring& levels = L"") {
     test::WriteSettings(L"KvBom.ini", L"[tableCols_sum]\r\ncontent=" + summed +
@@ -390,11 +391,13 @@ TEST_F(KvBomExport, RefusesWithTheReasonAndKeepsAnEarlierWorkbook) {
 
     SetTitles(L"模型名称");
     host.Spreadsheet().Remove();
-    expectRefused({kNoApplication});
-    EXPECT_EQ(host.Boxes().back().flags & MB_ICONMASK, static_cast<unsigned>(MB_ICONEXCLAMATION));
+    host.AnswerBox(IDNO);
+    expectRefused({kNoApplication, kOffer});
+    EXPECT_EQ(host.Boxes().front().flags & MB_ICONMASK, static_cast<unsigned>(MB_ICONEXCLAMATION));
     host.Spreadsheet().Install();
     host.Spreadsheet().Server().RefuseCreation(CO_E_SERVER_EXEC_FAILURE);
-    expectRefused({kNoApplication});
+    host.AnswerBox(IDNO);
+    expectRefused({kNoApplication, kOffer});
     host.Spreadsheet().Server().Reset();
     host.Spreadsheet().Server().RefuseCreation(S_OK);
 

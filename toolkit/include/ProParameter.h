@@ -41,6 +41,13 @@ ProError ProParameterValueWithUnitsSet(ProParameter* param, ProParamvalue* prova
 // for a parameter without units. E_NOT_FOUND; BAD_INPUTS; GENERAL_ERROR.
 ProError ProParameterValueWithUnitsGet(ProParameter* param, ProParamvalue* proval, ProUnititem* units);
 
+// Visits the parameters of an owner; the filter comes first, and a parameter for which it answers CONTINUE is
+// passed over. E_NOT_FOUND for an owner without any; BAD_CONTEXT; BAD_INPUTS; else what the action answered.
+typedef ProError (*ProParameterAction)(ProParameter* handle, ProError status, ProAppData data);
+typedef ProError (*ProParameterFilter)(ProParameter* handle, ProAppData data);
+ProError ProParameterVisit(ProModelitem* owner, ProParameterFilter filter, ProParameterAction action,
+                           ProAppData data);
+
 // Deletes the parameter. CANT_MODIFY; E_NOT_FOUND for a lost owner; GENERAL_ERROR.
 ProError ProParameterDelete(ProParameter* param);
 

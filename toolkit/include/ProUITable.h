@@ -73,6 +73,13 @@ ProError ProUITableColumnselectionpolicySet(char* dialog, char* component, ProUI
 // Replaces the selection by the cells in `values`, pairs as above.
 ProError ProUITableSelectednamesSet(char* dialog, char* component, int count, char** values);
 
+// Sets the action that runs when the user selects a column by its title.
+ProError ProUITableColumnselectActionSet(char* dialog, char* component, ProUIAction callback,
+                                         ProAppData data);
+// Gives the names of the selected columns; free them with ProStringarrayFree. Set replaces them.
+ProError ProUITableSelectedcolumnnamesGet(char* dialog, char* component, int* count, char*** values);
+ProError ProUITableSelectedcolumnnamesSet(char* dialog, char* component, int count, char** values);
+
 // Gives the names of the selected rows; free them with ProStringarrayFree.
 ProError ProUITableSelectedrownamesGet(char* dialog, char* component, int* count, char*** values);
 
