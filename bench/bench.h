@@ -62,5 +62,6 @@ void BenchScales();
 void BenchAssembly();
 void BenchRename();
 void BenchDisplay();
+void BenchImport();
 
 }  // namespace bench
