@@ -63,5 +63,6 @@ void BenchFormats();
 void BenchAssembly();
 void BenchRename();
 void BenchDisplay();
+void BenchImport();
 
 }  // namespace bench

@@ -24,6 +24,7 @@ constexpr Benchmark kBenchmarks[] = {
     {"assembly", bench::BenchAssembly},
     {"rename", bench::BenchRename},
     {"display", bench::BenchDisplay},
+    {"import", bench::BenchImport},
 };
 // clang-format on
 

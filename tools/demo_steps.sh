@@ -408,6 +408,18 @@ print "$work/shown"
 start show roller_conveyor --workspace roller_conveyor --levels 0
 grep -q 'LARGE_PARTS  leaves out' "$work/out" || fail "there is no representation"
 
+headline "A workspace made of another program's STEP file, and how often each model is placed in it"
+hostsim import import/hand_pump.stp --workspace hand_pump
+print
+printf '\n'
+hostsim show hand_pump --workspace hand_pump
+print
+[ "$(grep -c 'ISO_4762_M8X20' "$work/out")" = 4 ] || fail "the screw is not placed four times"
+printf '\n'
+hostsim --plugin plugin run KvMdlCount --workspace hand_pump --model hand_pump --save
+grep -q '^saved  *ISO_4762_M8X20.PRT' "$work/out" || fail "the screw has no quantity"
+print
+
 headline "What a command costs: host calls by function, time and memory"
 hostsim --plugin plugin run KvParams --workspace roller_conveyor --model roller_conveyor \
     --user scripts/update_project_number.user --profile

@@ -26,6 +26,9 @@ struct ModelFile {
     int version;  // 0: the name carries none
 };
 
+// A greater one has no place in a file name.
+inline constexpr int kLastVersion = 999'999'999;
+
 // "prt" for a part, and so on.
 std::wstring_view ExtensionOf(ModelKind kind);
 // The kind that has this extension, in any letter case.

@@ -32,13 +32,16 @@ struct ModelFileContent {
     std::vector<ModelTie> ties;  // not yet tied
 };
 
-// Reads a model of this kind. Its name is `name`, in the letter case of the file's own name entry when the
-// two agree. Throws ModelFileError; unknown keys and wrong types are errors.
+// Reads a model of this kind. Its name is `name`, in the letter case of the file's own name entry. Throws
+// ModelFileError; unknown keys, wrong types and another name are errors.
 ModelFileContent ReadModelFile(const std::filesystem::path& file, std::wstring_view name, ModelKind kind);
 
 // Ties the model to what its file names; `other` is null when that cannot be had. A component then becomes a
 // suppressed feature without a model, and the file's entry is kept for the next save.
 void TieModels(SimModel& model, const ModelTie& tie, SimModel* other);
+
+// Where in its file the model names the other one: "/features/2/model".
+std::string PlaceOf(const ModelTie& tie);
 
 // The file's text. Throws ModelFileError for a model that no file can hold.
 std::string ModelFileText(const SimModel& model);

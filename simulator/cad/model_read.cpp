@@ -96,7 +96,8 @@ public:
                 static_cast<int>(node.Integer(1, static_cast<long long>(model_.sheets_.size())));
         });
         root.Optional("models", [&](const Node& node) {
-            node.ForEach([&](const Node& entry) { AddTie(ModelTie::Role::kShownModel, 0, entry); });
+            std::size_t position = 0;
+            node.ForEach([&](const Node& entry) { AddTie(ModelTie::Role::kShownModel, position++, entry); });
         });
         root.Optional("modelScales", [&](const Node& node) { ReadList(node, &ModelReader::ReadModelScale); });
         root.Optional("views", [&](const Node& node) { ReadList(node, &ModelReader::ReadView); });
@@ -525,10 +526,11 @@ ModelFileContent ReadModelFile(const fs::path& file, std::wstring_view name, Mod
         if (format.Text() != kFormat) format.Fail("\"" + std::string(kFormat) + "\"");
     });
     root.Required("version", [](const Node& version) { version.Integer(kFormatVersion, kFormatVersion); });
-    std::wstring modelName = UpperName(name);
+    std::wstring modelName;
     root.Required("name", [&](const Node& text) {
-        std::wstring own = Wide(text.Text());
-        if (UpperName(own) == modelName) modelName = std::move(own);
+        modelName = Wide(text.Text());
+        if (UpperName(modelName) != UpperName(name))
+            text.Fail("\"" + Utf8(UpperName(name)) + "\", as the file is called");
     });
     root.Required("kind", [&](const Node& word) {
         if (word.OneOf(kKinds) != kind)
@@ -542,6 +544,27 @@ ModelFileContent ReadModelFile(const fs::path& file, std::wstring_view name, Mod
     ModelReader(content).Read(root);
     root.Close();
     return content;
+}
+
+std::string PlaceOf(const ModelTie& tie) {
+    const std::string position = std::to_string(tie.position);
+    switch (tie.role) {
+        case ModelTie::Role::kComponent:
+            return "/features/" + position + "/model";
+        case ModelTie::Role::kReference:
+            return "/features/" + position + "/reference";
+        case ModelTie::Role::kView:
+            return "/views/" + position + "/model";
+        case ModelTie::Role::kModelScale:
+            return "/modelScales/" + position + "/model";
+        case ModelTie::Role::kShownModel:
+            return "/models/" + position;
+        case ModelTie::Role::kMfgAssembly:
+            return "/assembly";
+        case ModelTie::Role::kGeneric:
+            break;
+    }
+    return "/generic";
 }
 
 void TieModels(SimModel& model, const ModelTie& tie, SimModel* other) {

@@ -52,6 +52,11 @@ ModelFile NextFile(const SimModel& model, FolderIndex& index, const fs::path& fo
 
 }  // namespace
 
+// The host does not look for what a suppressed component names.
+static bool IsNeeded(const SimModel& model, const ModelTie& tie) {
+    return tie.role != ModelTie::Role::kComponent || model.Features()[tie.position].status == kFeatureActive;
+}
+
 // A model that is read but not yet tied to the models it names.
 struct ModelStore::Pending {
     SimModel* model;
@@ -178,16 +183,30 @@ ProError ModelStore::LoadTree(const ModelFile& file, SimModel*& model) {
     while (!pending.empty()) {
         const Pending next = std::move(pending.back());
         pending.pop_back();
-        for (const ModelTie& tie : next.ties)
-            TieModels(*next.model, tie, FindOrLoad(tie.name, tie.kind, next.model->directory, pending));
+        for (const ModelTie& tie : next.ties) {
+            SimModel* other = FindOrLoad(tie.name, tie.kind, next.model->directory, pending);
+            if (other == nullptr && IsNeeded(*next.model, tie)) NoteDeadEnd(*next.model, tie);
+            TieModels(*next.model, tie, other);
+        }
     }
     return status;
+}
+
+void ModelStore::NoteDeadEnd(const SimModel& model, const ModelTie& tie) {
+    const bool leavesFolder = tie.name.find_first_of(L"/\\:") != std::wstring::npos;
+    deadEnds_.push_back(Utf8(model.origin.filename().wstring()) + ": " + PlaceOf(tie) + ": " +
+                        Utf8(tie.name + L"." + std::wstring(ExtensionOf(tie.kind))) +
+                        (leavesFolder ? " leads out of the workspace; a model is named without a folder"
+                                      : " leads to no model that can be read"));
 }
 
 ProError ModelStore::LoadOne(const ModelFile& file, std::vector<Pending>& pending, SimModel*& model) {
     model = nullptr;
     if (damaged_.contains(file.path)) return PRO_TK_GENERAL_ERROR;
     try {
+        if (file.version == kLastVersion)
+            throw ModelFileError(Utf8(file.path.filename().wstring()) + ": expected a version below " +
+                                 std::to_string(kLastVersion) + ", as the next save counts on from it");
         ModelFileContent content = ReadModelFile(file.path, file.name, file.kind);
         model = &Add(std::move(content.model));
         model->directory = file.path.parent_path();
@@ -231,6 +250,7 @@ ProError ModelStore::Write(SimModel& model, const fs::path& folder) {
     FolderIndex& index = folders_.try_emplace(folder, folder).first->second;
     // Before the folder changes: a batch of saves then reads the folder once.
     ModelFile file = NextFile(model, index, folder);
+    if (file.version > kLastVersion) return PRO_TK_CANT_WRITE;
     const fs::path temporary = folder / (L"~" + LowerName(model.Name()) + L".tmp");
     if (!WriteWhole(temporary, text)) return PRO_TK_CANT_WRITE;
     for (int attempt = 0; attempt < 3; ++attempt) {

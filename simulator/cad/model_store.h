@@ -19,6 +19,8 @@
 
 namespace sim {
 
+struct ModelTie;
+
 class ModelStore {
 public:
     explicit ModelStore(std::filesystem::path workingDirectory);
@@ -86,11 +88,15 @@ public:
 
     // "file:line: what was expected" for every damaged file met so far.
     const std::vector<std::string>& Problems() const { return problems_; }
+    // "file: /place: ..." for every model named by a file met so far that could not be had, but for those of
+    // suppressed components.
+    const std::vector<std::string>& DeadEnds() const { return deadEnds_; }
 
 private:
     struct Pending;
 
     ProError LoadTree(const ModelFile& file, SimModel*& model);
+    void NoteDeadEnd(const SimModel& model, const ModelTie& tie);
     ProError LoadOne(const ModelFile& file, std::vector<Pending>& pending, SimModel*& model);
     ModelFile NewestOnPath(std::wstring_view name, ModelKind kind) const;
     SimModel* FindOrLoad(std::wstring_view name, ModelKind kind, const std::filesystem::path& folder,
@@ -105,6 +111,7 @@ private:
     std::unordered_set<const void*> handles_;
     std::vector<std::unique_ptr<SimModel>> erased_;  // kept, so that their addresses are not used again
     std::vector<std::string> problems_;
+    std::vector<std::string> deadEnds_;
     std::set<std::filesystem::path> damaged_;  // of the retrieval that runs
     mutable std::map<std::filesystem::path, FolderIndex> folders_;
 };

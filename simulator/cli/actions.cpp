@@ -13,6 +13,8 @@
 #include "simulator/cli/plugin_copy.h"
 #include "simulator/cli/print.h"
 #include "simulator/host/sim_host.h"
+#include "simulator/import/import.h"
+#include "simulator/import/import_error.h"
 #include "simulator/report/utf8.h"
 #include "simulator/spreadsheet/xlsx.h"
 #include "simulator/ui/text_tree_check.h"
@@ -24,6 +26,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// As long as the host takes a path.
+constexpr std::size_t kLongestWorkspace = 260;
+
+fs::path WorkspaceOf(const Places& places) {
+    fs::path workspace = fs::absolute(places.workspace);
+    if (const std::size_t length = workspace.wstring().size(); length > kLongestWorkspace)
+        throw BadInput("the path of the workspace has " + std::to_string(length) +
+                       " characters; the host takes at most " + std::to_string(kLongestWorkspace));
+    return workspace;
+}
+
 HostSetup SetupFor(const Places& places) {
     HostSetup setup;
     setup.pluginHome = places.plugin.empty() ? SimHost::DefaultPluginHome() : places.plugin;
@@ -31,10 +44,10 @@ HostSetup SetupFor(const Places& places) {
         throw BadInput("no " + Utf8(kPluginFile) + " in " + Utf8(setup.pluginHome.wstring()) +
                        "; name its folder with --plugin");
     if (!places.workspace.empty()) {
+        setup.workspace = WorkspaceOf(places);
         std::error_code error;
-        if (!fs::is_directory(places.workspace, error))
+        if (!fs::is_directory(setup.workspace, error))
             throw BadInput("the workspace " + Utf8(places.workspace.wstring()) + " is no folder");
-        setup.workspace = fs::absolute(places.workspace);
     }
     // Reports stay where a person can read them.
     if (const wchar_t* folder = _wgetenv(L"LOCALAPPDATA"); folder != nullptr) setup.localData = folder;
@@ -70,10 +83,10 @@ ModelFile FindModel(const ModelStore& models, const std::string& text) {
                    "; `hostsim models` lists what is there");
 }
 
-// Files that were met damaged on the way are named; the rest was used.
-void PrintDamagedFiles(const ModelStore& models) {
-    for (const std::string& problem : models.Problems())
-        std::fprintf(stderr, "hostsim: %s\n", problem.c_str());
+// What is wrong with the files that were met on the way; the rest was used. The exit code.
+int ReportLines(const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) std::fprintf(stderr, "hostsim: %s\n", line.c_str());
+    return lines.empty() ? 0 : 1;
 }
 
 SimModel& RetrieveModel(ModelStore& models, const std::string& text) {
@@ -81,7 +94,7 @@ SimModel& RetrieveModel(ModelStore& models, const std::string& text) {
     SimModel* model = nullptr;
     const ProError status = models.Retrieve(file.name, file.kind, model);
     if (status == PRO_TK_NO_ERROR) return *model;
-    PrintDamagedFiles(models);
+    ReportLines(models.Problems());
     throw BadInput("cannot read " + Utf8(file.path.wstring()));
 }
 
@@ -197,18 +210,22 @@ int ReportProblems(const std::vector<std::string>& problems) {
     return problems.empty() ? 0 : 1;
 }
 
-// Saving an assembly saves what is below it as well, so the changed models are listed first.
-void SaveChanged(ModelStore& models) {
+// Saving an assembly saves what is below it as well, so the changed models are listed first. The exit code.
+int SaveChanged(ModelStore& models) {
+    int exitCode = 0;
     std::vector<SimModel*> changed = models.All();
     std::erase_if(changed, [](const SimModel* model) { return !model->IsModified(); });
     for (SimModel* model : changed) {
-        const ProError status = model->IsModified() ? models.Save(*model) : PRO_TK_NO_ERROR;
-        if (status == PRO_TK_NO_ERROR)
+        if (model->IsModified()) (void)models.Save(*model);
+        // Of a model that is written some below may not be: they are in the list themselves.
+        if (!model->IsModified()) {
             std::printf("saved          %s\n", FileLabel(*model).c_str());
-        else
-            std::fprintf(stderr, "hostsim: %s was not saved (%d)\n", FileLabel(*model).c_str(),
-                         static_cast<int>(status));
+            continue;
+        }
+        std::fprintf(stderr, "hostsim: %s was not saved\n", FileLabel(*model).c_str());
+        exitCode = 1;
     }
+    return exitCode;
 }
 
 // A manufacturing model shows its assembly.
@@ -265,14 +282,16 @@ int RunCommand(const Places& places, const RunOptions& options) {
         std::printf("shown          %s\n", FileLabel(*shown).c_str());
     std::printf("%s answered %d\n", options.command.c_str(), static_cast<int>(status));
     if (options.profile) PrintProfile(session.report);
-    PrintDamagedFiles(session.models);
     if (!options.picture.empty()) DrawWindow(session, options.picture);
-    if (options.save) SaveChanged(session.models);
-    return ReportProblems(host.TakeProblems());
+    const int saving = options.save ? SaveChanged(session.models) : 0;
+    // Saving may have met more of them.
+    const int damaged = ReportLines(session.models.Problems());
+    const int deadEnds = ReportLines(session.models.DeadEnds());
+    return std::max({saving, damaged, deadEnds, ReportProblems(host.TakeProblems())});
 }
 
 int ListModels(const Places& places) {
-    const ModelStore models(fs::absolute(places.workspace));
+    const ModelStore models(WorkspaceOf(places));
     const std::vector<ModelFile> files = models.NewestFiles(models.WorkingDirectory());
     for (const ModelFile& file : files) std::printf("%s\n", Utf8(file.path.filename().wstring()).c_str());
     if (files.empty()) throw BadInput("no models in " + Utf8(models.WorkingDirectory().wstring()));
@@ -280,12 +299,11 @@ int ListModels(const Places& places) {
 }
 
 int ShowModel(const Places& places, const std::string& model, int levels, bool withIds) {
-    ModelStore models(fs::absolute(places.workspace));
+    ModelStore models(WorkspaceOf(places));
     const SimModel& shown = RetrieveModel(models, model);
     PrintModel(shown, levels, withIds);
     if (withIds) PrintItems(shown);
-    PrintDamagedFiles(models);
-    return models.Problems().empty() ? 0 : 1;
+    return ReportLines(models.Problems());
 }
 
 int ListExports(const fs::path& folder) {
@@ -325,9 +343,10 @@ int Check(const Places& places) {
 }
 
 int Generate(const Places& places, const GenerateOptions& options) {
+    const fs::path workspace = WorkspaceOf(places);
     std::error_code error;
-    fs::create_directories(places.workspace, error);
-    ModelStore models(fs::absolute(places.workspace));
+    fs::create_directories(workspace, error);
+    ModelStore models(workspace);
     SimModel& top =
         GenerateAssembly(models, options.placements, options.depth, options.seed, Wide(options.name));
     // Saving the top assembly writes everything below it.
@@ -337,6 +356,20 @@ int Generate(const Places& places, const GenerateOptions& options) {
         throw BadInput("cannot write into " + Utf8(places.workspace.wstring()));
     std::printf("%s: %zu models written\n", FileLabel(top).c_str(), models.All().size());
     return 0;
+}
+
+int Import(const Places& places, const fs::path& file) {
+    const fs::path workspace = WorkspaceOf(places);
+    try {
+        const ImportReport report = ImportWorkspace(fs::absolute(file), workspace);
+        for (const std::string& top : report.tops) std::printf("top            %s\n", top.c_str());
+        for (const std::string& note : report.notes) std::printf("note           %s\n", note.c_str());
+        std::printf("%zu models, %zu components\n", report.models, report.components);
+        return 0;
+    } catch (const ImportError& error) {
+        std::fprintf(stderr, "hostsim: %s\n", error.what());
+        return 1;
+    }
 }
 
 }  // namespace sim::cli

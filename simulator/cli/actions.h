@@ -56,5 +56,7 @@ int ShowSheet(const std::filesystem::path& file);
 int ShowDialog(const Places& places, const std::string& dialog, const std::string& svgFile);
 int Check(const Places& places);
 int Generate(const Places& places, const GenerateOptions& options);
+// Makes a workspace of another program's file, and tells what is not as in it.
+int Import(const Places& places, const std::filesystem::path& file);
 
 }  // namespace sim::cli

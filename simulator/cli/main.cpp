@@ -42,6 +42,7 @@ struct Line {
     std::string dialog;
     std::string svgFile;
     GenerateOptions generate;
+    std::filesystem::path imported;
     int exitCode = 0;
 };
 
@@ -135,7 +136,17 @@ void AddModelCommands(CLI::App& app, Line& line) {
         ->capture_default_str()
         ->check(CLI::Range(1, 100));
     generator->callback([&line] { line.exitCode = sim::cli::Generate(line.places, line.generate); });
-}
+
+    CLI::App* import =
+        app.add_subcommand("import", "make a workspace of a STEP file or a table of components (.csv)");
+    AddFolder(import, "FILE", line.imported, "product structure of another program")
+        ->required()
+        ->type_name("");
+    AddFolder(import, "--workspace", line.places.workspace, "folder to make; it must not exist, or be empty")
+        ->required();
+    import->callback([&line] { line.exitCode = sim::cli::Import(line.places, line.imported);
+});
+}  // namespace
 
 void AddFileCommands(CLI::App& app, Line& line) {
     CLI::App* exports = app.add_subcommand("exports", "list exported files and what they hold");

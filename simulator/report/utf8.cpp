@@ -23,9 +23,17 @@ std::wstring Wide(std::string_view text) {
 }
 
 bool IsUtf8(std::string_view text) {
-    if (text.empty()) return true;
-    return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), static_cast<int>(text.size()),
-                               nullptr, 0) > 0;
+    return FromCodePage(text, CP_UTF8).has_value();
+}
+
+std::optional<std::wstring> FromCodePage(std::string_view bytes, unsigned page) {
+    if (bytes.empty()) return std::wstring();
+    const int length = static_cast<int>(bytes.size());
+    const int size = MultiByteToWideChar(page, MB_ERR_INVALID_CHARS, bytes.data(), length, nullptr, 0);
+    if (size <= 0) return std::nullopt;
+    std::wstring wide(static_cast<std::size_t>(size), L'\0');
+    MultiByteToWideChar(page, MB_ERR_INVALID_CHARS, bytes.data(), length, wide.data(), size);
+    return wide;
 }
 
 std::wstring UpperName(std::wstring_view name) {

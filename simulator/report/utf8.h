@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,10 @@ std::wstring Wide(std::string_view text);
 
 // True when `text` is well-formed UTF-8.
 bool IsUtf8(std::string_view text);
+
+// Bytes of a code page by its number in Windows; nothing for bytes that are no text in it.
+std::optional<std::wstring> FromCodePage(std::string_view bytes, unsigned page);
+inline constexpr unsigned kGbkPage = 936;
 
 // Upper case by the invariant rules, as the host compares names.
 std::wstring UpperName(std::wstring_view name);

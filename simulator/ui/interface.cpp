@@ -137,7 +137,8 @@ int Interface::Activate(Dialog& dialog) {
     SimDialog player(*this, user_, dialog);
     const auto scripts = user_.dialogs.find(dialog.Name());
     if (scripts == user_.dialogs.end() || scripts->second.empty()) {
-        user_.Problem("unexpected dialog \"" + dialog.Name() + "\"");
+        user_.Problem("unexpected dialog \"" + dialog.Name() + "\": a block \"dialog " + dialog.Name() +
+                      "\" of the user script answers it");
     } else {
         const auto script = std::move(scripts->second.front());
         scripts->second.pop_front();

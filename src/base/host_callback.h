@@ -39,8 +39,12 @@ inline constexpr auto HostCallback = &GuardedFunction<Function>::Run;
 // might throw does not fit into the command table.
 using CommandAction = int (*)(uiCmdCmdId command, uiCmdValue* value, void* data) noexcept;
 
+// How many commands the host has started. What is told once in a command is told again in the next one.
+inline unsigned commandsStarted = 0;
+
 template <ProError (*Action)()>
 int HostAction(uiCmdCmdId, uiCmdValue*, void*) noexcept {
+    ++commandsStarted;
     return Guarded(Action);
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/file.h"
 #include "base/status.h"
+#include "settings/settings_file.h"
 
 namespace kv {
 
@@ -39,7 +40,7 @@ std::wstring TextDirSettingsPath(std::wstring_view relativeName) {
 
 std::wstring SettingRead(const std::wstring& path, const wchar_t* section, const wchar_t* key) {
     // The profile calls take an empty path for a file of Windows itself.
-    if (path.empty()) return {};
+    if (path.empty() || !SettingsFileIsSound(path)) return {};
     wchar_t value[kValueSize] = {};
     GetPrivateProfileStringW(section, key, L"", value, kValueSize, path.c_str());
     return value;
@@ -47,10 +48,12 @@ std::wstring SettingRead(const std::wstring& path, const wchar_t* section, const
 
 void SettingWrite(const std::wstring& path, const wchar_t* section, const wchar_t* key,
                   const std::wstring& value) {
-    if (path.empty()) return;
+    // What is in a file that cannot be read would suffer from a further line.
+    if (path.empty() || !SettingsFileIsSound(path)) return;
     // The profile calls keep an existing file's encoding, but would start a new one in the ANSI code page.
     if (!FileExists(path)) (void)FileNewWrite(path, kUnicodeMark);
     WritePrivateProfileStringW(section, key, value.c_str(), path.c_str());
+    SettingsFileWritten(path);
 }
 
 // A path that the Windows calls cannot take counts as no path at all.

@@ -31,12 +31,13 @@ std::wstring TextDirSettingsPath(std::wstring_view relativeName);
 // A longer value would be cut when it is read again.
 inline constexpr std::size_t kLongestSetting = 254;
 
-// A setting as it is stored, cut at 254 characters; empty when file, section or key is missing. The caller
-// strips blanks where they do not count.
+// A setting as it is stored, cut at 254 characters; empty when file, section or key is missing, and for a
+// file in an encoding that Windows does not read, which the user is told. The caller strips blanks where they
+// do not count.
 std::wstring SettingRead(const std::wstring& path, const wchar_t* section, const wchar_t* key);
 
-// Stores a setting. A file that cannot be written loses the change without a word. A new file is made
-// Unicode, so that it keeps every language's text; the folder is never made.
+// Stores a setting. A file that cannot be written loses the change without a word; one that cannot be read is
+// left alone. A new file is made Unicode, so that it keeps every language's text; the folder is never made.
 void SettingWrite(const std::wstring& path, const wchar_t* section, const wchar_t* key,
                   const std::wstring& value);
 

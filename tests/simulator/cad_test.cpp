@@ -1,5 +1,6 @@
 // Models on disk and in memory.
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -206,6 +207,13 @@ TEST(ModelFile, NamesThePlaceOfADamage) {
         {head + R"(, "features": [], "surfaces": [{"id": 1}, {"id": 2, "minimum": [0, [], -1e999]}]})",
          "p.prt.1: /surfaces/1/minimum/2: expected a number between"},
         {"1e999", "p.prt.1: /: expected a number between"},
+        // What a reader passes over: the file was cut, pasted or copied by hand.
+        {head + "}\n]", "p.prt.1:2: expected JSON"},
+        {head + "}\n" + std::string(3, '\0') + "{}", "p.prt.1:2: expected no zero byte"},
+        {head + R"(, "features": [{"id": 1, "type": 5, "name": "a:\"b", "id": 2}]})",
+         "p.prt.1: /features/0/id: expected each key once"},
+        {R"({"format": "hostsim model", "version": 1, "name": "Q", "kind": "part"})",
+         "p.prt.1: /name: expected \"P\", as the file is called"},
         {head + R"(, "features": [{"id": 2147483647, "type": 5}]})",
          "p.prt.1: /features/0/id: expected a whole number from 1 to 2147483646"},
     };
@@ -310,6 +318,10 @@ TEST(ModelStore, KeepsComponentsThatCannotBeLoaded) {
         EXPECT_EQ(Utf8(pump.Features()[2].missingName), "ABSENT");
         ASSERT_EQ(store.Problems().size(), 1u);
         EXPECT_EQ(store.Problems()[0].substr(0, 15), "broken.prt.2:1:");
+        EXPECT_EQ(store.DeadEnds(),
+                  (Names{"pump.asm.1: /features/1/model: BROKEN.prt leads to no model that can be read",
+                         "pump.asm.1: /features/2/model: ABSENT.prt leads to no model that can be read",
+                         "pump.asm.1: /features/3/model: BROKEN.prt leads to no model that can be read"}));
         ASSERT_EQ(store.Save(pump), PRO_TK_NO_ERROR);
     }
     // The saved assembly still knows them, as active as they were.
@@ -320,6 +332,45 @@ TEST(ModelStore, KeepsComponentsThatCannotBeLoaded) {
         EXPECT_NE(feature.component, nullptr) << feature.id;
         EXPECT_EQ(feature.status, kFeatureActive) << feature.id;
     }
+}
+
+TEST(ModelStore, TellsWhatAFileNamesInVain) {
+    const TempDirectory folder;
+    const std::string head = R"({"format": "hostsim model", "version": 1, "name": )";
+    folder.Write("p.asm.1", head + R"("P", "kind": "assembly", "features": [)"
+                                   R"({"id": 1, "model": "a.prt", "status": "suppressed"},)"
+                                   R"({"id": 2, "model": "../a.prt"},)"
+                                   R"({"id": 3, "type": 1238, "reference": "b.prt"}]})");
+    folder.Write("p.drw.1", head + R"("P", "kind": "drawing", "sheets": [{"size": "A3"}],)"
+                                   R"("models": ["p.asm", "c.prt"],)"
+                                   R"("views": [{"id": 1, "sheet": 1, "model": "d.prt"}]})");
+    ModelStore store(folder.Path());
+    (void)Retrieved(store, L"P", ModelKind::kDrawing);
+    Names dead = store.DeadEnds();
+    std::ranges::sort(dead);
+    EXPECT_EQ(dead,
+              (Names{"p.asm.1: /features/1/model: ../a.prt leads out of the workspace; a model is named "
+                     "without a folder",
+                     "p.asm.1: /features/2/reference: b.prt leads to no model that can be read",
+                     "p.drw.1: /models/1: c.prt leads to no model that can be read",
+                     "p.drw.1: /views/0/model: d.prt leads to no model that can be read"}));
+}
+
+// The next save would have no name that is a model's.
+TEST(ModelStore, CountsNoFurtherThanAFileNameTells) {
+    const TempDirectory folder;
+    ModelStore store(folder.Path());
+    SimModel& bolt = *store.Create(L"BOLT", ModelKind::kPart);
+    ASSERT_EQ(store.Save(bolt), PRO_TK_NO_ERROR);
+    fs::copy_file(folder / "bolt.prt.1", folder / "bolt.prt.999999998");
+    EXPECT_EQ(store.Save(bolt), PRO_TK_NO_ERROR);
+    EXPECT_EQ(store.Save(bolt), PRO_TK_GENERAL_ERROR);
+    EXPECT_EQ(Files(folder.Path()), (Names{"bolt.prt.1", "bolt.prt.999999998", "bolt.prt.999999999"}));
+    ModelStore other(folder.Path());
+    SimModel* model = nullptr;
+    EXPECT_EQ(other.Retrieve(L"BOLT", ModelKind::kPart, model), PRO_TK_GENERAL_ERROR);
+    EXPECT_EQ(other.Problems(), Names{"bolt.prt.999999999: expected a version below 999999999, as the next "
+                                      "save counts on from it"});
 }
 
 TEST(ModelStore, LoadsByPath) {

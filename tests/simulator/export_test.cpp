@@ -21,9 +21,8 @@
 #include "simulator/cad/generate.h"
 #include "simulator/export/export_file.h"
 #include "simulator/report/utf8.h"
-#include "simulator/session/session.h"
+#include "support/host_test.h"
 #include "support/plugin_home.h"
-#include "support/temp_directory.h"
 #include "support/toolkit_ui.h"
 
 namespace {
@@ -33,25 +32,11 @@ using namespace sim;
 using test::W;
 
 // Inputs of the host are not const.
-class HostExport : public testing::Test {
+class HostExport : public test::HostTest {
 protected:
     HostExport() {
         drawing.AddSheet(L"A3").AddSheet(L"A4").AddSheet(L"A1").AddView(pump, 1).AddView(pump, 3);
     }
-    ~HostExport() override {
-        for (const std::string& violation : session.report.Violations()) ADD_FAILURE() << violation;
-        for (const std::string& item : session.report.OpenItems()) ADD_FAILURE() << "left open: " << item;
-    }
-
-    testing::AssertionResult Misuse(const std::string& text) {
-        const std::vector<std::string> violations = session.report.Violations();
-        session.report.ClearViolations();
-        if (violations.size() == 1 && violations[0].find(text) != std::string::npos)
-            return testing::AssertionSuccess();
-        return testing::AssertionFailure()
-               << violations.size() << " violations: " << (violations.empty() ? "" : violations[0]);
-    }
-
     std::wstring Path(const std::wstring& name) { return (folder / name).wstring(); }
     ProDrawing Handle() { return reinterpret_cast<ProDrawing>(&drawing); }
 
@@ -82,10 +67,8 @@ protected:
         return text;
     }
 
-    test::TempDirectory folder;
-    Session session{folder.Path(), folder.Path()};
-    SimModel& pump = *session.models.Create(L"PUMP", ModelKind::kAssembly);
-    SimModel& drawing = *session.models.Create(L"泵", ModelKind::kDrawing);
+    SimModel& pump = Assembly(L"PUMP");
+    SimModel& drawing = New(L"泵", ModelKind::kDrawing);
 };
 
 TEST_F(HostExport, TwoDimensionalFilesHoldTheSheetsThatWereNamed) {
@@ -367,16 +350,16 @@ TEST_F(HostExport, DrawingsGiveTheirModelsAndViews) {
     EXPECT_TRUE(Misuse("a view that"));
     for (auto* array : {reinterpret_cast<ProArray*>(&solids), reinterpret_cast<ProArray*>(&views)})
         EXPECT_EQ(ProArrayFree(array), PRO_TK_NO_ERROR);
-    SimModel& empty = *session.models.Create(L"EMPTY", ModelKind::kDrawing);
+    SimModel& empty = New(L"EMPTY", ModelKind::kDrawing);
     EXPECT_EQ(ProDrawingViewsCollect(reinterpret_cast<ProDrawing>(&empty), &views), PRO_TK_E_NOT_FOUND);
     EXPECT_EQ(ProDrawingCurrentSheetGet(reinterpret_cast<ProDrawing>(&empty), &sheet), PRO_TK_BAD_INPUTS);
     EXPECT_EQ(sheet, 0);
 }
 
 TEST_F(HostExport, OnlyWhatWindowsNeedStaysInMemory) {
-    SimModel& bolt = *session.models.Create(L"BOLT", ModelKind::kPart);
-    SimModel& loose = *session.models.Create(L"LOOSE", ModelKind::kAssembly);
-    SimModel& inner = *session.models.Create(L"INNER", ModelKind::kPart);
+    SimModel& bolt = Part(L"BOLT");
+    SimModel& loose = Assembly(L"LOOSE");
+    SimModel& inner = Part(L"INNER");
     pump.Place(bolt);
     loose.Place(bolt).Place(inner);
     session.desk.Open(drawing);
@@ -475,7 +458,7 @@ TEST_F(HostExport, OptionsAreReadAndSet) {
 // ---- Size
 
 TEST_F(HostExport, ManyDrawingsKeepMemoryAndWindowsFlat) {
-    SimModel& part = *session.models.Create(L"GEN_PART", ModelKind::kPart);
+    SimModel& part = Part(L"GEN_PART");
     for (SimModel* made : GenerateDrawings(session.models, part, 120, 3))
         ASSERT_EQ(session.models.Save(*made), PRO_TK_NO_ERROR);
     session.desk.Open(pump);

@@ -13,6 +13,7 @@
 #include "simulator/cad/model_file.h"
 #include "simulator/cad/model_store.h"
 #include "simulator/host/sim_host.h"
+#include "simulator/import/import.h"
 #include "simulator/report/utf8.h"
 #include "simulator/ui/user_script.h"
 #include "support/arrange.h"
@@ -280,6 +281,38 @@ TEST(SampleScripts, BuildInTheDriveUnit) {
     EXPECT_EQ(host.Retrieve(L"drive_frame", ModelKind::kPart)->Features().size(), 3u);
     EXPECT_EQ(host.Retrieve(L"drive_base_plate", ModelKind::kPart)->Features().size(), 2u);
     EXPECT_EQ(host.Boxes().size(), 0u);
+}
+
+TEST(SampleImport, BecomesTheSameWorkspaceFromBothForms) {
+    const test::TempDirectory folder;
+    const fs::path samples = Samples() / "import";
+    const ImportReport step = ImportWorkspace(samples / "hand_pump.stp", folder / "step");
+    EXPECT_EQ(step.tops, std::vector<std::string>{"HAND_PUMP.ASM"});
+    EXPECT_EQ(step.models, 7U);
+    EXPECT_EQ(step.components, 9U);
+    EXPECT_EQ(step.notes.size(), 7U);
+
+    ModelStore models(folder / "step");
+    SimModel* top = nullptr;
+    ASSERT_EQ(models.Retrieve(L"HAND_PUMP", ModelKind::kAssembly, top), PRO_TK_NO_ERROR);
+    const SimModel& pump = *top;
+    EXPECT_EQ(pump.Parameter(L"PRODUCT_ID"), L"HP-00");
+    EXPECT_EQ(pump.Parameter(L"DESCRIPTION"), L"手压泵");
+    ASSERT_EQ(pump.Features().size(), 7U);
+    EXPECT_EQ(pump.Features()[2].component, models.Find(L"手柄_L_320", ModelKind::kPart));
+    EXPECT_EQ(pump.Features()[2].placement,
+              (Matrix{{{0, 0, 1, 0}, {0, -1, 0, 0}, {1, 0, 0, 0}, {0, 45, 118, 1}}}));
+    EXPECT_EQ(pump.Features()[4].placement,
+              (Matrix{{{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {-30, 30, 8, 1}}}));
+    EXPECT_NE(models.Find(L"Valve_seat_Ø_18", ModelKind::kPart), nullptr);
+
+    const ImportReport table = ImportWorkspace(samples / "hand_pump.csv", folder / "table");
+    EXPECT_EQ(table.tops, step.tops);
+    EXPECT_EQ(table.components, step.components);
+    EXPECT_EQ(table.notes, std::vector<std::string>());
+    ModelStore listed(folder / "table");
+    ASSERT_EQ(listed.Retrieve(L"HAND_PUMP", ModelKind::kAssembly, top), PRO_TK_NO_ERROR);
+    EXPECT_EQ(listed.Find(L"iso_4762_m8x20", ModelKind::kPart)->Parameter(L"名称"), L"内六角螺钉, M8×20");
 }
 
 }  // namespace

@@ -35,8 +35,9 @@ using test::Solid;
 using HostModels = test::HostTest;
 
 TEST_F(HostModels, NamesFillNoMoreThanTheirBuffers) {
-    folder.Write("abcdefghijabcdefghijabcdefghij12.prt.1",
-                 R"({"format": "hostsim model", "version": 1, "name": "", "kind": "part"})");
+    folder.Write(
+        "abcdefghijabcdefghijabcdefghij12.prt.1",
+        R"({"format": "hostsim model", "version": 1, "name": "ABCDEFGHIJABCDEFGHIJABCDEFGHIJ12", "kind": "part"})");
     SimModel& fits = Part(L"零件567890123456789012345678901");
     wchar_t name[PRO_MDLNAME_SIZE] = {};
     std::fill_n(name, PRO_NAME_SIZE + 1, L'#');

@@ -174,7 +174,8 @@ TEST_F(ToolkitUi, DialogHasToEndByItsOwnActions) {
     ASSERT_EQ(ProUIDialogCloseActionSet(C("E"), Exit, nullptr), PRO_TK_NO_ERROR);
     ASSERT_EQ(ProUIDialogActivate(C("E"), nullptr), PRO_TK_NO_ERROR);
     ASSERT_EQ(ProUIDialogDestroy(C("E")), PRO_TK_NO_ERROR);
-    EXPECT_EQ(TakeProblems(), Lines{"unexpected dialog \"E\""});
+    EXPECT_EQ(TakeProblems(),
+              Lines{"unexpected dialog \"E\": a block \"dialog E\" of the user script answers it"});
 
     const auto throwing = [](char*, char*, ProAppData) { throw 1; };
     session.user.dialogs["E"].push_back([](SimDialog& dialog) { dialog.Press("Ok"); });
