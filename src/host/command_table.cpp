@@ -76,7 +76,6 @@
 #include "host/about_kv.h"
 #include "host/for_test.h"
 #include "host/kv_version.h"
-#include "host/not_available.h"
 #include "params/kv_mdl_count.h"
 #include "params/kv_params.h"
 #include "params/kv_relations.h"

@@ -13,7 +13,6 @@
 
 #include "base/host_callback.h"
 #include "host/command_table.h"
-#include "host/not_available.h"
 #include "simulator/host/sim_host.h"
 #include "support/arrange.h"
 #include "support/scenario.h"
@@ -98,10 +97,6 @@ const RequiredCommand kRequired[] = {
 
 constexpr std::size_t kDesignatedCommands = 52;  // the first ones: all but version and about
 
-bool IsBuilt(const kv::CommandRow& row) {
-    return row.action != kv::HostAction<kv::NotAvailable>;
-}
-
 TEST(CommandTable, HasEveryRequiredCommandInOrder) {
     const std::span<const kv::CommandRow> rows = kv::Commands();
     ASSERT_EQ(rows.size(), std::size(kRequired));
@@ -115,32 +110,15 @@ TEST(CommandTable, HasEveryRequiredCommandInOrder) {
 }
 
 // Commands that only a right-click brings have no row; they count as well.
-TEST(CommandTable, EveryBuiltCommandHasAScenario) {
+TEST(CommandTable, EveryCommandHasAScenario) {
     std::set<std::string> inScenarios;
     for (const test::Scenario& scenario : test::Scenarios()) inScenarios.insert(scenario.command);
     SimHost host(test::Unstarted());
     test::StartWithRightClick(host);
     test::RightClick(host);
     for (const std::unique_ptr<sim::Command>& command : host.State().screen.Commands()) {
-        const kv::CommandRow* row = kv::FindCommand(command->name);
-        if (row != nullptr && !IsBuilt(*row)) continue;
         EXPECT_TRUE(inScenarios.contains(command->name))
             << command->name << " has no scenario in tests/plugin/*_scenarios.cpp";
-    }
-}
-
-TEST(CommandTable, CommandsNotBuiltYetSayThatTheyAreNotAvailable) {
-    SimHost host;
-    SimModel& part = host.AddPart(L"BOLT");
-    for (const kv::CommandRow& row : kv::Commands()) {
-        if (IsBuilt(row)) continue;
-        SCOPED_TRACE(row.name);
-        host.Open(part, HostMode::kAssembly);
-        if (host.Availability(row.name) != ACCESS_AVAILABLE) host.Open(part, HostMode::kDrawing);
-        const std::size_t before = host.Boxes().size();
-        EXPECT_EQ(host.Run(row.name), PRO_TK_NO_ERROR);
-        EXPECT_EQ(Messages(host).size(), before + 1);
-        EXPECT_FALSE(host.LastMessage().empty());
     }
 }
 
