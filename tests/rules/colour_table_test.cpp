@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,9 @@ using Taken = std::vector<std::optional<std::size_t>>;
 
 // Whatever is drawn.
 TEST(ColoursDrawn, GivesNeighboursDifferentColoursAndUsesAllOfThem) {
-    for (const std::size_t offset : {0u, 1u, 5u}) {
-        const auto random = [offset](std::size_t count) { return offset % count; };
+    for (const unsigned seed : {1u, 2u, 3u}) {
+        std::minstd_rand numbers(seed);
+        const auto random = [&numbers](std::size_t count) { return numbers() % count; };
         const Taken open(100);
         for (const std::size_t table : {2u, 3u, 24u}) {
             const auto drawn = ColoursDrawn(open, table, random);
