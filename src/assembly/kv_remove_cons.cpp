@@ -131,6 +131,7 @@ static void OnRelease(RemoveDialog& dialog) {
     for (std::size_t i = 0; i < dialog.rows.size(); ++i)
         if (run.Begin(dialog.rows[i].ties.name)) ReleaseRow(dialog, i, released, run);
     dialog.report = run.ReportPath();
+    ProTreetoolRefresh(dialog.assembly);
     ProWindowRepaint(PRO_VALUE_UNUSED);
     TellCount(run, kTiedItems);
     ShowCancelled(run);

@@ -8,6 +8,7 @@
 #include <ProDrawing.h>
 #include <ProUtil.h>
 
+#include "base/file.h"
 #include "base/host_handle.h"
 #include "base/status.h"
 #include "base/text.h"
@@ -16,7 +17,7 @@
 
 namespace kv {
 
-static constexpr wchar_t kStepUsers[] = L"已打开或已修改";
+static constexpr wchar_t kStepUsers[] = L"已打开、已修改或来自其他文件夹";
 static constexpr wchar_t kStepNoSheet[] = L"没有符合条件的页";
 static constexpr wchar_t kStepTyped[] = L"有图框表格";
 static constexpr wchar_t kStepReadSheets[] = L"读取页面";
@@ -27,7 +28,7 @@ static constexpr wchar_t kStepDropTables[] = L"删除图框表格";
 static constexpr wchar_t kStepFormat[] = L"更换图框";
 static constexpr wchar_t kStepRefresh[] = L"再生该页";
 static constexpr wchar_t kStepSaveDrawing[] = L"保存工程图";
-static constexpr wchar_t kUsersNote[] = L"未勾选处理已打开或已修改的工程图";
+static constexpr wchar_t kUsersNote[] = L"未勾选处理这些工程图";
 static constexpr wchar_t kUnsavedNote[] = L"尚未保存，请检查后自行保存";
 static constexpr wchar_t kHalfNote[] = L"部分页可能已更换，未保存";
 
@@ -141,7 +142,11 @@ static DrawingOwner OwnerOf(FormatRun& run, const std::wstring& name) {
     const ProError status = ProMdlnameInit(text, PRO_MDLFILE_DRAWING, &model);
     if (status == PRO_TK_E_NOT_FOUND) return DrawingOwner::Nobody;
     ProBoolean isModified = PRO_B_TRUE;
+    ModelData data;
     if (Failed(status) || run.windows.Show(model)) return DrawingOwner::User;
+    // Another folder's drawing of that name would be saved there.
+    if (Failed(ModelDataGet(model, data)) || !IsSamePath(data.folder, run.directory))
+        return DrawingOwner::User;
     if (Failed(ProMdlModificationVerify(model, &isModified)) || isModified != PRO_B_FALSE)
         return DrawingOwner::User;
     return DrawingOwner::Memory;

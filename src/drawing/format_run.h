@@ -37,10 +37,11 @@ private:
 enum class DrawingOwner {
     Nobody,  // it lies on disk only
     Memory,  // it is in memory as it is on disk, and no window shows it
-    User,    // the user has it open or has changed it
+    User,    // the user has it open or has changed it, or it comes from another folder
 };
 
 struct FormatRun {
+    std::wstring directory;  // the working directory, in which the drawings lie
     FormatRequest request = {};
     ProMdl format = nullptr;  // null for a run that only looks
     bool takesUsers = false;
@@ -58,7 +59,7 @@ struct DrawingFormats {
 //
 // step    what fails, in words
 // Errors  those of the host's calls
-// Cost    3 host calls and 2 for each sheet, 3 for each table; 3 more for what was in memory
+// Cost    3 host calls and 2 for each sheet, 3 for each table; 4 more for what was in memory
 [[nodiscard]] ProError DrawingFormatsRead(FormatRun& run, const std::wstring& name, DrawingFormats& found,
                                           const wchar_t*& step);
 

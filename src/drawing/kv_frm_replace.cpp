@@ -11,6 +11,7 @@
 
 #include <ProDrawing.h>
 #include <ProMdl.h>
+#include <ProUtil.h>
 
 #include "base/number.h"
 #include "base/status.h"
@@ -52,7 +53,7 @@ static constexpr wchar_t kNoNewFormat[] = L"\t请先选择新图框\t";
 static constexpr wchar_t kBadFormat[] = L"\t新图框无法打开：\t\n";
 static constexpr wchar_t kBadFormatSheet[] = L"\t图框页号必须是大于0的整数，且不超过图框的页数\t";
 static constexpr wchar_t kNoScopeText[] = L"\t请填写原图框名称或图幅\t";
-static constexpr wchar_t kUsersPlan[] = L"已打开或已修改，跳过";
+static constexpr wchar_t kUsersPlan[] = L"已打开、已修改或来自其他文件夹，跳过";
 static constexpr wchar_t kCannotRead[] = L"无法读取";
 static constexpr wchar_t kNotReplaced[] = L"以下工程图未能更换图框，文件未改动：";
 static constexpr wchar_t kStepReadFormats[] = L"读取图框";
@@ -60,6 +61,7 @@ static constexpr wchar_t kStepPlan[] = L"预览";
 static constexpr wchar_t kDrawingItems[] = L"工程图";
 
 struct FormatDialog {
+    std::wstring directory = {};
     DrawingTable table = {kFormatTable};
     std::wstring formatPath = {};
     std::wstring report = {};
@@ -73,6 +75,8 @@ static void OnChooseFormat(FormatDialog& dialog);
 static void OnPlan(FormatDialog& dialog);
 static void OnReplaceFormats(FormatDialog& dialog);
 static void OnShowFormatReport(const FormatDialog& dialog);
+static void OnErased(const FormatDialog& dialog);
+static void EraseAfterAction(FormatDialog& dialog);
 static bool IsRequested(const FormatDialog& dialog, LoadedFormat& format, FormatRun& run);
 static ProError RequestRead(FormatRequest& request, bool& takesUsers, bool& isNumber);
 static bool KnowsSheet(ProMdl format, FormatRequest& request);
@@ -81,9 +85,12 @@ static void SheetCellsSet(const std::string& row, const DrawingFormats& found);
 static void PlanOne(const FormatDialog& dialog, FormatRun& run, const std::wstring& name, BatchRun& batch);
 
 ProError KvFrmReplace() {
-    FormatDialog dialog;
+    ProPath directory = {};
+    ProError status = ProDirectoryCurrentGet(directory);
+    if (Failed(status)) return status;
+    FormatDialog dialog = {directory};
     std::vector<std::wstring> drawings;
-    const ProError status = ModelFilesGet(kFolderMask, drawings);
+    status = ModelFilesGet(kFolderMask, drawings);
     if (Failed(status)) return ShowFailure(kFolderEmpty, status);
     dialog.table.drawings = drawings;
     return RunDialog(kFormatDialog,
@@ -118,8 +125,9 @@ static void OnReverseDrawings(FormatDialog& dialog) {
 
 // What the user has open is read as well: nothing changes.
 static void OnLoadFormats(FormatDialog& dialog) {
+    EraseAfterAction(dialog);
     BatchRun batch(kFormatDialog, dialog.table.drawings.size());
-    FormatRun run;
+    FormatRun run = {dialog.directory};
     run.takesUsers = true;
     for (const std::wstring& name : dialog.table.drawings) {
         if (!batch.Begin(name)) continue;
@@ -147,8 +155,9 @@ static void OnChooseFormat(FormatDialog& dialog) {
 }
 
 static void OnPlan(FormatDialog& dialog) {
+    EraseAfterAction(dialog);
     LoadedFormat format;
-    FormatRun run;
+    FormatRun run = {dialog.directory};
     const std::vector<std::wstring> drawings = SelectedDrawings(dialog.table);
     if (drawings.empty()) {
         ShowMessage(kNoneSelected);
@@ -164,8 +173,9 @@ static void OnPlan(FormatDialog& dialog) {
 }
 
 static void OnReplaceFormats(FormatDialog& dialog) {
+    EraseAfterAction(dialog);
     LoadedFormat format;
-    FormatRun run;
+    FormatRun run = {dialog.directory};
     const std::vector<std::wstring> drawings = SelectedDrawings(dialog.table);
     if (drawings.empty()) {
         ShowMessage(kNoneSelected);
@@ -188,6 +198,14 @@ static void OnReplaceFormats(FormatDialog& dialog) {
 
 static void OnShowFormatReport(const FormatDialog& dialog) {
     ShowReport(dialog.report);
+}
+
+static void OnErased(const FormatDialog&) {}
+
+// There are hosts that erase when the action has returned to them: the next one must not find what was
+// erased.
+static void EraseAfterAction(FormatDialog& dialog) {
+    (void)RunAfterAction<OnErased>(kFormatDialog, dialog);
 }
 
 // Whether all is known that a run needs; the user is told what is missing.

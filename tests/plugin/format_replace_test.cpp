@@ -22,6 +22,7 @@ using test::DrawingOf;
 using test::LastReport;
 
 constexpr char kList[] = "drw_list";
+constexpr wchar_t kUsersPlan[] = L"已打开、已修改或来自其他文件夹，跳过";
 
 // In the working directory: BOLT with a sheet A3 of OLD_A3 and a sheet A4 of OLD_A4 with a table of it and
 // one of the user's; NUT with a sheet A4 without a format. The new format NEW is of A2 and brings a table.
@@ -124,7 +125,7 @@ TEST_P(FormatReplace, AFailingStepLeavesTheFileAndNothingElse) {
         EXPECT_EQ(DrawingOf(host, L"BOLT"), nullptr) << "half changed";
         EXPECT_FALSE(HasFile(L"bolt.drw.2"));
         EXPECT_TRUE(HasFile(L"nut.drw.2")) << "the others go on";
-        EXPECT_EQ(host.LastMessage(), L"以下工程图未能更换图框，文件未改动：\nBOLT");
+        EXPECT_EQ(host.LastMessage(), L"以下工程图未能更换图框，文件未改动：\nbolt");
         host.AnswerFile(formatFile);
     }
     host.ForgetAnswers();
@@ -137,8 +138,8 @@ TEST_P(FormatReplace, LeavesTheUsersDrawingsToTheUser) {
     nut.SetParameter(L"NOTE", L"changed");
     Run([&](SimDialog& dialog) {
         dialog.Press("KvPlan");
-        EXPECT_EQ(dialog.Cell(kList, "1", "plan"), L"已打开或已修改，跳过");
-        EXPECT_EQ(dialog.Cell(kList, "2", "plan"), L"已打开或已修改，跳过");
+        EXPECT_EQ(dialog.Cell(kList, "1", "plan"), kUsersPlan);
+        EXPECT_EQ(dialog.Cell(kList, "2", "plan"), kUsersPlan);
         dialog.Press("ApplyBt");
         EXPECT_EQ(nut.Sheets()[0].format, L"");
         dialog.Check("TakeOpen").Press("ApplyBt");
@@ -149,6 +150,20 @@ TEST_P(FormatReplace, LeavesTheUsersDrawingsToTheUser) {
     EXPECT_FALSE(HasFile(L"bolt.drw.2"));
     EXPECT_FALSE(HasFile(L"nut.drw.2"));
     EXPECT_EQ(host.State().models.current, &bolt);
+}
+
+TEST_P(FormatReplace, DrawingsOfOtherFoldersAreNotSavedThere) {
+    SimModel& bolt = *host.Retrieve(L"BOLT", ModelKind::kDrawing);
+    bolt.directory = test::MakeFolder(host, "elsewhere");
+    host.Retrieve(L"NUT", ModelKind::kDrawing);
+    Run([](SimDialog& dialog) {
+        dialog.Press("KvPlan");
+        EXPECT_EQ(dialog.Cell(kList, "1", "plan"), kUsersPlan);
+        dialog.Press("ApplyBt");
+    });
+    EXPECT_EQ(bolt.Sheets()[0].format, L"OLD_A3");
+    EXPECT_TRUE(HasFile(L"nut.drw.2")) << "it was in memory as it is on disk";
+    EXPECT_NE(DrawingOf(host, L"NUT"), nullptr) << "and stays there";
 }
 
 TEST_P(FormatReplace, TellsWhatIsMissing) {
