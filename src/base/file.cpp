@@ -28,8 +28,10 @@ ProError FileWrite(const std::wstring& path, std::string_view content) {
 
 ProError FileReplace(const std::wstring& path, std::string_view content) {
     const std::wstring folder = path.substr(0, path.find_last_of(L"\\/") + 1);
-    wchar_t scratch[MAX_PATH] = {};
-    if (GetTempFileNameW(folder.c_str(), kAsidePrefix, 0, scratch) == 0) return PRO_TK_CANT_WRITE;
+    // From here on nothing is allocated that could leave the file behind.
+    std::wstring scratch(MAX_PATH, L'\0');
+    if (GetTempFileNameW(folder.c_str(), kAsidePrefix, 0, scratch.data()) == 0) return PRO_TK_CANT_WRITE;
+    scratch.resize(scratch.find(L'\0'));
     ProError status = FileWrite(scratch, content);
     if (!Failed(status)) status = FileMove(scratch, path);
     if (Failed(status)) FileDelete(scratch);
@@ -42,8 +44,10 @@ ProError FileRead(const std::wstring& path, std::size_t limit, std::string& cont
     if (file == INVALID_HANDLE_VALUE) return PRO_TK_CANT_OPEN;
     const ScopeExit close([file] { CloseHandle(file); });
 
+    LARGE_INTEGER size = {};
+    const bool isSmall = GetFileSizeEx(file, &size) && static_cast<unsigned long long>(size.QuadPart) < limit;
     // One byte more than allowed tells a longer file from one that just fits.
-    content.resize(limit + 1);
+    content.resize((isSmall ? static_cast<std::size_t>(size.QuadPart) : limit) + 1);
     DWORD read = 0;
     const BOOL done = ReadFile(file, content.data(), static_cast<DWORD>(content.size()), &read, nullptr);
     content.resize(done ? read : 0);

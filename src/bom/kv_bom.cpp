@@ -186,6 +186,8 @@ static void OnColumns(BomState& state) {
     std::vector<std::wstring> titles;
     if (!BomColumnsChoose(state.sheet, titles)) return;
     const BomForm form = state.sheet.form;
+    // What is shown stands under columns that go now.
+    ListDrop(state);
     state.view = {};
     if (Failed(BomColumnsReset(BomTitlesOf(titles, form)))) return;
     ListLoad(state,

@@ -14,7 +14,9 @@ inline constexpr std::size_t kMaxSheetColumns = 26;
 inline constexpr std::size_t kMaxSheetRows = 1048576;
 
 // Whether a worksheet has room for a table of so many rows.
-constexpr bool RowsFitSheet(std::size_t rows) { return rows + 2 <= kMaxSheetRows; }
+constexpr bool RowsFitSheet(std::size_t rows) {
+    return rows + 2 <= kMaxSheetRows;
+}
 
 struct SheetCell {
     std::wstring text;    // stays text, whatever it looks like

@@ -68,8 +68,8 @@ static Arrangement ArrangeWorkbook(const TableTexts& shown) {
     };
 }
 
-// A workbook holds all that was shown, or a box tells that cells are missing; and until there is one, the
-// earlier one is.
+// A workbook comes from the list in memory: cells that the table refused are in it all the same. It holds all
+// that was shown, or a box tells that cells are missing; and until there is one, the earlier one is.
 static void ExpectWholeWorkbook(SimHost& host, const Texts& shown) {
     const fs::path folder = host.WorkingDirectory() / "boms";
     bool isEarlierThere = false;
@@ -81,8 +81,10 @@ static void ExpectWholeWorkbook(SimHost& host, const Texts& shown) {
     // A host may refuse a cell that was never filled: that one cannot be read is no sign of a gap.
     const bool cannotTell = host.State().report.FaultedFunction() == "ProUITableCellLabelGet";
     if (!sheet || gapsAreTold || cannotTell) return;
-    for (std::size_t i = 0; i < shown.size(); ++i)
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        if (shown[i].empty()) continue;
         EXPECT_EQ(sheet->Value(static_cast<int>(i / 3) + 3, static_cast<int>(i % 3) + 1).text, shown[i]);
+    }
 }
 
 // Sorting, filtering and other columns.

@@ -49,6 +49,15 @@ protected:
         for (const std::string& row : dialog.Rows(kList)) rows += row + " ";
         return rows;
     }
+    static std::string ChangesOf(sim::SimDialog& changes) {
+        std::string told = sim::Utf8(changes.Text("ChangeCount"));
+        for (const std::string& row : changes.Rows("change_list")) {
+            told += "|";
+            for (const char* column : {"kind", "name", "before", "after"})
+                told += " " + sim::Utf8(changes.Cell("change_list", row, column));
+        }
+        return told;
+    }
     std::string FileText(const fs::path& name) { return test::ReadBytes(host.WorkingDirectory() / name); }
 
     sim::SimHost host;
@@ -255,12 +264,7 @@ TEST_F(KvBomWork, ComparesWithAnEarlierFile) {
             dialog.Choose("BomRadio", form).Press("KvLoadBom");
             host.AnswerFile(file);
             host.OnDialog("KvBomCompare", [&](sim::SimDialog& changes) {
-                told = sim::Utf8(changes.Text("ChangeCount"));
-                for (const std::string& row : changes.Rows("change_list")) {
-                    told += "|";
-                    for (const char* column : {"kind", "name", "before", "after"})
-                        told += " " + sim::Utf8(changes.Cell("change_list", row, column));
-                }
+                told = ChangesOf(changes);
                 host.AnswerFile((host.WorkingDirectory() / "changes.html").wstring());
                 changes.Press("KvExportChanges");
             });
