@@ -138,7 +138,7 @@ clang-tidy-14 --version >$cache/versions
 units >$cache/units
 if [ $# -gt 0 ]; then
     printf ' %s\n' "$@" >$cache/wanted
-    sed 's/$/ /' $cache/units | grep -F -f <(sed 's/$/ /' $cache/wanted) >$cache/chosen || true
+    sed 's/$/ /' $cache/units | grep -F -f <(sed 's/$/ /' $cache/wanted) | sed 's/ *$//' >$cache/chosen || true
     mv $cache/chosen $cache/units
 fi
 

@@ -143,7 +143,7 @@ private:
         std::unordered_map<StepId, std::size_t> places;
         for (const StepId id : step_.Ids(kUsage)) {
             const StepEntity& entity = step_.Need(id, kUsage, 5);
-            for (const std::size_t side : {3, 4})
+            for (const unsigned side : {3U, 4U})
                 (void)step_.Need(id, entity.values[side], "PRODUCT_DEFINITION");
             places[id] = usages_.size();
             usages_.push_back(
@@ -173,7 +173,7 @@ private:
         StepIds placements;
         for (const Usage& usage : usages_)
             if (const StepEntity* entity = TransformationOf(usage); entity != nullptr)
-                for (const std::size_t side : {2, 3})
+                for (const unsigned side : {2U, 3U})
                     placements.insert(StepInstances::Reference(entity->values[side]));
         step_.ReadById(placements);
         StepIds parts;
