@@ -62,8 +62,8 @@ struct Strictness {
     // A view gets a scale, and a sheet is regenerated, on another sheet than the current one, although the
     // documents want it displayed.
     bool hiddenSheetRefused = false;
-    // A format of a sheet takes the tables of the one that it replaces away; off: they stay beside its own (not
-    // documented either way).
+    // A format of a sheet takes the tables of the one that it replaces away; off: they stay beside its own
+    // (not documented either way).
     bool formatTakesOldTables = false;
     // Sheets and sizes of a format are told as those of a drawing are, although the documents speak of
     // drawings.

@@ -15,11 +15,11 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "model/drawing_table.h"
 #include "export/export_name.h"
 #include "export/export_run.h"
 #include "model/batch_run.h"
 #include "model/current_model.h"
+#include "model/drawing_table.h"
 #include "model/model_data.h"
 #include "model/model_files.h"
 #include "model/model_walk.h"
