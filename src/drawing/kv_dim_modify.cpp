@@ -139,7 +139,8 @@ static void FillTextsDialog(TextsDialog& dialog) {
     AreaTextSet(kTextsDialog, kBelowArea, dialog.fields.below);
     RadioChoiceSet(kTextsDialog, kRuleChoice, dialog.fields.rule);
     RadioChoiceSet(kTextsDialog, kInsertChoice, dialog.fields.insertAt);
-    if (Failed(TableRowsNumber(kTextsTable, dialog.dimensions.size()))) return;
+    // What the table does not show is not changed either.
+    if (Failed(TableRowsNumber(kTextsTable, dialog.dimensions.size()))) dialog.dimensions.clear();
     for (std::size_t i = 0; i < dialog.dimensions.size(); ++i) {
         const DimensionItem& dimension = dialog.dimensions[i];
         const std::string row = std::to_string(i + 1);

@@ -62,6 +62,7 @@ static constexpr wchar_t kDrawingItems[] = L"工程图";
 
 struct FormatDialog {
     std::wstring directory = {};
+    std::vector<std::wstring> drawings = {};
     DrawingTable table = {kFormatTable};
     std::wstring formatPath = {};
     std::wstring report = {};
@@ -89,10 +90,8 @@ ProError KvFrmReplace() {
     ProError status = ProDirectoryCurrentGet(directory);
     if (Failed(status)) return status;
     FormatDialog dialog = {directory};
-    std::vector<std::wstring> drawings;
-    status = ModelFilesGet(kFolderMask, drawings);
+    status = ModelFilesGet(kFolderMask, dialog.drawings);
     if (Failed(status)) return ShowFailure(kFolderEmpty, status);
-    dialog.table.drawings = drawings;
     return RunDialog(kFormatDialog,
                      {
                          Pressed<OnAllDrawings>("selAll"),
@@ -110,8 +109,7 @@ ProError KvFrmReplace() {
 static void FillFormatDialog(FormatDialog& dialog) {
     // Without the host's consent the user selects as the layout lets them.
     (void)TableSelectionAllow(kFormatTable);
-    const std::vector<std::wstring> drawings = dialog.table.drawings;
-    ShowDrawings(dialog.table, drawings);
+    ShowDrawings(dialog.table, dialog.drawings);
     RadioChoiceSet(kFormatDialog, kSheetChoice, kAllSheets);
 }
 

@@ -213,8 +213,8 @@ static void FormatsAreWholeOrOld(SimHost& host) {
     SimModel* bolt = host.Retrieve(L"BOLT", sim::ModelKind::kDrawing);
     ASSERT_NE(bolt, nullptr);
     const bool isNew = std::filesystem::exists(host.WorkingDirectory() / "bolt.drw.2");
-    EXPECT_EQ(bolt->Sheets()[0].format, isNew ? L"FRAME" : L"OLD");
-    EXPECT_EQ(bolt->Sheets()[1].format, isNew ? L"FRAME" : L"");
+    EXPECT_EQ(bolt->Sheets()[0].format, isNew ? L"frame" : L"OLD");
+    EXPECT_EQ(bolt->Sheets()[1].format, isNew ? L"frame" : L"");
     EXPECT_EQ(bolt->Tables().size(), isNew ? 0U : 1U);
 }
 
