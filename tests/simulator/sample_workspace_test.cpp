@@ -134,6 +134,8 @@ TEST(SampleScripts, PlayOneAfterTheOther) {
         {"settings", "KvConfig"},
         {"bom_lists", "KvBom"},
         {"bom_export", "KvBom"},
+        {"bom_page", "KvBom"},
+        {"bom_compare", "KvBom"},
         {"export_drawings", "KvExport"},
         {"add_relations", "KvRelations"},
         {"set_material", "SetMat"},
