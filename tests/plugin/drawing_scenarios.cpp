@@ -194,7 +194,9 @@ static void ArrangeFormats(SimHost& host) {
     host.Store(drawing);
     SimModel& nut = host.AddDrawing(L"NUT", {L"A4"}, {&bolt});
     host.Store(nut);
-    host.Open(*host.Retrieve(L"NUT", sim::ModelKind::kDrawing));
+    SimModel& open = *host.Retrieve(L"NUT", sim::ModelKind::kDrawing);
+    open.SetParameter(L"NOTE", std::wstring(L"of the user"));
+    host.Open(open);
     const std::filesystem::path folder = MakeFolder(host, "formats");
     WriteFormat(folder, "frame", "A2");
     host.AnswerFile((folder / "frame.frm.1").wstring());
