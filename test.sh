@@ -110,7 +110,7 @@ tools/setup.sh
 step "Build"
 build mingw
 step "Tests"
-run_tests mingw 900 "*"
+run_tests mingw 1500 "*"
 step "Exports and imports of the plug-in"
 check_plugin
 step "The page of the bill of materials in a browser"
@@ -120,7 +120,7 @@ if [ $checked = yes ]; then
     build mingw-debug
     step "Tests of the checked build"
     # The guarded heap stands where allocations are made to fail.
-    run_tests mingw-debug 1200 "-*AllocationsFailInTurn*"
+    run_tests mingw-debug 1500 "-*AllocationsFailInTurn*"
 fi
 if [ $lint = yes ]; then
     step "Lint"
