@@ -58,6 +58,7 @@ LoneColumns KeepCommonColumns(ListedRows& before, ListedRows& after) {
 
     const auto keep = [](std::vector<std::wstring>& texts, const std::vector<std::size_t>& places) {
         std::vector<std::wstring> kept;
+        kept.reserve(places.size());
         for (const std::size_t place : places) kept.push_back(std::move(texts[place]));
         texts = std::move(kept);
     };
