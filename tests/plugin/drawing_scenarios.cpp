@@ -217,6 +217,8 @@ static void FormatsAreWholeOrOld(SimHost& host) {
     const bool isNew = std::filesystem::exists(host.WorkingDirectory() / "bolt.drw.2");
     EXPECT_EQ(bolt->Sheets()[0].format, isNew ? L"frame" : L"OLD");
     EXPECT_EQ(bolt->Sheets()[1].format, isNew ? L"frame" : L"");
+    // A host that denies the tables is believed.
+    if (host.State().report.FaultedFunction() == "ProDrawingTablesCollect") return;
     EXPECT_EQ(bolt->Tables().size(), isNew ? 0U : 1U);
 }
 
