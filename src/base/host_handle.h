@@ -106,6 +106,16 @@ std::span<T> Items(const HostHandle<T*, Free>& array) {
     return {array.Get(), static_cast<std::size_t>(count)};
 }
 
+// The same where no elements would mean something: an array that cannot be counted is a failure. Errors:
+// those of ProArraySizeGet.
+template <typename T, auto Free>
+[[nodiscard]] ProError ItemsGet(const HostHandle<T*, Free>& array, std::span<T>& items) {
+    int count = 0;
+    const ProError status = array.Get() == nullptr ? PRO_TK_NO_ERROR : ProArraySizeGet(array.Get(), &count);
+    items = {array.Get(), static_cast<std::size_t>(Failed(status) ? 0 : count)};
+    return status;
+}
+
 // The text of a host string; empty when none was handed out.
 inline std::wstring TextOf(const HostString& text) {
     return text.Get() == nullptr ? std::wstring() : std::wstring(text.Get());

@@ -3,6 +3,7 @@
 #include "drawing/format_run.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include <ProDrawing.h>
@@ -199,7 +200,10 @@ static ProError TablesRead(OpenDrawing& open) {
     ProError status = tables.Received(ProDrawingTablesCollect(open.drawing, tables.Receive()));
     if (status == PRO_TK_E_NOT_FOUND) return PRO_TK_NO_ERROR;
     if (Failed(status)) return status;
-    for (ProDwgtable& table : Items(tables)) {
+    std::span<ProDwgtable> all;
+    status = ItemsGet(tables, all);
+    if (Failed(status)) return status;
+    for (ProDwgtable& table : all) {
         ProBoolean isOfFormat = PRO_B_FALSE;
         status = ProDwgtableIsFromFormat(&table, &isOfFormat);
         if (Failed(status)) return status;

@@ -8,7 +8,6 @@
 #include <span>
 #include <utility>
 
-#include <ProArray.h>
 #include <ProAsmcomp.h>
 #include <ProAsmcomppath.h>
 #include <ProFeatType.h>
@@ -31,12 +30,11 @@ static void AddComponents(std::span<ProSelection> selections, ProMdl top,
 ProError SelectionRead(SelectionArray& selections) {
     const ProError status = selections.Received(ProSelbufferSelectionsGet(selections.Receive()));
     if (Failed(status)) return status;
-    if (selections.Get() == nullptr) return PRO_TK_E_NOT_FOUND;
     // A selection that cannot be counted is not none: a command without one works on everything.
-    int count = 0;
-    const ProError counted = ProArraySizeGet(selections.Get(), &count);
+    std::span<ProSelection> selected;
+    const ProError counted = ItemsGet(selections, selected);
     if (Failed(counted)) return counted;
-    return count == 0 ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
+    return selected.empty() ? PRO_TK_E_NOT_FOUND : PRO_TK_NO_ERROR;
 }
 
 ProModelitem SelectedItem(ProSelection selection) {
