@@ -29,7 +29,7 @@ SimModel* FindAssembly(Session& host, const void* handle) {
 // The assembly that has the representation. Null, with a violation, for an item that is none or that is gone.
 SimModel* FindOwner(Session& host, const ProSimprep* item) {
     if (item == nullptr) return nullptr;
-    if (static_cast<int>(item->type) != PRO_SIMP_REP) {
+    if (item->type != PRO_SIMP_REP) {
         host.report.Violation("is given an item that is no simplified representation");
         return nullptr;
     }
@@ -42,7 +42,7 @@ SimModel* FindOwner(Session& host, const ProSimprep* item) {
 }
 
 ProSimprep ItemOf(SimModel& owner, int id) {
-    return {static_cast<ProType>(PRO_SIMP_REP), id, &owner};
+    return {PRO_SIMP_REP, id, &owner};
 }
 
 RepresentationDefinition* FindData(Session& host, const ProSimprepdata* data) {

@@ -43,7 +43,8 @@ typedef enum pro_obj_types {
     PRO_DRAW_TABLE = 84,
     PRO_VIEW = 92,
     PRO_DATUM_PLANE = 176,
-    PRO_PARAMETER = 240
+    PRO_PARAMETER = 240,
+    PRO_SIMP_REP = 309
 } ProType;
 
 // Models are opaque and valid only while they are in memory; a solid, a part, an assembly,

@@ -5,9 +5,6 @@
 
 PRO_BEGIN_C_DECLS
 
-// The host's type number of a simplified representation.
-#define PRO_SIMP_REP 309
-
 // Visit callbacks, see ProObjects.h; the item is a ProSimprep.
 typedef ProError (*ProSimprepVisitAction)(ProSimprep* p_simp_rep, ProError status, ProAppData app_data);
 typedef ProError (*ProSimprepFilterAction)(ProSimprep* p_simp_rep, ProAppData app_data);
