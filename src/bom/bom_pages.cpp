@@ -3,6 +3,7 @@
 #include "bom/bom_pages.h"
 
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include "base/plugin_version.h"
@@ -34,6 +35,7 @@ std::string BomPage(const BomSheet& levels, const BomSheet& summed, const PageFa
 std::string ChangesPage(const std::vector<ChangeLine>& lines, const std::wstring& earlier,
                         const PageFacts& facts, const PageParts& parts) {
     std::vector<PageColumn> columns;
+    columns.reserve(std::size(kChangeTitles));
     for (const wchar_t* title : kChangeTitles) columns.push_back({title});
     PageWriter page({PageKind::Changes, facts.title, facts.model}, parts);
     page.ListBegin(PageForm::Changes, columns, columns.size());

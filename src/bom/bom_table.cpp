@@ -25,6 +25,7 @@ std::vector<BomTitle> BomTitlesOfSettings(BomForm form) {
 
 std::vector<BomTitle> BomTitlesOf(const std::vector<std::wstring>& titles, BomForm form) {
     std::vector<BomTitle> result;
+    result.reserve(titles.size());
     for (const std::wstring& title : titles)
         result.push_back({"param" + std::to_string(result.size() + 1), title, BomColumnOf(title, form)});
     return result;
