@@ -49,7 +49,6 @@ static constexpr DISPID kAutoFit = 237;
 static constexpr DISPID kDisplayAlerts = 343;
 static constexpr DISPID kOpen = 1923;
 static constexpr DISPID kSaveAs = 1925;
-static constexpr DISPID kClose = 277;
 static constexpr DISPID kUsedRange = 412;
 static constexpr DISPID kRow = 257;
 static constexpr DISPID kColumn = 240;
