@@ -62,7 +62,7 @@ ComponentTies TiesRead(ProMdl assembly, const ProAsmcomp& component) {
     const bool isRead = !Failed(TypesGet(ties.component, ties.types)) &&
                         !Failed(ProAsmcompIsUnderconstrained(&ties.component, &isMovable));
     if (!isRead) ties.leftOut = kUnreadable;
-    ties.isMovable = isMovable == PRO_B_TRUE;
+    ties.isMovable = isRead && isMovable == PRO_B_TRUE;
     return ties;
 }
 
