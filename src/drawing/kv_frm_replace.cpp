@@ -152,7 +152,10 @@ static void OnChooseFormat(FormatDialog& dialog) {
     InputTextSet(kFormatDialog, kFormatFile, path);
 }
 
-static void OnPlan(FormatDialog& dialog) {
+// The whole run of an action; nothing runs until all that `work` needs is known. `failures` is the headline
+// of the box that lists what failed; none where the table tells it.
+template <typename Work>
+static void ForSelectedDrawings(FormatDialog& dialog, const wchar_t* failures, Work work) {
     EraseAfterAction(dialog);
     LoadedFormat format;
     FormatRun run = {dialog.directory};
@@ -164,34 +167,26 @@ static void OnPlan(FormatDialog& dialog) {
     if (!IsRequested(dialog, format, run)) return;
     BatchRun batch(kFormatDialog, drawings.size());
     for (const std::wstring& name : drawings)
-        if (batch.Begin(name)) PlanOne(dialog, run, name, batch);
+        if (batch.Begin(name)) work(run, name, batch);
     dialog.report = batch.ReportPath();
+    if (failures != nullptr) ShowFailures(failures, batch.Record());
     TellCount(batch, kDrawingItems);
     ShowCancelled(batch);
 }
 
+static void OnPlan(FormatDialog& dialog) {
+    ForSelectedDrawings(dialog, nullptr, [&](FormatRun& run, const std::wstring& name, BatchRun& batch) {
+        PlanOne(dialog, run, name, batch);
+    });
+}
+
 static void OnReplaceFormats(FormatDialog& dialog) {
-    EraseAfterAction(dialog);
-    LoadedFormat format;
-    FormatRun run = {dialog.directory};
-    const std::vector<std::wstring> drawings = SelectedDrawings(dialog.table);
-    if (drawings.empty()) {
-        ShowMessage(kNoneSelected);
-        return;
-    }
-    if (!IsRequested(dialog, format, run)) return;
-    BatchRun batch(kFormatDialog, drawings.size());
-    for (const std::wstring& name : drawings) {
-        if (!batch.Begin(name)) continue;
+    ForSelectedDrawings(dialog, kNotReplaced, [&](FormatRun& run, const std::wstring& name, BatchRun& batch) {
         DrawingFormatsReplace(run, name, batch);
         // What was planned and read is no longer so.
         for (const char* cell : {kSheetsCell, kSizesCell, kFormatsCell, kPlanCell})
             CellTextSet(kFormatTable, RowOf(dialog, name), cell, {});
-    }
-    dialog.report = batch.ReportPath();
-    ShowFailures(kNotReplaced, batch.Record());
-    TellCount(batch, kDrawingItems);
-    ShowCancelled(batch);
+    });
 }
 
 static void OnShowFormatReport(const FormatDialog& dialog) {
