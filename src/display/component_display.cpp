@@ -161,16 +161,13 @@ static void Keep(ProSelection selection, Kept& kept) {
         kept.everything = kept.everything || item.type == PRO_ASSEMBLY;
         return;
     }
-    ProMdl model = nullptr;
     if (item.type == PRO_ASSEMBLY) {
+        ProMdl model = nullptr;
         if (!Failed(ProAsmcomppathMdlGet(&path, &model))) kept.assemblies.push_back(model);
         return;
     }
-    const int last = path.table_num - 1;
-    ProAsmcomppath above = {};
-    ProError status = ProAsmcomppathInit(path.owner, path.comp_id_table, last, &above);
-    if (!Failed(status)) status = ProAsmcomppathMdlGet(&above, &model);
-    if (!Failed(status)) kept.parts.emplace_back(model, path.comp_id_table[last]);
+    ProAsmcomp part = {};
+    if (!Failed(SelectedComponentGet(selection, part))) kept.parts.emplace_back(part.owner, part.id);
 }
 
 static void AddAssembliesBelow(const WalkResult& walk, Kept& kept) {
