@@ -21,7 +21,7 @@ using sim::SimModel;
 using test::DrawingOf;
 using test::LastReport;
 
-constexpr char kList[] = "drw_list";
+constexpr char kDrawingList[] = "drw_list";
 constexpr wchar_t kUsersPlan[] = L"已打开、已修改或来自其他文件夹，跳过";
 
 // In the working directory: BOLT with a sheet A3 of OLD_A3 and a sheet A4 of OLD_A4 with a table of it and
@@ -69,11 +69,11 @@ INSTANTIATE_TEST_SUITE_P(Hosts, FormatReplace, testing::Bool(),
 TEST_P(FormatReplace, TellsWhatWouldHappenAndChangesNothing) {
     Run([](SimDialog& dialog) {
         dialog.Press("KvLoadFormats");
-        EXPECT_EQ(dialog.Cell(kList, "1", "formats"), L"OLD_A3,OLD_A4");
-        EXPECT_EQ(dialog.Cell(kList, "1", "sheet_size"), L"A3,A4");
-        EXPECT_EQ(dialog.Cell(kList, "2", "formats"), L"(无)");
+        EXPECT_EQ(dialog.Cell(kDrawingList, "1", "formats"), L"OLD_A3,OLD_A4");
+        EXPECT_EQ(dialog.Cell(kDrawingList, "1", "sheet_size"), L"A3,A4");
+        EXPECT_EQ(dialog.Cell(kDrawingList, "2", "formats"), L"(无)");
         dialog.Press("KvPlan");
-        EXPECT_EQ(dialog.Cell(kList, "1", "plan"),
+        EXPECT_EQ(dialog.Cell(kDrawingList, "1", "plan"),
                   GetParam() ? L"第1页：OLD_A3 → NEW；第2页：有图框表格，跳过"
                              : L"第1页：OLD_A3 → NEW，图幅 A3 → A2；第2页：有图框表格，跳过");
     });
@@ -138,8 +138,8 @@ TEST_P(FormatReplace, LeavesTheUsersDrawingsToTheUser) {
     nut.SetParameter(L"NOTE", L"changed");
     Run([&](SimDialog& dialog) {
         dialog.Press("KvPlan");
-        EXPECT_EQ(dialog.Cell(kList, "1", "plan"), kUsersPlan);
-        EXPECT_EQ(dialog.Cell(kList, "2", "plan"), kUsersPlan);
+        EXPECT_EQ(dialog.Cell(kDrawingList, "1", "plan"), kUsersPlan);
+        EXPECT_EQ(dialog.Cell(kDrawingList, "2", "plan"), kUsersPlan);
         dialog.Press("ApplyBt");
         EXPECT_EQ(nut.Sheets()[0].format, L"");
         dialog.Check("TakeOpen").Press("ApplyBt");
@@ -158,7 +158,7 @@ TEST_P(FormatReplace, DrawingsOfOtherFoldersAreNotSavedThere) {
     host.Retrieve(L"NUT", ModelKind::kDrawing);
     Run([](SimDialog& dialog) {
         dialog.Press("KvPlan");
-        EXPECT_EQ(dialog.Cell(kList, "1", "plan"), kUsersPlan);
+        EXPECT_EQ(dialog.Cell(kDrawingList, "1", "plan"), kUsersPlan);
         dialog.Press("ApplyBt");
     });
     EXPECT_EQ(bolt.Sheets()[0].format, L"OLD_A3");
