@@ -15,6 +15,9 @@ if [ -z "$wine" ]; then
 fi
 
 export WINEPREFIX="${WINEPREFIX:-$repo/build/wineprefix}"
+for temp in "$WINEPREFIX"/drive_c/users/*/Temp "$WINEPREFIX"/drive_c/users/*/AppData/Local/Temp; do
+    [ ! -L "$temp" ] || mkdir -p "$(readlink "$temp")"
+done
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml,winedbg.exe=}"
 export WINELOADER="$wine"
