@@ -145,6 +145,9 @@ TEST_F(Reps, RefusesNamesAndRulesThatAreNone) {
         EXPECT_EQ(host.LastMessage(), one.message);
         EXPECT_EQ(pump.Representations().size(), 1u) << testing::PrintToString(one.message);
     }
+    host.Select({{&sub, 0, 0, {1}}, {&sub, 0, 0, {2}}, {&nut, 0, 0, {3}}});
+    Make(L"N", [](SimDialog& dialog) { dialog.Choose("RuleRadio", L"仅保留所选元件"); });
+    EXPECT_EQ(host.LastMessage(), L"\t没有元件符合此规则，未创建简化表示！\t") << "nothing is left out";
     Make(L"old", [&](SimDialog& dialog) {
         byPrefix(dialog);
         dialog.Check("ReplaceRep");

@@ -25,6 +25,7 @@ TEST(SettingsFile, KnowsWhatTheProfileCallsGarble) {
         {""sv, false},
         {"\xFF\xFE[\0A\0]\0\xE5\x65"sv, false},
         {"[A]\r\nvalue=\xCA\xB9\xD3\xC3"sv, false},  // code page 936
+        {"[A]\r\nvalue=\xC4\xA3"sv, false},          // the same: what looks like UTF-8 by chance
         {"[A]\r\nvalue=\xE6\x97\xA5"sv, true},
         {"\xEF\xBB\xBF[A]\r\nvalue=1"sv, true},
         {"[\0A\0]\0"sv, true},

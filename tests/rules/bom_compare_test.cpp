@@ -152,6 +152,11 @@ TEST(BomCompare, TellsEachKindOfChange) {
         (Lines{L"新增 TOP/SUB A", L"新增 TOP/SUB B", L"删除 TOP/SUB BOLT"}));
     EXPECT_EQ(Told(plain, Assembly(L"TOP", {Assembly(L"SUB", {bolt}), Part(L"NUT2", L"2")})),
               (Lines{L"新增 TOP NUT2", L"删除 TOP NUT"}));
+    // Of two that went nobody knows which one came elsewhere.
+    const Branch twice =
+        Assembly(L"TOP", {Assembly(L"A", {bolt}), Assembly(L"B", {bolt}), Assembly(L"C", {})});
+    EXPECT_EQ(Told(twice, Assembly(L"TOP", {Assembly(L"A", {}), Assembly(L"B", {}), Assembly(L"C", {bolt})})),
+              (Lines{L"新增 TOP/C BOLT", L"删除 TOP/A BOLT", L"删除 TOP/B BOLT"}));
     // Another name for the top assembly changes nothing below it.
     EXPECT_EQ(Told(plain, Assembly(L"TOP2", {Assembly(L"SUB", {bolt}), Part(L"NUT", L"2")})),
               (Lines{L"可能改名 TOP2 TOP TOP2"}));
@@ -213,6 +218,8 @@ TEST(BomEarlier, ReadsWhatWasWrittenAndNothingElse) {
         refused(L"a,b\r\n1,2\r\n", form, L"不是本命令");
         refused(csv + L"9,x,y,z,BOLT,零件,\r\n", form, L"已损坏");
         refused(page.substr(0, page.size() - 12), form, L"不是本命令");
+        std::wstring cut = csv;
+        refused(cut.replace(cut.find(L"\n1,") + 1, 1, L"2"), form, L"第 1 行已损坏");
         std::wstring damaged = page;
         damaged.replace(damaged.find(L"data-format=\"1\""), 15, L"data-format=\"2\"");
         refused(damaged, form, L"版本不同");
@@ -226,6 +233,11 @@ TEST(BomPage, HoldsTextsThatNoBrowserTakesForMarkup) {
     EXPECT_EQ(page.find("</script><b>"), std::string::npos);
     EXPECT_EQ(page.find("<b>"), std::string::npos) << "nor in a title";
     EXPECT_NE(page.find("&lt;/script&gt;&lt;b&gt;"), std::string::npos);
+    EXPECT_EQ(kv::PageEscaped({L"\"'&\0\r\n", 6}), "&quot;&#39;&amp;&#65533;&#13;&#10;");
+    kv::BomSheet coded = SheetOf(BomForm::Levels);
+    coded.titles[1].kind = kv::BomColumn::ItemCode;
+    coded.rows.clear();
+    EXPECT_NE(PageOf(coded, coded).find("<th class=\"c\">模型名称"), std::string::npos) << "1.10 after 1.9";
     // Known digests of "let b;" and "a{}".
     EXPECT_NE(page.find("script-src 'sha256-hsI9g1gl6FsTzmrcC9WiR+tkeMH1/0jO77fiJQKbJqM='"),
               std::string::npos);

@@ -52,6 +52,7 @@ TEST(ColoursDrawn, RespectsWhatStaysAndMakesDoWithOneColour) {
     const Taken taken = {std::nullopt, 1, std::nullopt, 0, std::nullopt, 3};  // 3: not in the table
     EXPECT_EQ(ColoursDrawn(taken, 3, first), (std::vector<std::size_t>{0, 3, 2, 3, 1, 3}));
     EXPECT_EQ(ColoursDrawn(Taken(3), 1, first), (std::vector<std::size_t>{0, 0, 0}));
+    EXPECT_EQ(ColoursDrawn(Taken{std::nullopt, 0}, 3, first)[0], 1u) << "not that of the next one either";
     // Both colours are a neighbour's: at least not the one before.
     EXPECT_EQ(ColoursDrawn(Taken{0, std::nullopt, 1}, 2, first)[1], 1u);
 }

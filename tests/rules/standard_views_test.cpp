@@ -102,6 +102,7 @@ TEST(MainView, LooksAtTheLargestFaceWithItsLongerEdgeLevel) {
         {{200, 10, 300}, {0, 1, 0}, {1, 0, 0}, "longer along Z"},
         {{5, 5, 5}, {1, 0, 0}, {0, 0, 1}, "a cube: X is the front, Y lies level"},
         {{5, 5 + 1e-12, 5}, {1, 0, 0}, {0, 0, 1}, "rounding decides nothing"},
+        {{5, 5 - 1e-12, 5}, {1, 0, 0}, {0, 0, 1}, "nor the other way"},
         {{9, 5, 5}, {0, 1, 0}, {0, 0, 1}, "Y before Z"},
     };
     for (const Case& one : cases) {
