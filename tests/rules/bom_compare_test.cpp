@@ -139,7 +139,10 @@ TEST(BomCompare, TellsEachKindOfChange) {
         (Lines{L"数量 TOP/SUB BOLT 模型数量 4 6", L"列 TOP/SUB BOLT MAT steel brass", L"新增 TOP PIN"}));
     EXPECT_EQ(Told(plain, Assembly(L"TOP", {Assembly(L"SUB", {}), Part(L"NUT", L"2"), bolt})),
               (Lines{L"位置 TOP BOLT TOP/SUB TOP"}));
-    EXPECT_EQ(Told(plain, Assembly(L"TOP", {Part(L"NUT", L"2"), Assembly(L"SUB", {bolt})})).size(), 1u)
+    const Branch sub = Assembly(L"SUB", {bolt}), nut = Part(L"NUT", L"2"), pin = Part(L"PIN", L"1"),
+                 ring = Part(L"RING", L"1");
+    EXPECT_EQ(Told(Assembly(L"TOP", {sub, nut, pin, ring}), Assembly(L"TOP", {nut, pin, ring, sub})),
+              (Lines{L"位置 TOP SUB 第 2 行 第 5 行"}))
         << "what is below follows";
     EXPECT_EQ(Told(plain, Assembly(L"TOP", {Assembly(L"SUB", {Part(L"SCREW", L"4", L"steel", L"black")}),
                                             Part(L"NUT", L"2")})),
